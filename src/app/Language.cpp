@@ -1,0 +1,44 @@
+#include "Language.h"
+#include "Keys.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/ini/ProfileFile.h"
+
+namespace {
+const QString section = QStringLiteral("QUB_Main");
+}
+
+QString Language::text(const QString& key) const
+{
+    return platform::ReadIniString(fileName(), section, key);
+}
+
+QString Language::apply(platform::CommandBar& bar, const QString& version) const
+{
+    auto caption = [this](platform::Tool& tool) {
+        if (const QString value = text(tool.key()); !value.isEmpty())
+            tool.setCaption(value);
+        if (const QString tip = text(QStringLiteral("tip_") + tool.key()); !tip.isEmpty())
+            tool.setTooltip(tip);
+    };
+    for (const auto& band : bar.bands()) {
+        if (!band->key().contains(QLatin1String("sub")))
+            if (const QString value = text(band->key()); !value.isEmpty())
+                band->setCaption(value);
+        for (int i = 0; i < band->count(); ++i)
+            caption(*band->at(i));
+    }
+    for (const auto& tool : bar.tools())
+        caption(*tool);
+
+    if (platform::Tool* security = bar.tool(key::statusBar, QStringLiteral("b_security"))) {
+        QString tag = security->tag();
+        for (int n = 1; n <= 3; ++n)
+            tag += QLatin1Char('|') + text(QString::number(n) + QStringLiteral("b_security"));
+        security->setTag(tag);
+    }
+
+    QString title = text(QStringLiteral("QUB_TITLE"));
+    title.replace(QLatin1String("{V}"), version);
+    title.replace(QLatin1String("{N}"), QLatin1String("QUB-BROWSER"));
+    return title;
+}

@@ -1,0 +1,25 @@
+#pragma once
+// The language file "lng.ini" beside the program: captions and tooltips of the
+// command bar, the window title template and the messages, all in section
+// "QUB_Main". A missing key or empty value keeps the skin's own text.
+#include <QString>
+
+namespace platform {
+class CommandBar;
+}
+
+class Language
+{
+public:
+    explicit Language(QString appDir) : appDir_(std::move(appDir)) {}
+
+    QString fileName() const { return appDir_ + QStringLiteral("lng.ini"); }
+    // A message or caption by key; empty when the file has none.
+    QString text(const QString& key) const;
+    // Captions every band (but menus) and tool, and returns the window title
+    // made from "QUB_TITLE" with "{V}" as version and "{N}" as the name.
+    QString apply(platform::CommandBar& bar, const QString& version) const;
+
+private:
+    QString appDir_;
+};

@@ -1,0 +1,186 @@
+#include "MainWindow.h"
+#include "AddressToolWidth.h"
+#include "Keys.h"
+#include "platform/Dialogs.h"
+#include "platform/commandbar/CommandBarWidgets.h"
+#include "platform/commandbar/SkinLoader.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace {
+const QString skinName = QStringLiteral("default.tb2");
+}
+
+MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
+                       platform::BrowserViewFactory& factory, const platform::Clock& clock)
+    : dialogs_(dialogs), language_(appDir), settings_(appDir, bar_, connection_), clickHook_(clock),
+      clientArea_(new QWidget(this)), hideFrame_(new QWidget(this)), addressBox_(new QComboBox),
+      pageIcon_(new QLabel), statusHost_(new QWidget), statusText_(new QLineEdit(statusHost_)),
+      progressHost_(new QWidget), progressLabel_(new QLabel(progressHost_)),
+      stage_(*clientArea_, *hideFrame_), tabs_(state_, bar_, factory, stage_),
+      dispatcher_(state_, bar_, tabs_),
+      exit_(state_, bar_, tabs_, settings_, language_, dialogs, clock, clickHook_)
+{
+    state_.appDir = appDir;
+    setObjectName(QStringLiteral("frm_Main"));
+    clientArea_->setObjectName(QStringLiteral("pic_WB"));
+    hideFrame_->setObjectName(QStringLiteral("HideFrame"));
+    addressBox_->setObjectName(QStringLiteral("cbo_Input"));
+    addressBox_->setEditable(true);
+    addressBox_->setInsertPolicy(QComboBox::NoInsert);
+    pageIcon_->setObjectName(QStringLiteral("pic_ieicon"));
+    pageIcon_->setPixmap(QIcon::fromTheme(QStringLiteral("text-html")).pixmap(16, 16));
+    pageIcon_->setContentsMargins(4, 0, 4, 0);
+
+    statusHost_->setObjectName(QStringLiteral("pic_ST"));
+    statusText_->setObjectName(QStringLiteral("txt_status"));
+    statusText_->setReadOnly(true);
+    statusText_->setFrame(false);
+    auto* statusLayout = new QVBoxLayout(statusHost_);
+    statusLayout->setContentsMargins(0, 0, 0, 0);
+    statusLayout->addWidget(statusText_, 0, Qt::AlignVCenter);
+
+    progressHost_->setObjectName(QStringLiteral("pic_progress"));
+    progressLabel_->setObjectName(QStringLiteral("lbl_Inf"));
+    progressHost_->setFixedWidth(120);
+    auto* progressLayout = new QHBoxLayout(progressHost_);
+    progressLayout->setContentsMargins(0, 0, 0, 0);
+    progressLayout->addWidget(progressLabel_);
+
+    connect(&bar_, &platform::CommandBar::toolClicked, &dispatcher_, &CommandDispatcher::dispatch);
+    connect(&bar_, &platform::CommandBar::toolSecondaryAction, &dispatcher_,
+            &CommandDispatcher::secondaryAction);
+    connect(&bar_, &platform::CommandBar::toolHovered, &tabs_, &TabStrip::reportTool);
+    connect(&bar_, &platform::CommandBar::layoutRecalculated, this, &MainWindow::layoutAddressTool);
+    connect(&dispatcher_, &CommandDispatcher::quitRequested, this, &MainWindow::quit);
+    connect(&tabs_, &TabStrip::viewCreated, this, &MainWindow::wireView);
+    connect(&tabs_, &TabStrip::newTabActivated, this, &MainWindow::showNewTab);
+}
+
+MainWindow::~MainWindow() = default;
+
+bool MainWindow::loadSkin()
+{
+    if (!QFileInfo::exists(state_.appDir + skinName)) {
+        dialogs_.message(QStringLiteral("Cannot find skin file:") + skinName,
+                         platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::None);
+        return false;
+    }
+    if (auto error = platform::SkinLoader::loadFile(bar_, state_.appDir + skinName)) {
+        dialogs_.message(error->text(skinName), platform::Dialogs::Buttons::Ok,
+                         platform::Dialogs::Icon::Critical);
+        return false;
+    }
+    state_.baseTitle = language_.apply(bar_, QCoreApplication::applicationVersion());
+    setWindowTitle(state_.baseTitle);
+    return true;
+}
+
+void MainWindow::hostControls()
+{
+    auto host = [this](const char* band, const char* tool, QWidget* control) {
+        if (platform::Tool* t = bar_.tool(band, tool))
+            t->setControl(control);
+    };
+    host(key::statusBar, key::statusTextTool, statusHost_);
+    host(key::addressBar, key::addressTool, addressBox_);
+    host(key::addressBar, key::pageIconTool, pageIcon_);
+    if (platform::Tool* progress = bar_.tool(key::statusBar, key::progressTool)) {
+        progress->setWidth(barWidgets_->pixelsToTwips(progressHost_->width()));
+        progress->setControl(progressHost_);
+    }
+}
+
+bool MainWindow::start(const QString& commandLineAddress)
+{
+    if (!loadSkin())
+        return false;
+    barWidgets_ = new platform::CommandBarWidgets(bar_, *this);
+    addressBox_->addItem(QStringLiteral("About:Blank"));
+    progressHost_->setVisible(true);
+    hostControls();
+    progressLabel_->clear();
+    setCentralWidget(clientArea_);
+    settings_.load();
+
+    tabs_.setTabPicture(QIcon(pageIcon_->pixmap()));
+    tabs_.createCatchView();
+    tabs_.openFirstTab();
+    loadTabIcons();
+    if (!commandLineAddress.isEmpty())
+        tabs_.view(1)->navigate(commandLineAddress);
+    clickHook_.start();
+    // Without a window manager a maximise request is not honoured; the
+    // geometry makes the window fill the screen all the same.
+    if (const QScreen* display = screen())
+        setGeometry(display->availableGeometry());
+    showMaximized();
+    return true;
+}
+
+void MainWindow::loadTabIcons()
+{
+    for (int n = 1; n <= 3; ++n)
+        state_.tabIcons[size_t(n - 1)] =
+            QIcon(state_.appDir + QStringLiteral("res/tab%1.ico").arg(n));
+}
+
+void MainWindow::wireView(platform::BrowserView* view)
+{
+    const int index = view->index();
+    connect(view, &platform::BrowserView::windowClosing, this,
+            [this, index](bool isChild) { tabs_.pageClosing(index, isChild); });
+}
+
+void MainWindow::showNewTab()
+{
+    setWindowTitle(state_.baseTitle);
+    addressBox_->setEditText(QString());
+    progressLabel_->clear();
+    statusText_->clear();
+    if (addressBox_->isVisible())
+        addressBox_->setFocus();
+}
+
+void MainWindow::quit()
+{
+    exit_.askExitQuestion();
+    close();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (!exit_.closeRequested()) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    QApplication::quit();
+}
+
+void MainWindow::resizeEvent(QResizeEvent* event)
+{
+    QMainWindow::resizeEvent(event);
+    if (!isMinimized())
+        layoutAddressTool();
+}
+
+void MainWindow::layoutAddressTool()
+{
+    platform::Band* address = bar_.band(key::addressBar);
+    platform::Band* main = bar_.band(key::mainBar);
+    platform::Tool* tool = bar_.tool(key::addressBar, key::addressTool);
+    if (!address || !main || !tool || !barWidgets_)
+        return;
+    const bool sameLine = bar_.dockLine(*address) == bar_.dockLine(*main);
+    tool->setWidth(
+        addressToolWidth(sameLine, barWidgets_->pixelsToTwips(width()), bar_.leftTwips(*address)));
+}

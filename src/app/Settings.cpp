@@ -1,0 +1,108 @@
+#include "Settings.h"
+#include "Keys.h"
+#include "platform/ConnectionHelper.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/ini/ProfileFile.h"
+
+namespace {
+
+const QString section = QStringLiteral("QUB-BROWSER");
+const QString proxyKey = QStringLiteral("PROXY_IP");
+const QString emptyProxy = QStringLiteral("Empty");
+constexpr int firstProxyId = 3011;
+
+struct Switch
+{
+    const char* name;
+    const char* band;
+    const char* tool;
+    int fallback;
+    const char* shownBand; // band shown or hidden with the switch, if any
+};
+
+// In the order they are written.
+const Switch switches[] = {
+    {"ADDRESSBAR", key::viewMenu, key::showAddressBar, 1, key::addressBar},
+    {"STATUSBAR", key::viewMenu, key::showStatusBar, 1, key::statusBar},
+    {"TOOLSBAR", key::viewMenu, key::showMainBar, 1, key::mainBar},
+    {"ICONON", key::favMenu, key::favIcons, 0, nullptr},
+    {"OPENGETBAR", key::toolsMenu, key::companionBar, 0, nullptr},
+    {"BESILENT", key::toolsMenu, key::silent, 0, nullptr},
+    {"STOPPOPUP", key::toolsMenu, key::stopPopups, 0, nullptr},
+    {"KILLPOP", key::toolsMenu, key::killPopups, 0, nullptr},
+};
+
+} // namespace
+
+Settings::Settings(QString appDir, platform::CommandBar& bar,
+                   platform::ConnectionHelper& connection)
+    : appDir_(std::move(appDir)), bar_(bar), connection_(connection)
+{
+}
+
+void Settings::load()
+{
+    const platform::ProfileFile file(fileName());
+    for (const Switch& s : switches) {
+        // The companion bar checks its own tool when it opens.
+        if (QLatin1String(s.tool) == QLatin1String(key::companionBar))
+            continue;
+        const bool on = file.readInt(section, QLatin1String(s.name), s.fallback) == 1;
+        if (platform::Tool* tool = bar_.tool(s.band, s.tool))
+            tool->setChecked(on);
+        if (s.shownBand)
+            if (platform::Band* band = bar_.band(s.shownBand))
+                band->setVisible(on);
+    }
+
+    const QString proxy = platform::ReadIniString(fileName(), section, proxyKey);
+    connection_.setProxy(proxy);
+    platform::Band* menu = bar_.band(key::proxyMenu);
+    if (!menu)
+        return;
+    auto add = [&](const QString& toolKey, int id, platform::ControlType type,
+                   const QString& caption) {
+        platform::Tool* tool = bar_.addTool(toolKey, id, type);
+        tool->setCaption(caption);
+        return bar_.insertTool(*menu, *tool);
+    };
+    platform::Tool* none =
+        add(QStringLiteral("Proxy1"), firstProxyId, platform::ControlType::Button, emptyProxy);
+    none->setCheckable(true);
+    none->setChecked(proxy.isEmpty());
+    add(QStringLiteral("spe_sProxy1"), firstProxyId + 1, platform::ControlType::Separator, {});
+    const QStringList entries = connection_.proxies();
+    for (int i = 1; i <= entries.size(); ++i) {
+        const QString& entry = entries[i - 1];
+        platform::Tool* tool = add(QStringLiteral("Proxy%1").arg(i + 1), firstProxyId + 1 + i,
+                                   platform::ControlType::Button, entry);
+        tool->setCheckable(true);
+        tool->setChecked(entry == proxy);
+    }
+    bar_.recalcLayout();
+}
+
+bool Settings::save() const
+{
+    const platform::ProfileFile file(fileName());
+    bool ok = true;
+    for (const Switch& s : switches) {
+        const platform::Tool* tool = bar_.tool(s.band, s.tool);
+        const bool on = tool && tool->checked();
+        ok = file.writeString(section, QLatin1String(s.name),
+                              on ? QStringLiteral("1") : QStringLiteral("0")) &&
+             ok;
+    }
+    QString proxy;
+    if (const platform::Band* menu = bar_.band(key::proxyMenu)) {
+        for (int i = 0; i < menu->count(); ++i) {
+            if (menu->at(i)->checked()) {
+                proxy = menu->at(i)->caption();
+                break;
+            }
+        }
+    }
+    if (proxy == emptyProxy)
+        proxy.clear();
+    return file.writeString(section, proxyKey, proxy) && ok;
+}

@@ -1,0 +1,51 @@
+#include "app/CommandLine.h"
+#include "app/MainWindow.h"
+#include "platform/AppDir.h"
+#include "platform/Dialogs.h"
+#include "platform/browser/WebEngineBrowserView.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QIcon>
+
+namespace {
+
+// Desktops without a configured icon theme still get the named icons.
+void chooseIconTheme()
+{
+    const QString current = QIcon::themeName();
+    if (!current.isEmpty() && current != QLatin1String("hicolor"))
+        return;
+    for (const QString& theme : {QStringLiteral("Adwaita"), QStringLiteral("breeze")})
+        if (QDir(QStringLiteral("/usr/share/icons/") + theme).exists()) {
+            QIcon::setThemeName(theme);
+            return;
+        }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication::setApplicationName(QStringLiteral("QUB-BROWSER"));
+    QApplication::setApplicationVersion(QStringLiteral(QUB_VERSION));
+    QApplication app(argc, argv);
+    chooseIconTheme();
+
+    platform::QtDialogs dialogs;
+    platform::SystemClock clock;
+    platform::WebEngineViewFactory factory;
+    int code = 0;
+    {
+        MainWindow window(platform::appDir(), dialogs, factory, clock);
+        dialogs.setParent(&window);
+        if (!window.start(commandLineAddress(QApplication::arguments())))
+            return 1;
+        code = QApplication::exec();
+        dialogs.setParent(nullptr);
+    }
+    // Views retired during the run are deleted before their profile goes.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return code;
+}

@@ -1,0 +1,57 @@
+#include "Dialogs.h"
+
+#include <QMessageBox>
+
+namespace platform {
+
+Dialogs::Answer QtDialogs::message(const QString& text, Buttons buttons, Icon icon,
+                                   const QString& title)
+{
+    QMessageBox box(parent_);
+    box.setWindowTitle(title.isEmpty() ? QStringLiteral("QUB-BROWSER") : title);
+    box.setText(text);
+    switch (icon) {
+    case Icon::Information:
+        box.setIcon(QMessageBox::Information);
+        break;
+    case Icon::Question:
+        box.setIcon(QMessageBox::Question);
+        break;
+    case Icon::Warning:
+        box.setIcon(QMessageBox::Warning);
+        break;
+    case Icon::Critical:
+        box.setIcon(QMessageBox::Critical);
+        break;
+    case Icon::None:
+        break;
+    }
+    switch (buttons) {
+    case Buttons::Ok:
+        box.setStandardButtons(QMessageBox::Ok);
+        break;
+    case Buttons::OkCancel:
+        box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+        box.setDefaultButton(QMessageBox::Ok);
+        break;
+    case Buttons::YesNo:
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        break;
+    }
+    switch (box.exec()) {
+    case QMessageBox::Cancel:
+        return Answer::Cancel;
+    case QMessageBox::Yes:
+        return Answer::Yes;
+    case QMessageBox::No:
+        return Answer::No;
+    default:
+        break;
+    }
+    // Closing the box with its window button counts as the safe answer.
+    if (buttons == Buttons::OkCancel && box.clickedButton() == nullptr)
+        return Answer::Cancel;
+    return Answer::Ok;
+}
+
+} // namespace platform

@@ -1,0 +1,15 @@
+#pragma once
+// Length rules of the old narrow (ANSI) code page: every character above
+// U+007F took two bytes there, and every limit the program keeps on texts is
+// counted that way.
+#include <QString>
+
+namespace platform {
+
+int narrowLength(const QString& text);
+
+// The longest beginning of text whose narrow length is at most limit; a
+// two-byte character is never split.
+QString narrowLeft(const QString& text, int limit);
+
+} // namespace platform

@@ -1,0 +1,79 @@
+#pragma once
+// One browser view: the page of one tab, or the hidden catch view 0. The rest
+// of the program sees only this interface; WebEngineBrowserView implements it
+// on the real engine and tests use a fake of the same shape.
+#include <QObject>
+#include <QString>
+
+class QWidget;
+
+namespace platform {
+
+class BrowserView : public QObject
+{
+    Q_OBJECT
+public:
+    enum ReadyState { Uninitialized = 0, Loading = 1, Loaded = 2, Interactive = 3, Complete = 4 };
+    enum Command { CommandForward = 1, CommandBack = 2 };
+
+    explicit BrowserView(int index) : index_(index) {}
+
+    // Index in the view array; never changes and is never reused.
+    int index() const { return index_; }
+    // The tab's position in the strip, as decimal text.
+    const QString& tag() const { return tag_; }
+    void setTag(const QString& tag) { tag_ = tag; }
+
+    virtual QWidget* widget() = 0;
+    virtual void navigate(const QString& address) = 0;
+    virtual void stop() = 0;
+    virtual void refresh() = 0;
+    virtual void goBack() = 0;
+    virtual void goForward() = 0;
+    virtual void goHome() = 0;
+    // Empty until the view was first asked to navigate.
+    virtual QString locationUrl() const = 0;
+    virtual QString title() const = 0;
+    virtual ReadyState readyState() const = 0;
+    bool hasDocument() const { return readyState() != Uninitialized; }
+    // A silent view shows no script dialogs of its pages.
+    virtual void setSilent(bool silent) = 0;
+    virtual bool silent() const = 0;
+    // Empties the page and stops it reporting anything: used on retirement.
+    virtual void clearDocument() = 0;
+    virtual void focusPage() = 0;
+
+signals:
+    void titleChanged(const QString& title);
+    void statusTextChanged(const QString& text);
+    void progressChanged(int progress, int maximum);
+    void commandStateChanged(int command, bool enabled);
+    // The page asked to close its own window.
+    void windowClosing(bool isChildWindow);
+    void fullScreenRequested(bool fullScreen);
+
+private:
+    const int index_;
+    QString tag_;
+};
+
+// Makes the views of one window; index 0 is the catch view.
+class BrowserViewFactory
+{
+public:
+    virtual ~BrowserViewFactory() = default;
+    virtual BrowserView* create(int index) = 0;
+};
+
+// Where views live on screen: the one active view fills the client area, every
+// other view is parked out of sight but stays alive.
+class ViewStage
+{
+public:
+    virtual ~ViewStage() = default;
+    // Shows view in the client area, in front, and parks whatever was there.
+    virtual void show(BrowserView& view) = 0;
+    virtual void park(BrowserView& view) = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,368 @@
+#include "CommandBarWidgets.h"
+
+#include <QContextMenuEvent>
+#include <QDockWidget>
+#include <QHBoxLayout>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QToolButton>
+#include <QVBoxLayout>
+#include <QWidgetAction>
+#include <algorithm>
+
+namespace platform {
+
+namespace {
+
+Qt::ToolBarArea toolBarArea(DockArea area)
+{
+    switch (area) {
+    case DockArea::Bottom:
+        return Qt::BottomToolBarArea;
+    case DockArea::Left:
+        return Qt::LeftToolBarArea;
+    case DockArea::Right:
+        return Qt::RightToolBarArea;
+    case DockArea::Top:
+        break;
+    }
+    return Qt::TopToolBarArea;
+}
+
+// Keeps a hosted control inside whichever bar shows its tool, so the control
+// can be set before or after the bar is drawn.
+class ControlHolder : public QWidget
+{
+public:
+    explicit ControlHolder(QWidget* parent = nullptr) : QWidget(parent)
+    {
+        auto* layout = new QHBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+    }
+    void hold(QWidget* control)
+    {
+        if (control && control->parentWidget() != this) {
+            layout()->addWidget(control);
+            control->show();
+        }
+    }
+};
+
+} // namespace
+
+CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window)
+    : QObject(&window), bar_(bar), window_(window)
+{
+    for (const auto& band : bar_.bands())
+        createContainer(*band);
+    addToolBars();
+    for (const auto& band : bar_.bands()) {
+        for (int i = 0; i < band->count(); ++i)
+            insertAction(band.get(), i);
+        updateBand(band.get());
+    }
+    connect(&bar_, &CommandBar::toolInserted, this, &CommandBarWidgets::insertAction);
+    connect(&bar_, &CommandBar::toolAboutToBeRemoved, this, &CommandBarWidgets::removeAction);
+    connect(&bar_, &CommandBar::toolChanged, this, &CommandBarWidgets::updateAction);
+    connect(&bar_, &CommandBar::bandChanged, this, &CommandBarWidgets::updateBand);
+    connect(&bar_, &CommandBar::popUpRequested, this, &CommandBarWidgets::popUp);
+    bar_.setPlacement(this);
+}
+
+CommandBarWidgets::~CommandBarWidgets()
+{
+    bar_.setPlacement(nullptr);
+}
+
+QMenu* CommandBarWidgets::menu(const QString& bandKey) const
+{
+    return qobject_cast<QMenu*>(containers_.value(bar_.band(bandKey)));
+}
+
+void CommandBarWidgets::createContainer(Band& band)
+{
+    QWidget* widget = nullptr;
+    switch (band.kind()) {
+    case BandKind::MenuBar:
+        widget = window_.menuBar();
+        break;
+    case BandKind::Popup: {
+        auto* menu = new QMenu(&window_);
+        connect(menu, &QMenu::aboutToShow, this, [this, b = &band] {
+            bar_.reportDropDown(b);
+            bar_.reportShown(b);
+        });
+        widget = menu;
+        break;
+    }
+    case BandKind::Toolbar:
+    case BandKind::StatusBar: {
+        auto* toolBar = new QToolBar(band.caption(), &window_);
+        toolBar->setObjectName(band.key());
+        toolBar->setIconSize(QSize(20, 20));
+        if (band.kind() == BandKind::StatusBar)
+            toolBar->setMovable(false);
+        widget = toolBar;
+        break;
+    }
+    case BandKind::SideBar: {
+        auto* dock = new QDockWidget(band.caption(), &window_);
+        dock->setObjectName(band.key());
+        sidePages_ = new QTabWidget(dock);
+        dock->setWidget(sidePages_);
+        // The model says whether the side bar shows; the dock has no close box of its own.
+        dock->setFeatures(QDockWidget::DockWidgetMovable);
+        window_.addDockWidget(Qt::LeftDockWidgetArea, dock);
+        connect(dock, &QDockWidget::visibilityChanged, this, [this, b = &band](bool shown) {
+            if (shown)
+                bar_.reportShown(b);
+        });
+        connect(sidePages_, &QTabWidget::currentChanged, this, [this](int index) {
+            for (auto it = containers_.cbegin(); it != containers_.cend(); ++it)
+                if (sidePages_ && it.value() == sidePages_->widget(index))
+                    bar_.reportChildBandChanged(const_cast<Band*>(it.key()));
+        });
+        widget = dock;
+        break;
+    }
+    case BandKind::ChildBand: {
+        auto* toolBar = new QToolBar(band.caption());
+        toolBar->setOrientation(Qt::Vertical);
+        toolBar->setObjectName(band.key());
+        if (Band* parent = bar_.band(band.parentKey()); parent && sidePages_)
+            sidePages_->addTab(toolBar, band.caption());
+        widget = toolBar;
+        break;
+    }
+    }
+    widget->setContextMenuPolicy(Qt::PreventContextMenu);
+    if (band.kind() != BandKind::Popup)
+        widget->installEventFilter(this);
+    containers_.insert(&band, widget);
+}
+
+void CommandBarWidgets::addToolBars()
+{
+    std::vector<Band*> bars;
+    for (const auto& band : bar_.bands())
+        if (band->kind() == BandKind::Toolbar || band->kind() == BandKind::StatusBar)
+            bars.push_back(band.get());
+    std::stable_sort(bars.begin(), bars.end(), [](const Band* a, const Band* b) {
+        if (a->dockArea() != b->dockArea())
+            return a->dockArea() < b->dockArea();
+        return a->declaredLine() < b->declaredLine();
+    });
+    const Band* previous = nullptr;
+    for (Band* band : bars) {
+        const DockArea area =
+            band->kind() == BandKind::StatusBar ? DockArea::Bottom : band->dockArea();
+        if (previous && previous->dockArea() == band->dockArea() &&
+            previous->declaredLine() != band->declaredLine())
+            window_.addToolBarBreak(toolBarArea(area));
+        window_.addToolBar(toolBarArea(area), static_cast<QToolBar*>(containers_.value(band)));
+        previous = band;
+    }
+}
+
+void CommandBarWidgets::insertAction(Band* band, int index)
+{
+    QWidget* container = containers_.value(band);
+    Tool* tool = band->at(index);
+    if (!container || !tool)
+        return;
+    QAction* action = nullptr;
+    if (tool->type() == ControlType::Hosted) {
+        auto* widgetAction = new QWidgetAction(container);
+        widgetAction->setDefaultWidget(new ControlHolder);
+        action = widgetAction;
+    } else {
+        action = new QAction(container);
+        connect(action, &QAction::triggered, this, [this, action, tool] {
+            action->setChecked(tool->checked());
+            bar_.reportClick(tool);
+        });
+    }
+    connect(action, &QAction::hovered, this, [this, tool] { bar_.reportHover(tool); });
+    if (tool->type() == ControlType::Separator)
+        action->setSeparator(true);
+    if (tool->type() == ControlType::DropDown)
+        action->setMenu(menu(tool->subBand()));
+    actions_.insert(tool, action);
+
+    QAction* before = nullptr;
+    if (index + 1 < band->count())
+        before = actions_.value(band->at(index + 1));
+    container->insertAction(before, action);
+    if (auto* toolBar = qobject_cast<QToolBar*>(container)) {
+        if (auto* button = qobject_cast<QToolButton*>(toolBar->widgetForAction(action))) {
+            button->installEventFilter(this);
+            buttonTools_.insert(button, tool);
+            if (tool->type() == ControlType::DropDown)
+                button->setPopupMode(QToolButton::InstantPopup);
+        }
+    }
+    updateAction(tool);
+}
+
+void CommandBarWidgets::removeAction(Band* band, int index)
+{
+    Tool* tool = band->at(index);
+    QAction* action = actions_.take(tool);
+    if (!action)
+        return;
+    for (auto it = buttonTools_.begin(); it != buttonTools_.end();)
+        it = it.value() == tool ? buttonTools_.erase(it) : std::next(it);
+    if (tool->type() == ControlType::Hosted && tool->control())
+        tool->control()->setParent(nullptr);
+    delete action;
+}
+
+void CommandBarWidgets::updateAction(Tool* tool)
+{
+    QAction* action = actions_.value(tool);
+    if (!action)
+        return;
+    action->setText(tool->caption());
+    action->setToolTip(tool->tooltip().isEmpty() ? tool->caption() : tool->tooltip());
+    action->setCheckable(tool->checkable());
+    action->setChecked(tool->checked());
+    action->setEnabled(tool->enabled());
+    action->setVisible(tool->visible());
+    action->setIcon(tool->picture().isNull() ? QIcon::fromTheme(tool->iconName())
+                                             : tool->picture());
+    action->setShortcut(QKeySequence(tool->shortcut()));
+    if (auto* widgetAction = qobject_cast<QWidgetAction*>(action)) {
+        auto* holder = static_cast<ControlHolder*>(widgetAction->defaultWidget());
+        holder->hold(tool->control());
+        if (tool->width() > 0)
+            holder->setFixedWidth(twipsToPixels(tool->width()));
+        else if (tool->control())
+            holder->setSizePolicy(tool->control()->sizePolicy());
+        if (!tool->shortcut().isEmpty() && !action->property("focusWired").toBool()) {
+            // A hosted control has no click; its shortcut takes the focus.
+            auto* focus = new QAction(&window_);
+            window_.addAction(focus);
+            focus->setShortcut(QKeySequence(tool->shortcut()));
+            connect(focus, &QAction::triggered, this, [tool] {
+                if (QWidget* control = tool->control())
+                    control->setFocus(Qt::ShortcutFocusReason);
+            });
+            action->setProperty("focusWired", true);
+        }
+        return;
+    }
+    if (auto* toolBar = qobject_cast<QToolBar*>(action->parent())) {
+        if (auto* button = qobject_cast<QToolButton*>(toolBar->widgetForAction(action))) {
+            Qt::ToolButtonStyle style = Qt::ToolButtonIconOnly;
+            if (tool->displayStyle() == 3)
+                style = Qt::ToolButtonTextBesideIcon;
+            else if (action->icon().isNull())
+                style = Qt::ToolButtonTextOnly;
+            button->setToolButtonStyle(style);
+        }
+    }
+}
+
+void CommandBarWidgets::updateBand(Band* band)
+{
+    QWidget* container = containers_.value(band);
+    if (!container)
+        return;
+    if (auto* menu = qobject_cast<QMenu*>(container)) {
+        menu->setTitle(band->caption());
+        return;
+    }
+    container->setWindowTitle(band->caption());
+    if (band->kind() == BandKind::ChildBand) {
+        if (sidePages_)
+            sidePages_->setTabText(sidePages_->indexOf(container), band->caption());
+        return;
+    }
+    container->setVisible(band->visible());
+}
+
+int CommandBarWidgets::dockLine(const Band& band) const
+{
+    auto* toolBar = qobject_cast<QToolBar*>(containers_.value(&band));
+    if (!toolBar || !toolBar->isVisible())
+        return band.declaredLine();
+    // Bands that share an area are on the same line when their tops match.
+    const Qt::ToolBarArea area = window_.toolBarArea(toolBar);
+    QList<int> tops;
+    for (QToolBar* other : window_.findChildren<QToolBar*>())
+        if (other->isVisible() && window_.toolBarArea(other) == area && !tops.contains(other->y()))
+            tops.append(other->y());
+    std::sort(tops.begin(), tops.end());
+    return int(tops.indexOf(toolBar->y()));
+}
+
+int CommandBarWidgets::leftTwips(const Band& band) const
+{
+    QWidget* widget = containers_.value(&band);
+    return widget ? pixelsToTwips(widget->x()) : 0;
+}
+
+int CommandBarWidgets::twipsToPixels(int twips) const
+{
+    return int(qint64(twips) * window_.logicalDpiX() / 1440);
+}
+
+int CommandBarWidgets::pixelsToTwips(int pixels) const
+{
+    return int(qint64(pixels) * 1440 / std::max(1, window_.logicalDpiX()));
+}
+
+bool CommandBarWidgets::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::ContextMenu) {
+        showCustomizeMenu(static_cast<QContextMenuEvent*>(event)->globalPos());
+        return true;
+    }
+    Tool* tool = buttonTools_.value(watched);
+    if (!tool)
+        return false;
+    if (event->type() == QEvent::MouseButtonDblClick &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
+        bar_.reportSecondary(tool);
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonRelease &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::MiddleButton) {
+        bar_.reportSecondary(tool);
+        return true;
+    }
+    return false;
+}
+
+void CommandBarWidgets::showCustomizeMenu(const QPoint& globalPos)
+{
+    if (!bar_.reportCustomize())
+        return;
+    QMenu menu(&window_);
+    for (const auto& band : bar_.bands()) {
+        const BandKind kind = band->kind();
+        if (kind != BandKind::Toolbar && kind != BandKind::StatusBar && kind != BandKind::SideBar)
+            continue;
+        QAction* entry = menu.addAction(band->caption());
+        entry->setCheckable(true);
+        entry->setChecked(band->visible());
+        Band* target = band.get();
+        connect(entry, &QAction::toggled, this, [this, target](bool on) {
+            target->setVisible(on);
+            bar_.recalcLayout();
+        });
+    }
+    menu.exec(globalPos);
+}
+
+void CommandBarWidgets::popUp(Band* band)
+{
+    if (auto* menu = qobject_cast<QMenu*>(containers_.value(band)))
+        menu->popup(QCursor::pos());
+}
+
+} // namespace platform

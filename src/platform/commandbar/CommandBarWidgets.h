@@ -1,0 +1,57 @@
+#pragma once
+// Shows a CommandBar in a QMainWindow: the menu bar band as its menu bar,
+// popup bands as menus, toolbars and the status band as tool bars in their
+// dock lines, the side bar as a dock widget with one page per child band. One
+// QAction stands for each tool copy; model changes update the widgets, and
+// clicks, hovers, drop-downs, double and middle clicks go back to the model.
+#include "CommandBar.h"
+
+#include <QHash>
+#include <QPointer>
+
+class QAction;
+class QMainWindow;
+class QMenu;
+class QTabWidget;
+
+namespace platform {
+
+class CommandBarWidgets : public QObject, public BandPlacement
+{
+    Q_OBJECT
+public:
+    CommandBarWidgets(CommandBar& bar, QMainWindow& window);
+    ~CommandBarWidgets() override;
+
+    QWidget* container(const Band* band) const { return containers_.value(band); }
+    QAction* action(const Tool* tool) const { return actions_.value(tool); }
+    QMenu* menu(const QString& bandKey) const;
+
+    int dockLine(const Band& band) const override;
+    int leftTwips(const Band& band) const override;
+
+    int twipsToPixels(int twips) const;
+    int pixelsToTwips(int pixels) const;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void createContainer(Band& band);
+    void addToolBars();
+    void insertAction(Band* band, int index);
+    void removeAction(Band* band, int index);
+    void updateAction(Tool* tool);
+    void updateBand(Band* band);
+    void showCustomizeMenu(const QPoint& globalPos);
+    void popUp(Band* band);
+
+    CommandBar& bar_;
+    QMainWindow& window_;
+    QHash<const Band*, QWidget*> containers_;
+    QHash<const Tool*, QAction*> actions_;
+    QHash<const QObject*, Tool*> buttonTools_;
+    QPointer<QTabWidget> sidePages_;
+};
+
+} // namespace platform

@@ -1,0 +1,35 @@
+#pragma once
+// Reads and writes ini files the way the old profile-string functions did:
+// section and key names match case-insensitively, blanks around keys and
+// values are dropped, one pair of surrounding quotes is removed from a value,
+// and a write changes only its own line, keeping every other line, comment
+// and unknown key as it was. Writes are atomic.
+#include <QString>
+
+namespace platform {
+
+class ProfileFile
+{
+public:
+    explicit ProfileFile(QString path) : path_(std::move(path)) {}
+
+    const QString& path() const { return path_; }
+
+    // The value, or fallback when the file, section or key is missing.
+    QString readString(const QString& section, const QString& key,
+                       const QString& fallback = {}) const;
+    // Leading decimal digits of the value; 0 for a value that holds none or is
+    // negative, fallback when the key is missing.
+    int readInt(const QString& section, const QString& key, int fallback) const;
+    // False when the file could not be written; the old file is then intact.
+    bool writeString(const QString& section, const QString& key, const QString& value) const;
+
+private:
+    QString path_;
+};
+
+// The system's shared reader: empty for anything missing, at most 254 narrow
+// characters (a value is never cut inside a two-byte character).
+QString ReadIniString(const QString& file, const QString& section, const QString& key);
+
+} // namespace platform
