@@ -5,6 +5,7 @@
 
 #include <QWidget>
 #include <limits>
+#include <utility>
 
 using platform::BrowserView;
 
@@ -210,9 +211,11 @@ void TabStrip::closeTab(int index)
     refreshActiveTab();
 }
 
+// The bulk closes hold shuttingDown while they run and then give back the
+// value they found: the program's own shut-down closes its last tab this way.
 void TabStrip::closeAllTabs()
 {
-    state_.shuttingDown = true;
+    const bool wasShuttingDown = std::exchange(state_.shuttingDown, true);
     for (int position = 1; position <= lastPosition(); ++position) {
         const int index = state_.tabView[size_t(position)];
         retire(index);
@@ -224,7 +227,7 @@ void TabStrip::closeAllTabs()
     state_.currentTab = 0;
     state_.previousTab = 0;
     newTab({}, true);
-    state_.shuttingDown = false;
+    state_.shuttingDown = wasShuttingDown;
 }
 
 void TabStrip::closeOtherTabs(int index)
@@ -236,7 +239,7 @@ void TabStrip::closeOtherTabs(int index)
     const int keptPosition = kept->tag().toInt();
     const bool forward = state_.canGoForward[size_t(keptPosition)];
     const bool back = state_.canGoBack[size_t(keptPosition)];
-    state_.shuttingDown = true;
+    const bool wasShuttingDown = std::exchange(state_.shuttingDown, true);
     state_.currentTab = keep;
     state_.previousTab = keep;
     for (int position = lastPosition(); position >= 1; --position) {
@@ -251,7 +254,7 @@ void TabStrip::closeOtherTabs(int index)
     state_.canGoBack = {false, back};
     kept->setTag(QStringLiteral("1"));
     setTabChecked(keep, true);
-    state_.shuttingDown = false;
+    state_.shuttingDown = wasShuttingDown;
     refreshActiveTab();
 }
 

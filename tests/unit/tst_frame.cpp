@@ -1,0 +1,211 @@
+// Settings file, language file, exit and command line of the main window.
+#include "app/AddressToolWidth.h"
+#include "app/CommandLine.h"
+#include "app/ExitFlow.h"
+#include "app/Keys.h"
+#include "app/Language.h"
+#include "app/Settings.h"
+#include "platform/ClickHook.h"
+#include "platform/ConnectionHelper.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/SkinLoader.h"
+#include "support/Fakes.h"
+#include "support/TestMain.h"
+#include "tabs/TabStrip.h"
+
+#include <QTemporaryDir>
+
+using namespace platform;
+
+namespace {
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+void writeFile(const QString& path, const QByteArray& content)
+{
+    QFile file(path);
+    file.open(QIODevice::WriteOnly);
+    file.write(content);
+}
+
+struct Frame {
+    QTemporaryDir dir;
+    QString appDir = dir.path() + '/';
+    MainState state;
+    CommandBar bar;
+    ConnectionHelper connection;
+    Settings settings{appDir, bar, connection};
+    Language language{appDir};
+    FakeViewFactory factory;
+    FakeStage stage;
+    TabStrip tabs{state, bar, factory, stage};
+    ScriptedDialogs dialogs;
+    SettableClock clock;
+    ClickHook hook{clock};
+    ExitFlow exit{state, bar, tabs, settings, language, dialogs, clock, hook};
+
+    Frame()
+    {
+        state.appDir = appDir;
+        SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
+    }
+    bool checked(const char* band, const char* tool) { return bar.tool(band, tool)->checked(); }
+    QString ini() { return QString::fromUtf8(readFile(appDir + "Browser.ini")); }
+};
+
+} // namespace
+
+class FrameTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void emptySettingsGiveDefaults()
+    {
+        Frame f;
+        writeFile(f.appDir + "Browser.ini", "");
+        f.settings.load();
+        QVERIFY(f.checked(key::viewMenu, key::showAddressBar));
+        QVERIFY(f.checked(key::viewMenu, key::showStatusBar));
+        QVERIFY(f.checked(key::viewMenu, key::showMainBar));
+        QVERIFY(!f.checked(key::favMenu, key::favIcons));
+        for (const char* tool : {key::companionBar, key::silent, key::stopPopups, key::killPopups})
+            QVERIFY(!f.checked(key::toolsMenu, tool));
+        Band* proxies = f.bar.band(key::proxyMenu);
+        QCOMPARE(proxies->count(), 2);
+        QCOMPARE(proxies->at(0)->key(), QStringLiteral("Proxy1"));
+        QCOMPARE(proxies->at(0)->id(), 3011);
+        QVERIFY(proxies->at(0)->checked());
+        QCOMPARE(proxies->at(1)->type(), ControlType::Separator);
+        QCOMPARE(proxies->at(1)->key(), QStringLiteral("spe_sProxy1"));
+    }
+
+    void switchValuesAndRoundTrip()
+    {
+        Frame f;
+        writeFile(f.appDir + "Browser.ini",
+                  "; mine\r\n[Other]\r\nA=1\r\n[QUB-BROWSER]\r\nADDRESSBAR=2\r\nSTATUSBAR=abc\r\n"
+                  "TOOLSBAR=1\r\nSTOPPOPUP=1\r\nKILLPOP=-1\r\nBESILENT= 1 \r\nUNKNOWN=keep\r\n"
+                  "PROXY_IP=10.0.0.1:8080\r\n");
+        f.settings.load();
+        QVERIFY(!f.checked(key::viewMenu, key::showAddressBar));
+        QVERIFY(!f.bar.band(key::addressBar)->visible());
+        QVERIFY(!f.bar.band(key::statusBar)->visible());
+        QVERIFY(f.bar.band(key::mainBar)->visible());
+        QVERIFY(f.checked(key::toolsMenu, key::stopPopups));
+        QVERIFY(!f.checked(key::toolsMenu, key::killPopups));
+        QVERIFY(f.checked(key::toolsMenu, key::silent));
+        // A proxy the list no longer holds: nothing checked, still handed on.
+        QCOMPARE(f.connection.proxy(), QStringLiteral("10.0.0.1:8080"));
+        QVERIFY(!f.bar.band(key::proxyMenu)->at(0)->checked());
+
+        QVERIFY(f.settings.save());
+        QCOMPARE(f.ini(), QStringLiteral(
+                              "; mine\r\n[Other]\r\nA=1\r\n[QUB-BROWSER]\r\nADDRESSBAR=0\r\n"
+                              "STATUSBAR=0\r\nTOOLSBAR=1\r\nSTOPPOPUP=1\r\nKILLPOP=0\r\n"
+                              "BESILENT=1\r\nUNKNOWN=keep\r\nPROXY_IP=\r\nICONON=0\r\n"
+                              "OPENGETBAR=0\r\n"));
+        // "Empty" checked is written as an empty value.
+        f.bar.band(key::proxyMenu)->at(0)->setChecked(true);
+        QVERIFY(f.settings.save());
+        QVERIFY(f.ini().contains("PROXY_IP=\r\n"));
+    }
+
+    void languageCaptionsTheBar()
+    {
+        Frame f;
+        writeFile(f.appDir + "lng.ini",
+                  "[QUB_Main]\nQUB_TITLE={N} {V} ({N})\ntb_Main=Haupt\nsub_File=Datei\n"
+                  "b_back=Zurück\ntip_b_back=Eine Seite zurück\nb_home=\n1b_security=Offen\n"
+                  "3b_security=Sicher\nmsg_Exit=Beenden?\n");
+        const QString home = f.bar.tool(key::mainBar, "b_home")->caption();
+        QCOMPARE(f.language.apply(f.bar, "1.0.3"), QStringLiteral("QUB-BROWSER 1.0.3 (QUB-BROWSER)"));
+        QCOMPARE(f.bar.band(key::mainBar)->caption(), QStringLiteral("Haupt"));
+        QCOMPARE(f.bar.band(key::fileMenu)->caption(), QStringLiteral("File"));
+        QCOMPARE(f.bar.tool(key::menuBar, key::fileMenu)->caption(), QStringLiteral("Datei"));
+        QCOMPARE(f.bar.tool(key::mainBar, "b_back")->caption(), QString::fromUtf8("Zurück"));
+        QCOMPARE(f.bar.collectionTool("b_back")->tooltip(), QString::fromUtf8("Eine Seite zurück"));
+        QCOMPARE(f.bar.tool(key::mainBar, "b_home")->caption(), home);
+        QCOMPARE(f.bar.tool(key::statusBar, "b_security")->tag(), QStringLiteral("|Offen||Sicher"));
+        QCOMPARE(f.language.text("msg_Exit"), QStringLiteral("Beenden?"));
+        QFile::remove(f.appDir + "lng.ini");
+        QCOMPARE(f.language.apply(f.bar, "1"), QString());
+    }
+
+    void exitCancelledLeavesEverything()
+    {
+        Frame f;
+        writeFile(f.appDir + "Browser.ini", "[QUB-BROWSER]\nSTOPPOPUP=1\n");
+        writeFile(f.appDir + "lng.ini", "[QUB_Main]\nmsg_Exit=Really?\n");
+        f.settings.load();
+        f.tabs.openFirstTab();
+        f.tabs.newTab("http://two/", true);
+        f.dialogs.answers = {Dialogs::Answer::Cancel};
+        f.exit.askExitQuestion();
+        QVERIFY(!f.exit.closeRequested());
+        QCOMPARE(f.dialogs.asked, QStringList{"Really?"}); // asked once, not twice
+        QCOMPARE(f.bar.band(key::tabsBar)->count(), 2);
+        QVERIFY(!f.state.shuttingDown);
+        QCOMPARE(readFile(f.appDir + "Browser.ini"), QByteArray("[QUB-BROWSER]\nSTOPPOPUP=1\n"));
+    }
+
+    void exitSavesTabsAndSettings()
+    {
+        Frame f;
+        f.settings.load();
+        f.tabs.createCatchView();
+        f.tabs.openFirstTab();
+        f.tabs.view(1)->navigate("http://one/");
+        f.tabs.newTab({}, false);
+        f.tabs.newTab("http://three/", false);
+        writeFile(f.appDir + "Temp.txt", "x");
+        f.hook.start();
+        QSignalSpy recorded(&f.exit, &ExitFlow::lastPageRecorded);
+        QVERIFY(f.exit.closeRequested());
+        QCOMPARE(f.dialogs.asked.size(), 1);
+        QCOMPARE(recorded.count(), 2);
+        QCOMPARE(recorded[0][0].toString(), QStringLiteral("http://one/"));
+        QCOMPARE(recorded[1][0].toString(), QStringLiteral("http://three/"));
+        QVERIFY(f.state.shuttingDown);
+        QVERIFY(f.ini().contains("STOPPOPUP=0"));
+        QVERIFY(!QFile::exists(f.appDir + "Temp.txt"));
+        QVERIFY(!f.hook.running());
+    }
+
+    void exitStopsSavingTabsAfterThirtySeconds()
+    {
+        Frame f;
+        f.settings.load();
+        f.tabs.openFirstTab();
+        f.tabs.view(1)->navigate("http://one/");
+        f.tabs.newTab("http://two/", false);
+        f.tabs.newTab("http://three/", false);
+        // Each closed tab costs 20 s of the clock.
+        connect(&f.exit, &ExitFlow::lastPageRecorded, [&f] { f.clock.now += 20; });
+        f.clock.now = 86390; // and midnight passes on the way
+        QSignalSpy recorded(&f.exit, &ExitFlow::lastPageRecorded);
+        QVERIFY(f.exit.closeRequested());
+        QCOMPARE(recorded.count(), 2);
+        QVERIFY(f.ini().contains("ADDRESSBAR=1"));
+    }
+
+    void commandLineAndAddressWidth()
+    {
+        QCOMPARE(commandLineAddress({"qub", "\"http://a.test/?q=\"x\"\""}),
+                 QStringLiteral("http://a.test/?q=x"));
+        QCOMPARE(commandLineAddress({"qub", "--disable-gpu", "a b.html"}), QStringLiteral("a b.html"));
+        QCOMPARE(commandLineAddress({"qub"}), QString());
+        QCOMPARE(addressToolWidth(true, 10000, 0), 3000);
+        QCOMPARE(addressToolWidth(true, 20000, 500), 8570);
+        QCOMPARE(addressToolWidth(false, 20000, 500), 16300);
+        QCOMPARE(addressToolWidth(false, 2000, 500), 0);
+    }
+};
+
+QUB_TEST_MAIN(FrameTest)
+#include "tst_frame.moc"

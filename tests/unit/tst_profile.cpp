@@ -1,0 +1,99 @@
+// The ini reader and writer keep the old profile-string behaviour.
+#include "platform/NarrowText.h"
+#include "platform/ini/ProfileFile.h"
+#include "support/TestMain.h"
+
+#include <QTemporaryDir>
+
+using platform::ProfileFile;
+
+class ProfileTest : public QObject {
+    Q_OBJECT
+    QTemporaryDir dir;
+
+    QString write(const QByteArray& content)
+    {
+        const QString path = dir.filePath(QStringLiteral("t.ini"));
+        QFile file(path);
+        file.open(QIODevice::WriteOnly);
+        file.write(content);
+        return path;
+    }
+    static QByteArray read(const QString& path)
+    {
+        QFile file(path);
+        file.open(QIODevice::ReadOnly);
+        return file.readAll();
+    }
+
+private slots:
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void reading_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("section");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QString>("expected");
+        QTest::addColumn<int>("number");
+        QTest::newRow("plain") << QByteArray("[S]\nK=v\n") << "S" << "K" << "v" << 0;
+        QTest::newRow("any case, blanks")
+            << QByteArray("[ sEcT ]\r\n  kEy  =  some value  \r\n") << "Sect" << "KEY"
+            << "some value" << 0;
+        QTest::newRow("quotes removed") << QByteArray("[S]\nK=\"a, b; c\"\n") << "S" << "K"
+                                        << "a, b; c" << 0;
+        QTest::newRow("backslashes kept") << QByteArray("[S]\nK=C:\\dir\\x\n") << "S" << "K"
+                                          << "C:\\dir\\x" << 0;
+        QTest::newRow("other section") << QByteArray("[A]\nK=1\n[B]\nK=2\n") << "B" << "K" << "2"
+                                       << 2;
+        QTest::newRow("first of twin keys") << QByteArray("[S]\nK=1\nK=2\n") << "S" << "K" << "1"
+                                            << 1;
+        QTest::newRow("comment is no key") << QByteArray("[S]\n;K=1\n") << "S" << "K" << "dflt"
+                                           << 7;
+        QTest::newRow("leading digits") << QByteArray("[S]\nK=12abc\n") << "S" << "K" << "12abc"
+                                        << 12;
+        QTest::newRow("not a number") << QByteArray("[S]\nK=abc\n") << "S" << "K" << "abc" << 0;
+        QTest::newRow("negative") << QByteArray("[S]\nK=-1\n") << "S" << "K" << "-1" << 0;
+        QTest::newRow("no section header") << QByteArray("K=1\n") << "S" << "K" << "dflt" << 7;
+    }
+    void reading()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, section);
+        QFETCH(QString, key);
+        const ProfileFile file(write(content));
+        QTEST(file.readString(section, key, QStringLiteral("dflt")), "expected");
+        QTEST(file.readInt(section, key, 7), "number");
+    }
+
+    void writingKeepsEverythingElse()
+    {
+        const QString path = write("; my notes\r\n[Other]\r\nX=1\r\n\r\n[s]\r\nkeep=me\r\nk=old\r\n"
+                                   "[Third]\r\nk=3\r\n");
+        const ProfileFile file(path);
+        QVERIFY(file.writeString("S", "K", "new"));
+        QVERIFY(file.writeString("S", "Added", "a"));
+        QVERIFY(file.writeString("Fresh", "F", "f"));
+        QCOMPARE(read(path), QByteArray("; my notes\r\n[Other]\r\nX=1\r\n\r\n[s]\r\nkeep=me\r\n"
+                                        "K=new\r\nAdded=a\r\n[Third]\r\nk=3\r\n[Fresh]\r\nF=f\r\n"));
+        const ProfileFile missing(dir.filePath(QStringLiteral("none/absent.ini")));
+        QCOMPARE(missing.readString("S", "K", "d"), QStringLiteral("d"));
+        QVERIFY(!missing.writeString("S", "K", "v"));
+    }
+
+    void narrowLimits()
+    {
+        const QString ascii(300, QLatin1Char('a'));
+        QCOMPARE(platform::ReadIniString(write("[S]\nK=" + ascii.toUtf8() + "\n"), "S", "K"),
+                 ascii.left(254));
+        // Two-byte characters count double and are never split.
+        const QString wide = QString(253, QLatin1Char('a')) + QString::fromUtf8("中文");
+        QCOMPARE(platform::ReadIniString(write("[S]\nK=" + wide.toUtf8() + "\n"), "S", "K"),
+                 QString(253, QLatin1Char('a')));
+        QCOMPARE(platform::narrowLength(QString::fromUtf8("ab中")), 4);
+        QCOMPARE(platform::ReadIniString(dir.filePath("missing.ini"), "S", "K"), QString());
+    }
+};
+
+QUB_TEST_MAIN(ProfileTest)
+#include "tst_profile.moc"

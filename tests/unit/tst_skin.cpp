@@ -1,0 +1,125 @@
+// The skin loader builds the bar from the file or names the line that is wrong,
+// and the shipped skin holds every key the program looks up.
+#include "app/Keys.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/SkinLoader.h"
+#include "support/TestMain.h"
+
+using namespace platform;
+
+class SkinTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void buildsBandsAndToolCopies()
+    {
+        CommandBar bar;
+        const auto error = SkinLoader::loadText(bar, QStringLiteral(
+            "# comment\n"
+            "band tb_Main toolbar caption=\"Main \\\"bar\\\"\" dock=top line=1\n"
+            "  button b_back caption=\"Back\" icon=go-previous shortcut=Alt+Left tip=\"Go back\" disabled\n"
+            "  separator\n"
+            "  dropdown sub_File caption=\"&File\" band=sub_File\n"
+            "  control ctl_addr width=6000\n"
+            "end\n"
+            "band sub_File popup hidden\n"
+            "  button b_back caption=\"Back in menu\" check checked id=77\n"
+            "end\n"
+            "band side sidebar\n"
+            "end\n"
+            "band page child parent=side caption=\"Page\"\n"
+            "end\n"));
+        QVERIFY2(!error, error ? qPrintable(error->message) : "");
+        QCOMPARE(int(bar.bands().size()), 4);
+        Band* main = bar.band("tb_Main");
+        QCOMPARE(main->caption(), QStringLiteral("Main \"bar\""));
+        QCOMPARE(main->declaredLine(), 1);
+        QCOMPARE(main->count(), 4);
+        QCOMPARE(main->at(1)->type(), ControlType::Separator);
+        QCOMPARE(main->at(2)->subBand(), QStringLiteral("sub_File"));
+        QCOMPARE(main->at(3)->width(), 6000);
+        Tool* back = main->tool("b_back");
+        QCOMPARE(back->tooltip(), QStringLiteral("Go back"));
+        QVERIFY(!back->enabled());
+        QVERIFY(!bar.band("sub_File")->visible());
+        // The same key in two bands is two tools; the collection keeps one.
+        Tool* twin = bar.tool("sub_File", "b_back");
+        QVERIFY(twin != back);
+        QVERIFY(twin->checked() && !back->checked());
+        QCOMPARE(twin->id(), 77);
+        QCOMPARE(bar.collectionTool("b_back")->caption(), QStringLiteral("Back"));
+        QCOMPARE(bar.band("page")->parentKey(), QStringLiteral("side"));
+    }
+
+    void namesTheFaultyLine_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("line");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("unknown kind") << "band a toolbox\nend" << 1 << "unknown band kind";
+        QTest::newRow("tool outside") << "button b_x\n" << 1 << "outside a band";
+        QTest::newRow("unclosed band") << "band a toolbar\nbutton b\n" << 1 << "not closed";
+        QTest::newRow("unknown word") << "band a toolbar\n buton b\nend" << 2 << "unknown word";
+        QTest::newRow("open quote") << "band a toolbar caption=\"x\nend" << 1 << "not closed";
+        QTest::newRow("bad number") << "band a toolbar\n button b width=wide\nend" << 2
+                                    << "whole number";
+        QTest::newRow("unknown setting") << "band a toolbar\n button b colour=red\nend" << 2
+                                         << "unknown tool setting";
+        QTest::newRow("dropdown to nowhere") << "band a menubar\n dropdown s band=sub_X\nend"
+                                             << 2 << "not declared";
+        QTest::newRow("twice in band") << "band a toolbar\n button b\n button b\nend" << 3
+                                       << "twice";
+        QTest::newRow("band twice") << "band a toolbar\nend\nband a popup\nend" << 3 << "twice";
+        QTest::newRow("orphan child") << "band c child parent=nope\nend" << 1 << "not a sidebar";
+        QTest::newRow("empty file") << "# nothing\n" << 0 << "no band";
+    }
+    void namesTheFaultyLine()
+    {
+        QFETCH(QString, text);
+        CommandBar bar;
+        const auto error = SkinLoader::loadText(bar, text);
+        QVERIFY(error);
+        QTEST(error->line, "line");
+        QFETCH(QString, message);
+        QVERIFY2(error->message.contains(message), qPrintable(error->message));
+        QVERIFY2(bar.bands().empty(), "a faulty skin adds nothing");
+        QVERIFY(error->text("default.tb2").startsWith("default.tb2"));
+    }
+
+    void shippedSkinHoldsEveryKeyLookedUp()
+    {
+        CommandBar bar;
+        const auto error = SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
+        QVERIFY2(!error, error ? qPrintable(error->text("default.tb2")) : "");
+        for (const auto& [band, tool] : key::lookedUpTools()) {
+            QVERIFY2(bar.band(band), qPrintable(band));
+            if (!tool.isEmpty())
+                QVERIFY2(bar.tool(band, tool), qPrintable(band + "/" + tool));
+        }
+        // Every fixed command key a user reaches stands in some band.
+        const QStringList commands = QStringLiteral(
+            "b_newt b_new2 b_new3 spe_sNew1 b_back b_forward b_stop b_stopall b_refresh b_home "
+            "b_saveas b_pageset b_preview b_print b_close b_quit b_property b_offline b_closeall1 "
+            "b_closeall2 b_selectall b_cut b_copy b_paste b_del b_undo b_redo b_find b_source "
+            "b_biggest b_big b_normal b_small b_smallest b_fullscreen b_addfav b_orgfav b_go "
+            "b_scrollon b_iconon b_opInternet b_viewlinks b_delcookie b_deltempfiles "
+            "b_delhistory b_emailall b_sendemail b_sendaddr b_fastsave b_openfile b_opengetbar "
+            "b_setup b_toolsbarok b_addrok b_statusok b_refreshall b_viewspecial b_killpop "
+            "b_addtohei b_besilent b_importfav b_exportfav b_openaddrbook b_viewtexts "
+            "b_stoppopup sep_sFile2 b_imgs b_swfs b_aboutme b_history b_showfav "
+            "b_addtononproxy").split(' ');
+        for (const QString& command : commands)
+            QVERIFY2(bar.collectionTool(command), qPrintable(command));
+        for (const char* band : {"sub_Edit", "sub_Text", "sub_Favio", "sub_ContentBlock",
+                                 "sub_Trans", "sub_Blocked"})
+            QVERIFY2(bar.band(band), band);
+        QVERIFY(bar.tool("sb_Status", "b_blocked")->caption().endsWith(':'));
+        QVERIFY(bar.tool("sb_Status", "b_security"));
+        QVERIFY(bar.tool("sb_Status", "b_offline"));
+        QCOMPARE(bar.band("cbnd_History")->parentKey(), QStringLiteral("tb_Leftbar"));
+    }
+};
+
+QUB_TEST_MAIN(SkinTest)
+#include "tst_skin.moc"

@@ -1,0 +1,294 @@
+// Tab numbering, positions and closing rules, on fake views.
+#include "app/Keys.h"
+#include "commands/CommandDispatcher.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/SkinLoader.h"
+#include "support/Fakes.h"
+#include "support/TestMain.h"
+#include "tabs/Ellipsis.h"
+#include "tabs/TabStrip.h"
+
+using namespace platform;
+
+namespace {
+
+struct Fixture {
+    MainState state;
+    CommandBar bar;
+    FakeViewFactory factory;
+    FakeStage stage;
+    std::unique_ptr<TabStrip> tabs;
+
+    Fixture()
+    {
+        SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
+        tabs = std::make_unique<TabStrip>(state, bar, factory, stage);
+        tabs->createCatchView();
+        tabs->openFirstTab();
+    }
+    Band& strip() { return *bar.band(key::tabsBar); }
+    QStringList toolKeys()
+    {
+        QStringList keys;
+        for (int i = 0; i < strip().count(); ++i)
+            keys << strip().at(i)->key();
+        return keys;
+    }
+    QString checkedTabs()
+    {
+        QStringList keys;
+        for (int i = 0; i < strip().count(); ++i)
+            if (strip().at(i)->checked())
+                keys << strip().at(i)->key();
+        return keys.join(',');
+    }
+    QString tag(int index) { return tabs->view(index)->tag(); }
+    FakeBrowserView* fake(int index) { return static_cast<FakeBrowserView*>(tabs->view(index)); }
+};
+
+} // namespace
+
+class TabsTest : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void startsWithOneTabNew()
+    {
+        Fixture f;
+        QCOMPARE(f.toolKeys(), QStringList{"tabs-1"});
+        QCOMPARE(f.strip().at(0)->caption(), QStringLiteral("New"));
+        QCOMPARE(f.strip().at(0)->id(), 50001);
+        QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-1"));
+        QCOMPARE(f.state.currentTab, 1);
+        QCOMPARE(f.state.previousTab, 1);
+        QCOMPARE(f.state.tabCount, 1);
+        QCOMPARE(f.tag(1), QStringLiteral("1"));
+        QCOMPARE(f.stage.shown, 1);
+        QVERIFY(f.tabs->view(0));
+        QVERIFY(f.strip().tool("tabs-0") == nullptr);
+    }
+
+    void closingTheMiddleTabShiftsPositions()
+    {
+        Fixture f;
+        f.tabs->newTab("http://two/", true);
+        f.tabs->newTab("http://three/", true);
+        QCOMPARE(f.state.currentTab, 3);
+        QCOMPARE(f.state.previousTab, 2);
+        QSignalSpy closed(f.tabs.get(), &TabStrip::pageClosed);
+        f.fake(2)->setTitle("Second page with a long title");
+
+        f.tabs->closeTab(2);
+        QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-3"}));
+        QCOMPARE(f.tag(3), QStringLiteral("2"));
+        QCOMPARE(f.state.tabView, (std::vector<int>{0, 1, 3}));
+        QCOMPARE(closed.count(), 1);
+        QCOMPARE(closed[0][1].toString(), QStringLiteral("http://two/"));
+        QCOMPARE(closed[0][0].toString(), QStringLiteral("Second page with a long title"));
+        // The closed view was the previous tab: its tag now names position 1.
+        QCOMPARE(f.state.currentTab, 1);
+        QCOMPARE(f.state.previousTab, 3);
+        QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-1"));
+        QCOMPARE(f.stage.shown, 1);
+        QVERIFY(f.tabs->view(2) == nullptr);
+
+        QCOMPARE(f.tabs->newTab({}, true), 4);
+        QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-3", "tabs-4"}));
+        QCOMPARE(f.tag(4), QStringLiteral("3"));
+        QCOMPARE(f.state.tabView, (std::vector<int>{0, 1, 3, 4}));
+    }
+
+    void closingTheActiveTabShowsItsLeftNeighbour()
+    {
+        Fixture f;
+        f.tabs->newTab({}, true);
+        f.tabs->newTab({}, true);
+        f.tabs->activateTab(1);
+        f.tabs->activateTab(2);
+        QCOMPARE(f.state.previousTab, 1);
+        f.tabs->closeTab(0);
+        QCOMPARE(f.state.currentTab, 1);
+        QCOMPARE(f.state.previousTab, 3); // the view now at the closed position
+        QCOMPARE(f.tag(3), QStringLiteral("2"));
+        QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-1"));
+        // First tab closed while it was previous: falls back to position 1.
+        f.tabs->activateTab(3);
+        f.tabs->closeTab(1);
+        QCOMPARE(f.toolKeys(), QStringList{"tabs-3"});
+        QCOMPARE(f.state.currentTab, 3);
+        QCOMPARE(f.tag(3), QStringLiteral("1"));
+    }
+
+    void closingTheOnlyTabResetsIt()
+    {
+        Fixture f;
+        f.fake(1)->navigate("http://one/");
+        f.tabs->closeTab(0);
+        QCOMPARE(f.toolKeys(), QStringList{"tabs-2"});
+        QCOMPARE(f.state.currentTab, 2);
+        QVERIFY(!f.state.shuttingDown);
+        QVERIFY(f.tabs->view(1) == nullptr);
+        QCOMPARE(f.stage.shown, 2);
+        QCOMPARE(f.tabs->view(2)->locationUrl(), QString());
+    }
+
+    void retiredViewsAreStoppedClearedAndDeleted()
+    {
+        Fixture f;
+        f.tabs->newTab("http://two/", true);
+        QPointer<FakeBrowserView> two = f.fake(2);
+        f.tabs->closeTab(2);
+        QCOMPARE(two->calls, (QStringList{"navigate http://two/", "stop", "clear"}));
+        QVERIFY(two->silent());
+        QVERIFY(two->widget()->isHidden());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(two.isNull());
+    }
+
+    void backgroundTabsLeaveTheActiveOneAlone()
+    {
+        Fixture f;
+        f.state.canGoBack[1] = true;
+        QSignalSpy activated(f.tabs.get(), &TabStrip::newTabActivated);
+        QCOMPARE(f.tabs->newTab("http://bg/", false), 2);
+        QCOMPARE(f.state.currentTab, 1);
+        QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-1"));
+        QCOMPARE(f.stage.shown, 1);
+        QCOMPARE(activated.count(), 0);
+        QCOMPARE(f.fake(2)->calls, QStringList{"navigate http://bg/"});
+        QCOMPARE(f.state.canGoBack, (std::vector<bool>{false, true, false}));
+    }
+
+    void newViewsFollowTheSilentSetting()
+    {
+        Fixture f;
+        f.bar.tool(key::toolsMenu, key::silent)->setChecked(true);
+        f.tabs->newTab({}, false);
+        QVERIFY(f.fake(2)->silent());
+        QVERIFY(!f.fake(1)->silent());
+    }
+
+    void closeAllAndCloseOthers()
+    {
+        Fixture f;
+        f.tabs->newTab({}, true);
+        f.tabs->newTab({}, true);
+        f.state.canGoForward = {false, false, true, false};
+        f.tabs->closeOtherTabs(2);
+        QCOMPARE(f.toolKeys(), QStringList{"tabs-2"});
+        QCOMPARE(f.tag(2), QStringLiteral("1"));
+        QCOMPARE(f.state.currentTab, 2);
+        QCOMPARE(f.state.previousTab, 2);
+        QCOMPARE(f.state.canGoForward, (std::vector<bool>{false, true}));
+        QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-2"));
+        QCOMPARE(f.stage.shown, 2);
+
+        f.tabs->newTab({}, true);
+        f.tabs->closeAllTabs();
+        QCOMPARE(f.toolKeys(), QStringList{"tabs-5"});
+        QCOMPARE(f.state.currentTab, 5);
+        QCOMPARE(f.state.tabView, (std::vector<int>{0, 5}));
+        QCOMPARE(f.state.tabCount, 5);
+        QVERIFY(!f.state.shuttingDown);
+    }
+
+    void pagesClosingThemselves()
+    {
+        Fixture f;
+        f.tabs->newTab("http://two/", false);
+        f.tabs->newTab("http://three/", false);
+        f.tabs->pageClosing(2, true); // a frame: ignored
+        QCOMPARE(f.strip().count(), 3);
+        f.tabs->pageClosing(2, false);
+        QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-3"}));
+        QCOMPARE(f.tag(3), QStringLiteral("2"));
+        QCOMPARE(f.state.currentTab, 1);
+        f.state.shuttingDown = true;
+        f.tabs->pageClosing(3, false);
+        QCOMPARE(f.strip().count(), 2);
+        f.state.shuttingDown = false;
+        f.tabs->pageClosing(1, false); // the active tab closes as by the close command
+        QCOMPARE(f.toolKeys(), QStringList{"tabs-3"});
+        QCOMPARE(f.state.currentTab, 3);
+    }
+
+    void pointingAtTabEntries()
+    {
+        Fixture f;
+        f.tabs->newTab({}, false);
+        f.fake(2)->navigate("http://example.test/a%20b/" + QString(60, 'x'));
+        Tool* one = f.strip().tool("tabs-1");
+        f.tabs->reportTool(one);
+        QCOMPARE(one->tooltip(), QStringLiteral("Blank Page"));
+        QVERIFY(f.state.tabMenuArmed);
+        QCOMPARE(f.state.targetTab, 1);
+        Tool* two = f.strip().tool("tabs-2");
+        f.tabs->reportTool(two);
+        QVERIFY(two->tooltip().startsWith("http://example.test/a b/"));
+        QVERIFY(two->tooltip().endsWith(" ..."));
+        QVERIFY(two->tooltip().size() < 50);
+        QCOMPARE(f.state.targetTab, 2);
+        f.tabs->reportTool(f.bar.tool(key::mainBar, "b_back"));
+        QVERIFY(!f.state.tabMenuArmed);
+        QCOMPARE(f.state.targetTab, 2);
+        f.state.tabMenuPending = true;
+        f.tabs->reportTool(f.bar.tool(key::mainBar, "b_back"));
+        QCOMPARE(f.state.targetTab, 0);
+    }
+
+    void ellipsisRows_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<int>("width");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("fits") << "Short" << 14 << "Short";
+        QTest::newRow("exactly") << "Fourteen chars" << 14 << "Fourteen chars";
+        QTest::newRow("cut") << "A title of thirty characters!!" << 14 << "A title o ...";
+        QTest::newRow("wide counts twice") << QString::fromUtf8("中文中文中文中文") << 14
+                                           << QString::fromUtf8("中文中文 ...");
+        QTest::newRow("empty") << "" << 50 << "";
+    }
+    void ellipsisRows()
+    {
+        QFETCH(QString, text);
+        QFETCH(int, width);
+        QTEST(ellipsis(text, width), "expected");
+    }
+
+    void dispatcherDrivesTheStrip()
+    {
+        Fixture f;
+        CommandDispatcher commands(f.state, f.bar, *f.tabs);
+        commands.dispatch(f.bar.tool(key::fileMenu, key::newTab));
+        commands.dispatch(f.bar.tool(key::fileMenu, key::newTab));
+        QCOMPARE(f.state.currentTab, 3);
+        commands.dispatch(f.strip().tool("tabs-1"));
+        QCOMPARE(f.state.currentTab, 1);
+        // A secondary action closes that tab, not the active one.
+        commands.secondaryAction(f.strip().tool("tabs-3"));
+        QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-2"}));
+        // The closed tab was the previous one, so its left neighbour shows.
+        QCOMPARE(f.state.currentTab, 2);
+        // The tab menu acts on the tab pointed at; the File menu on the shown one.
+        f.tabs->reportTool(f.strip().tool("tabs-1"));
+        commands.dispatch(f.bar.tool(key::fileMenu, key::closeTab));
+        QCOMPARE(f.toolKeys(), QStringList{"tabs-1"});
+        f.tabs->newTab({}, true);
+        f.tabs->reportTool(f.strip().tool("tabs-1"));
+        commands.dispatch(f.bar.tool(key::tabMenu, key::closeTab));
+        QCOMPARE(f.toolKeys(), QStringList{"tabs-4"});
+
+        Tool* statusToggle = f.bar.tool(key::viewMenu, key::showStatusBar);
+        QVERIFY(statusToggle->checked());
+        commands.dispatch(statusToggle);
+        QVERIFY(!statusToggle->checked());
+        QVERIFY(!f.bar.band(key::statusBar)->visible());
+        QSignalSpy quit(&commands, &CommandDispatcher::quitRequested);
+        commands.dispatch(f.bar.tool(key::fileMenu, key::quit));
+        QCOMPARE(quit.count(), 1);
+    }
+};
+
+QUB_TEST_MAIN(TabsTest)
+#include "tst_tabs.moc"
