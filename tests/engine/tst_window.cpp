@@ -1,0 +1,200 @@
+// The real main window on the real engine: start-up from the shipped skin,
+// tabs of real views, real clicks on the tab band, and the exit.
+#include "app/Keys.h"
+#include "app/MainWindow.h"
+#include "platform/browser/WebEngineBrowserView.h"
+#include "platform/commandbar/CommandBarWidgets.h"
+#include "support/Fakes.h"
+#include "support/LocalHttpServer.h"
+#include "support/TestMain.h"
+
+#include <QComboBox>
+#include <QMenuBar>
+#include <QTemporaryDir>
+#include <QToolBar>
+#include <QToolButton>
+
+using namespace platform;
+
+namespace {
+
+void copySkinTo(const QString& dir)
+{
+    for (const char* name : {"default.tb2", "lng.ini"})
+        QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, dir + name);
+}
+
+QByteArray readFile(const QString& path)
+{
+    QFile file(path);
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+}
+
+struct App {
+    QTemporaryDir dir;
+    QString appDir = dir.path() + '/';
+    ScriptedDialogs dialogs;
+    SettableClock clock;
+    WebEngineViewFactory factory;
+    std::unique_ptr<MainWindow> window;
+
+    explicit App(bool withSkin = true)
+    {
+        if (withSkin)
+            copySkinTo(appDir);
+        window = std::make_unique<MainWindow>(appDir, dialogs, factory, clock);
+    }
+    ~App()
+    {
+        window.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    QStringList tabKeys() const
+    {
+        QStringList keys;
+        const Band* band = window->bar().band(key::tabsBar);
+        for (int i = 0; i < band->count(); ++i)
+            keys << band->at(i)->key();
+        return keys;
+    }
+    QToolButton* tabButton(int index) const
+    {
+        Tool* tool = window->bar().tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index));
+        auto* bar = static_cast<QToolBar*>(
+            window->barWidgets()->container(window->bar().band(key::tabsBar)));
+        return qobject_cast<QToolButton*>(bar->widgetForAction(window->barWidgets()->action(tool)));
+    }
+};
+
+const QByteArray pageOne = "<html><head><title>Page One</title></head><body>one</body></html>";
+const QByteArray pageTwo = "<html><head><title>Page Two</title></head><body>two</body></html>";
+
+} // namespace
+
+class WindowTest : public QObject {
+    Q_OBJECT
+    LocalHttpServer server;
+
+private slots:
+    void initTestCase()
+    {
+        server.setPage("/one.html", pageOne);
+        server.setPage("/two.html", pageTwo);
+    }
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void startsWithTheCommandLinePageAndNumbersTabs()
+    {
+        App app;
+        QVERIFY(app.window->start(server.url("/one.html")));
+        MainWindow& w = *app.window;
+        QVERIFY(w.isVisible());
+        QCOMPARE(w.windowTitle(), QStringLiteral("QUB-BROWSER ") + QCoreApplication::applicationVersion());
+        QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
+        QTRY_COMPARE_WITH_TIMEOUT(w.tabs().view(1)->title(), QStringLiteral("Page One"), 20000);
+        QCOMPARE(w.tabs().view(1)->locationUrl(), server.url("/one.html"));
+        QCOMPARE(w.tabs().view(1)->widget()->parentWidget()->objectName(), QStringLiteral("pic_WB"));
+        QVERIFY(w.tabs().view(0)->widget()->isHidden());
+        QCOMPARE(w.addressBox()->itemText(0), QStringLiteral("About:Blank"));
+        QVERIFY(w.menuBar()->actions().size() >= 6);
+
+        w.tabs().newTab(server.url("/two.html"), true);
+        w.tabs().newTab({}, true);
+        w.tabs().closeTab(2);
+        QCOMPARE(w.tabs().newTab({}, true), 4);
+        QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-3", "tabs-4"}));
+        QCOMPARE(w.tabs().view(3)->tag(), QStringLiteral("2"));
+        QCOMPARE(w.tabs().view(4)->tag(), QStringLiteral("3"));
+        QCOMPARE(w.state().tabView, (std::vector<int>{0, 1, 3, 4}));
+        QCOMPARE(w.tabs().currentView()->widget()->parentWidget()->objectName(),
+                 QStringLiteral("pic_WB"));
+        QCOMPARE(w.tabs().view(1)->widget()->parentWidget()->objectName(),
+                 QStringLiteral("HideFrame"));
+    }
+
+    void tabButtonsAnswerRealClicks()
+    {
+        App app;
+        QVERIFY(app.window->start({}));
+        MainWindow& w = *app.window;
+        w.tabs().newTab({}, true);
+        w.tabs().newTab({}, true);
+        QToolButton* first = app.tabButton(1);
+        QVERIFY(first && first->isVisible());
+        QTest::mouseClick(first, Qt::LeftButton);
+        QCOMPARE(w.state().currentTab, 1);
+        QVERIFY(first->isChecked());
+        QVERIFY(!app.tabButton(3)->isChecked());
+        QTest::mouseClick(app.tabButton(3), Qt::MiddleButton);
+        QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
+        QTest::mouseDClick(app.tabButton(2), Qt::LeftButton);
+        QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
+        // The View menu's switch hides the status band's tool bar.
+        w.bar().reportClick(w.bar().tool(key::viewMenu, key::showStatusBar));
+        QVERIFY(!w.barWidgets()->container(w.bar().band(key::statusBar))->isVisible());
+    }
+
+    void exitSavesOnOkAndNothingOnCancel()
+    {
+        App app;
+        const QByteArray before = "; kept comment\r\n[QUB-BROWSER]\r\nTOOLSBAR=1\r\nMYKEY=mine\r\n";
+        QFile ini(app.appDir + "Browser.ini");
+        ini.open(QIODevice::WriteOnly);
+        ini.write(before);
+        ini.close();
+        QVERIFY(app.window->start(server.url("/one.html")));
+        MainWindow& w = *app.window;
+        w.bar().tool(key::toolsMenu, key::stopPopups)->setChecked(true);
+
+        app.dialogs.answers = {Dialogs::Answer::Cancel};
+        QVERIFY(!w.close());
+        QVERIFY(w.isVisible());
+        QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
+        QCOMPARE(readFile(app.appDir + "Browser.ini"), before);
+
+        app.dialogs.answers = {Dialogs::Answer::Ok};
+        w.quit();
+        QVERIFY(!w.isVisible());
+        QCOMPARE(app.dialogs.asked.size(), 2);
+        const QByteArray after = readFile(app.appDir + "Browser.ini");
+        QVERIFY(after.startsWith("; kept comment\r\n[QUB-BROWSER]\r\nTOOLSBAR=1\r\nMYKEY=mine\r\n"));
+        QVERIFY(after.contains("STOPPOPUP=1\r\n"));
+        QVERIFY(after.contains("PROXY_IP=\r\n"));
+    }
+
+    void badFilesAreReportedAndWriteNothing()
+    {
+        {
+            App app(false);
+            QVERIFY(!app.window->start({}));
+            QCOMPARE(app.dialogs.asked, QStringList{"Cannot find skin file:default.tb2"});
+            QVERIFY(!app.window->isVisible());
+        }
+        {
+            App app(false);
+            QFile skin(app.appDir + "default.tb2");
+            skin.open(QIODevice::WriteOnly);
+            skin.write("band tb_Main toolbar\n  buton b_back\nend\n");
+            skin.close();
+            QVERIFY(!app.window->start({}));
+            QCOMPARE(app.dialogs.asked.size(), 1);
+            QVERIFY2(app.dialogs.asked[0].startsWith("default.tb2, line 2:"),
+                     qPrintable(app.dialogs.asked[0]));
+            QVERIFY(!QFile::exists(app.appDir + "Browser.ini"));
+        }
+        {
+            App app;
+            QFile ini(app.appDir + "Browser.ini");
+            ini.open(QIODevice::WriteOnly);
+            ini.write(QByteArray("\xff\xfe[QUB-BROWSER\n=\n=ADDRESSBAR\0\n[[]]", 30));
+            ini.close();
+            QVERIFY(app.window->start({}));
+            QVERIFY(app.window->bar().band(key::addressBar)->visible());
+            QVERIFY(app.window->bar().tool(key::viewMenu, key::showAddressBar)->checked());
+        }
+    }
+};
+
+QUB_TEST_MAIN(WindowTest)
+#include "tst_window.moc"
