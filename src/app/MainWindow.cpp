@@ -16,8 +16,24 @@
 #include <QVBoxLayout>
 
 namespace {
+
 const QString skinName = QStringLiteral("default.tb2");
+
+// The tab band's buttons drawn as tabs, the active one raised and bold.
+const char* const tabStyle = R"(
+QToolBar#tb_Tabs { spacing: 0px; }
+QToolBar#tb_Tabs QToolButton {
+    border: 1px solid #b6b6b6; border-bottom-color: #9a9a9a;
+    border-top-left-radius: 6px; border-top-right-radius: 6px;
+    background: #dedede; padding: 3px 10px; margin: 3px 0px 0px 2px; min-width: 100px;
 }
+QToolBar#tb_Tabs QToolButton:hover:!checked { background: #ececec; }
+QToolBar#tb_Tabs QToolButton:checked {
+    background: #ffffff; border-bottom-color: #ffffff; font-weight: bold;
+}
+)";
+
+} // namespace
 
 MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
                        platform::BrowserViewFactory& factory, const platform::Clock& clock)
@@ -104,6 +120,8 @@ bool MainWindow::start(const QString& commandLineAddress)
     if (!loadSkin())
         return false;
     barWidgets_ = new platform::CommandBarWidgets(bar_, *this);
+    if (QWidget* strip = barWidgets_->container(bar_.band(key::tabsBar)))
+        strip->setStyleSheet(QLatin1String(tabStyle));
     addressBox_->addItem(QStringLiteral("About:Blank"));
     progressHost_->setVisible(true);
     hostControls();

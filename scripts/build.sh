@@ -1,0 +1,6 @@
+#!/bin/bash
+# Configures and builds into build/; the program folder is build/bin.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo > /dev/null
+cmake --build build

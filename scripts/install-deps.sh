@@ -1,0 +1,25 @@
+#!/bin/bash
+# Installs the Debian 12 packages that building (and, with "test", testing)
+# QUB-BROWSER needs; does nothing when they are all there.
+set -euo pipefail
+
+packages=(g++ cmake ninja-build libgl-dev
+          qt6-base-dev qt6-webengine-dev libqt6webenginecore6-bin qt6-qpa-plugins libqt6svg6
+          adwaita-icon-theme fonts-dejavu-core)
+if [ "${1:-}" = test ]; then
+    packages+=(xvfb xauth libgl1-mesa-dri xdotool imagemagick)
+fi
+
+missing=()
+for package in "${packages[@]}"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed' \
+        || missing+=("$package")
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "Installing: ${missing[*]}"
+sudo=()
+[ "$(id -u)" -eq 0 ] || sudo=(sudo)
+export DEBIAN_FRONTEND=noninteractive
+"${sudo[@]}" apt-get update -qq
+"${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
