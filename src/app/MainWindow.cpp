@@ -42,7 +42,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
       pageIcon_(new QLabel), statusHost_(new QWidget), statusText_(new QLineEdit(statusHost_)),
       progressHost_(new QWidget), progressLabel_(new QLabel(progressHost_)),
       stage_(*clientArea_, *hideFrame_), tabs_(state_, bar_, factory, stage_),
-      dispatcher_(state_, bar_, tabs_),
+      dispatcher_(state_, bar_, tabs_), barEvents_(state_, bar_),
       exit_(state_, bar_, tabs_, settings_, language_, dialogs, clock, clickHook_)
 {
     state_.appDir = appDir;
@@ -75,6 +75,8 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
     connect(&bar_, &platform::CommandBar::toolSecondaryAction, &dispatcher_,
             &CommandDispatcher::secondaryAction);
     connect(&bar_, &platform::CommandBar::toolHovered, &tabs_, &TabStrip::reportTool);
+    connect(&bar_, &platform::CommandBar::bandDropDown, &barEvents_, &BarEvents::dropDown);
+    connect(&bar_, &platform::CommandBar::bandShown, &barEvents_, &BarEvents::bandShown);
     connect(&bar_, &platform::CommandBar::layoutRecalculated, this, &MainWindow::layoutAddressTool);
     connect(&dispatcher_, &CommandDispatcher::quitRequested, this, &MainWindow::quit);
     connect(&tabs_, &TabStrip::viewCreated, this, &MainWindow::wireView);

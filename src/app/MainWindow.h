@@ -6,6 +6,7 @@
 #include "Language.h"
 #include "MainState.h"
 #include "Settings.h"
+#include "commands/BarEvents.h"
 #include "commands/CommandDispatcher.h"
 #include "platform/ClickHook.h"
 #include "platform/ConnectionHelper.h"
@@ -77,6 +78,7 @@ private:
     platform::WidgetViewStage stage_;
     TabStrip tabs_;
     CommandDispatcher dispatcher_;
+    BarEvents barEvents_;
     ExitFlow exit_;
     platform::CommandBarWidgets* barWidgets_ = nullptr;
 };

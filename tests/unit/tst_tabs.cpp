@@ -1,5 +1,6 @@
 // Tab numbering, positions and closing rules, on fake views.
 #include "app/Keys.h"
+#include "commands/BarEvents.h"
 #include "commands/CommandDispatcher.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
@@ -12,7 +13,8 @@ using namespace platform;
 
 namespace {
 
-struct Fixture {
+struct Fixture
+{
     MainState state;
     CommandBar bar;
     FakeViewFactory factory;
@@ -48,7 +50,8 @@ struct Fixture {
 
 } // namespace
 
-class TabsTest : public QObject {
+class TabsTest : public QObject
+{
     Q_OBJECT
 private slots:
     void init() { testsupport::failOnUnexpectedWarnings(); }
@@ -245,8 +248,8 @@ private slots:
         QTest::newRow("fits") << "Short" << 14 << "Short";
         QTest::newRow("exactly") << "Fourteen chars" << 14 << "Fourteen chars";
         QTest::newRow("cut") << "A title of thirty characters!!" << 14 << "A title o ...";
-        QTest::newRow("wide counts twice") << QString::fromUtf8("中文中文中文中文") << 14
-                                           << QString::fromUtf8("中文中文 ...");
+        QTest::newRow("wide counts twice")
+            << QString::fromUtf8("中文中文中文中文") << 14 << QString::fromUtf8("中文中文 ...");
         QTest::newRow("empty") << "" << 50 << "";
     }
     void ellipsisRows()
@@ -287,6 +290,31 @@ private slots:
         QSignalSpy quit(&commands, &CommandDispatcher::quitRequested);
         commands.dispatch(f.bar.tool(key::fileMenu, key::quit));
         QCOMPARE(quit.count(), 1);
+    }
+
+    void tabMenuTakesOverTheCustomiseMenuOverTabs()
+    {
+        Fixture f;
+        BarEvents events(f.state, f.bar);
+        connect(&f.bar, &CommandBar::bandDropDown, &events, &BarEvents::dropDown);
+        connect(&f.bar, &CommandBar::bandShown, &events, &BarEvents::bandShown);
+        QSignalSpy popUps(&f.bar, &CommandBar::popUpRequested);
+        QVERIFY(f.bar.reportCustomize()); // not over a tab: the bar's own menu
+        f.tabs->reportTool(f.strip().tool("tabs-1"));
+        QVERIFY(!f.bar.reportCustomize());
+        QCOMPARE(popUps.count(), 1);
+        QCOMPARE(popUps[0][0].value<Band*>()->key(), QStringLiteral("tab_Menu"));
+        f.bar.reportShown(f.bar.band(key::tabMenu));
+        QVERIFY(f.state.tabMenuPending);
+        f.tabs->reportTool(f.bar.tool(key::mainBar, "b_back"));
+        QCOMPARE(f.state.targetTab, 0);
+        QVERIFY(f.bar.reportCustomize());
+
+        // The View menu shows the bands as they are, however they were hidden.
+        f.bar.band(key::addressBar)->setVisible(false);
+        f.bar.reportDropDown(f.bar.band(key::viewMenu));
+        QVERIFY(!f.bar.tool(key::viewMenu, key::showAddressBar)->checked());
+        QVERIFY(f.bar.tool(key::viewMenu, key::showStatusBar)->checked());
     }
 };
 
