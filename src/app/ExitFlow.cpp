@@ -56,7 +56,10 @@ bool ExitFlow::closeRequested()
             elapsed += 24 * 60 * 60;
         if (elapsed > tabSavingLimitSeconds)
             break;
-        const int index = tabKey.mid(5).toInt();
+        const int index =
+            tabKey.startsWith(QLatin1String(key::tabPrefix)) ? tabKey.mid(5).toInt() : 0;
+        if (index < 1)
+            continue;
         if (platform::BrowserView* view = tabs_.view(index)) {
             if (const QString address = view->locationUrl(); !address.isEmpty())
                 emit lastPageRecorded(address);

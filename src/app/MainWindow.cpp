@@ -83,7 +83,11 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
     connect(&tabs_, &TabStrip::newTabActivated, this, &MainWindow::showNewTab);
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow()
+{
+    // The bar's widgets speak to the bar, which goes before the window's children.
+    delete barWidgets_;
+}
 
 bool MainWindow::loadSkin()
 {
@@ -92,8 +96,13 @@ bool MainWindow::loadSkin()
                          platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::None);
         return false;
     }
-    if (auto error = platform::SkinLoader::loadFile(bar_, state_.appDir + skinName)) {
-        dialogs_.message(error->text(skinName), platform::Dialogs::Buttons::Ok,
+    QString problem;
+    if (auto error = platform::SkinLoader::loadFile(bar_, state_.appDir + skinName))
+        problem = error->text(skinName);
+    else if (const QString tabs = TabStrip::skinProblem(bar_); !tabs.isEmpty())
+        problem = platform::SkinError{0, tabs}.text(skinName);
+    if (!problem.isEmpty()) {
+        dialogs_.message(problem, platform::Dialogs::Buttons::Ok,
                          platform::Dialogs::Icon::Critical);
         return false;
     }

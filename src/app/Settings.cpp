@@ -93,7 +93,9 @@ bool Settings::save() const
                               on ? QStringLiteral("1") : QStringLiteral("0")) &&
              ok;
     }
-    QString proxy;
+    // With no entry checked (a proxy the list no longer holds), the proxy in
+    // use is kept as it was.
+    QString proxy = connection_.proxy();
     if (const platform::Band* menu = bar_.band(key::proxyMenu)) {
         for (int i = 0; i < menu->count(); ++i) {
             if (menu->at(i)->checked()) {

@@ -10,8 +10,12 @@ static int narrowWidth(QChar c)
 int narrowLength(const QString& text)
 {
     int length = 0;
-    for (QChar c : text)
-        length += narrowWidth(c);
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        // The second half of a surrogate pair adds nothing: the pair counts 2.
+        if (i > 0 && text[i].isLowSurrogate() && text[i - 1].isHighSurrogate())
+            continue;
+        length += narrowWidth(text[i]);
+    }
     return length;
 }
 
@@ -19,9 +23,14 @@ QString narrowLeft(const QString& text, int limit)
 {
     int length = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
-        length += narrowWidth(text[i]);
+        // A character outside the basic plane is one unit: never cut inside it.
+        const bool pair =
+            text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+        length += pair ? 2 : narrowWidth(text[i]);
         if (length > limit)
             return text.left(i);
+        if (pair)
+            ++i;
     }
     return text;
 }

@@ -27,6 +27,17 @@ TabStrip::~TabStrip()
         delete view;
 }
 
+QString TabStrip::skinProblem(const platform::CommandBar& bar)
+{
+    const platform::Band* tabs = bar.band(key::tabsBar);
+    if (!tabs)
+        return QStringLiteral("band \"%1\" is missing").arg(key::tabsBar);
+    if (tabs->count() > 0)
+        return QStringLiteral("band \"%1\" must declare no tools: the tabs are its tools")
+            .arg(key::tabsBar);
+    return {};
+}
+
 platform::Band& TabStrip::band() const
 {
     return *bar_.band(key::tabsBar);
@@ -149,10 +160,12 @@ void TabStrip::shiftLeftFrom(int position)
     }
 }
 
+// Tab keys are never used again, so the bar's collection lets them go too.
 void TabStrip::removeTabTool(int index)
 {
     platform::Band& tabs = band();
     bar_.removeTool(tabs, tabs.indexOf(tabTool(index)));
+    bar_.removeCollectionTool(key::tabPrefix + QString::number(index));
 }
 
 void TabStrip::retire(int index)

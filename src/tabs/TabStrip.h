@@ -24,6 +24,9 @@ public:
              platform::ViewStage& stage);
     ~TabStrip() override;
 
+    // What the tab band of a skin lacks for the strip to work; empty when fine.
+    static QString skinProblem(const platform::CommandBar& bar);
+
     // View 0: never a tab, never shown.
     void createCatchView();
     // Start-up: view 1 as the one active tab "New".

@@ -9,6 +9,8 @@
 #include "support/TestMain.h"
 
 #include <QComboBox>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QTemporaryDir>
 #include <QToolBar>
@@ -31,7 +33,8 @@ QByteArray readFile(const QString& path)
     return file.readAll();
 }
 
-struct App {
+struct App
+{
     QTemporaryDir dir;
     QString appDir = dir.path() + '/';
     ScriptedDialogs dialogs;
@@ -72,7 +75,8 @@ const QByteArray pageTwo = "<html><head><title>Page Two</title></head><body>two<
 
 } // namespace
 
-class WindowTest : public QObject {
+class WindowTest : public QObject
+{
     Q_OBJECT
     LocalHttpServer server;
 
@@ -90,11 +94,13 @@ private slots:
         QVERIFY(app.window->start(server.url("/one.html")));
         MainWindow& w = *app.window;
         QVERIFY(w.isVisible());
-        QCOMPARE(w.windowTitle(), QStringLiteral("QUB-BROWSER ") + QCoreApplication::applicationVersion());
+        QCOMPARE(w.windowTitle(),
+                 QStringLiteral("QUB-BROWSER ") + QCoreApplication::applicationVersion());
         QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
         QTRY_COMPARE_WITH_TIMEOUT(w.tabs().view(1)->title(), QStringLiteral("Page One"), 20000);
         QCOMPARE(w.tabs().view(1)->locationUrl(), server.url("/one.html"));
-        QCOMPARE(w.tabs().view(1)->widget()->parentWidget()->objectName(), QStringLiteral("pic_WB"));
+        QCOMPARE(w.tabs().view(1)->widget()->parentWidget()->objectName(),
+                 QStringLiteral("pic_WB"));
         QVERIFY(w.tabs().view(0)->widget()->isHidden());
         QCOMPARE(w.addressBox()->itemText(0), QStringLiteral("About:Blank"));
         QVERIFY(w.menuBar()->actions().size() >= 6);
@@ -135,6 +141,45 @@ private slots:
         QVERIFY(!w.barWidgets()->container(w.bar().band(key::statusBar))->isVisible());
     }
 
+    void tabMenuAndShortcutsOnTheRealBar()
+    {
+        App app;
+        QVERIFY(app.window->start({}));
+        MainWindow& w = *app.window;
+        w.tabs().newTab({}, true);
+        w.tabs().newTab({}, true);
+        // Right-click tab 1 while tab 3 shows, then choose Close Tab in its menu.
+        QToolButton* first = app.tabButton(1);
+        QTest::mouseMove(first);
+        QTRY_COMPARE(w.state().targetTab, 1);
+        QContextMenuEvent rightClick(QContextMenuEvent::Mouse, QPoint(5, 5),
+                                     first->mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(first, &rightClick);
+        QMenu* menu = w.barWidgets()->menu(key::tabMenu);
+        QTRY_VERIFY(menu->isVisible());
+        QAction* close = w.barWidgets()->action(w.bar().tool(key::tabMenu, key::closeTab));
+        const QPoint item = menu->actionGeometry(close).center();
+        QTest::mouseMove(menu, item);
+        QTRY_COMPARE(menu->activeAction(), close);
+        QTest::mouseClick(menu, Qt::LeftButton, {}, item);
+        QTRY_COMPARE(app.tabKeys(), (QStringList{"tabs-2", "tabs-3"}));
+
+        // Shortcuts work with their band hidden; a control's shortcut focuses it.
+        w.bar().band(key::mainBar)->setVisible(false);
+        w.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        QSignalSpy clicks(&w.bar(), &CommandBar::toolClicked);
+        QTest::keyClick(&w, Qt::Key_Left, Qt::AltModifier);
+        QCOMPARE(clicks.count(), 0); // Back is disabled on a blank tab
+        w.bar().tool(key::mainBar, "b_back")->setEnabled(true);
+        QTest::keyClick(&w, Qt::Key_Left, Qt::AltModifier);
+        QCOMPARE(clicks.count(), 1);
+        QCOMPARE(clicks[0][0].value<Tool*>()->key(), QStringLiteral("b_back"));
+        w.tabs().currentView()->focusPage();
+        QTest::keyClick(&w, Qt::Key_L, Qt::ControlModifier);
+        QTRY_VERIFY(w.addressBox()->hasFocus());
+    }
+
     void exitSavesOnOkAndNothingOnCancel()
     {
         App app;
@@ -158,7 +203,8 @@ private slots:
         QVERIFY(!w.isVisible());
         QCOMPARE(app.dialogs.asked.size(), 2);
         const QByteArray after = readFile(app.appDir + "Browser.ini");
-        QVERIFY(after.startsWith("; kept comment\r\n[QUB-BROWSER]\r\nTOOLSBAR=1\r\nMYKEY=mine\r\n"));
+        QVERIFY(
+            after.startsWith("; kept comment\r\n[QUB-BROWSER]\r\nTOOLSBAR=1\r\nMYKEY=mine\r\n"));
         QVERIFY(after.contains("STOPPOPUP=1\r\n"));
         QVERIFY(after.contains("PROXY_IP=\r\n"));
     }
@@ -182,6 +228,16 @@ private slots:
             QVERIFY2(app.dialogs.asked[0].startsWith("default.tb2, line 2:"),
                      qPrintable(app.dialogs.asked[0]));
             QVERIFY(!QFile::exists(app.appDir + "Browser.ini"));
+        }
+        {
+            App app(false);
+            QFile skin(app.appDir + "default.tb2");
+            skin.open(QIODevice::WriteOnly);
+            skin.write("band tb_Tabs toolbar\n  button b_newt\nend\n");
+            skin.close();
+            QVERIFY(!app.window->start({}));
+            QVERIFY2(app.dialogs.asked.value(0).contains("must declare no tools"),
+                     qPrintable(app.dialogs.asked.value(0)));
         }
         {
             App app;

@@ -11,7 +11,8 @@
 #include <deque>
 #include <memory>
 
-class FakeBrowserView : public platform::BrowserView {
+class FakeBrowserView : public platform::BrowserView
+{
     Q_OBJECT
 public:
     explicit FakeBrowserView(int index) : BrowserView(index) {}
@@ -48,7 +49,8 @@ private:
     bool silent_ = false;
 };
 
-class FakeViewFactory : public platform::BrowserViewFactory {
+class FakeViewFactory : public platform::BrowserViewFactory
+{
 public:
     platform::BrowserView* create(int index) override
     {
@@ -59,7 +61,8 @@ public:
     std::vector<FakeBrowserView*> created;
 };
 
-class FakeStage : public platform::ViewStage {
+class FakeStage : public platform::ViewStage
+{
 public:
     void show(platform::BrowserView& view) override { shown = view.index(); }
     void park(platform::BrowserView& view) override
@@ -70,7 +73,8 @@ public:
     int shown = -1;
 };
 
-class ScriptedDialogs : public platform::Dialogs {
+class ScriptedDialogs : public platform::Dialogs
+{
 public:
     Answer message(const QString& text, Buttons, Icon, const QString& = {}) override
     {
@@ -85,7 +89,8 @@ public:
     std::deque<Answer> answers;
 };
 
-class SettableClock : public platform::Clock {
+class SettableClock : public platform::Clock
+{
 public:
     double secondsSinceMidnight() const override { return now; }
     double now = 36000;

@@ -5,7 +5,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
-class LocalHttpServer : public QTcpServer {
+class LocalHttpServer : public QTcpServer
+{
 public:
     LocalHttpServer()
     {

@@ -10,18 +10,18 @@ namespace testsupport {
 inline void failOnUnexpectedWarnings()
 {
     // The engine's start-up notes say nothing about the program.
-    QTest::failOnWarning(QRegularExpression(
-        QStringLiteral("^(?!.*(Sandboxing disabled by user|XDG_RUNTIME_DIR)).*"),
-        QRegularExpression::DotMatchesEverythingOption));
+    QTest::failOnWarning(
+        QRegularExpression(QStringLiteral("^(?!.*(Sandboxing disabled by user|XDG_RUNTIME_DIR)).*"),
+                           QRegularExpression::DotMatchesEverythingOption));
 }
 
 } // namespace testsupport
 
-#define QUB_TEST_MAIN(TestClass)                                                                 \
-    int main(int argc, char** argv)                                                              \
-    {                                                                                            \
-        QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);                              \
-        QApplication app(argc, argv);                                                            \
-        TestClass test;                                                                          \
-        return QTest::qExec(&test, argc, argv);                                                  \
+#define QUB_TEST_MAIN(TestClass)                                                                   \
+    int main(int argc, char** argv)                                                                \
+    {                                                                                              \
+        QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);                                \
+        QApplication app(argc, argv);                                                              \
+        TestClass test;                                                                            \
+        return QTest::qExec(&test, argc, argv);                                                    \
     }

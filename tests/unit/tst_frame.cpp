@@ -33,7 +33,8 @@ void writeFile(const QString& path, const QByteArray& content)
     file.write(content);
 }
 
-struct Frame {
+struct Frame
+{
     QTemporaryDir dir;
     QString appDir = dir.path() + '/';
     MainState state;
@@ -60,7 +61,8 @@ struct Frame {
 
 } // namespace
 
-class FrameTest : public QObject {
+class FrameTest : public QObject
+{
     Q_OBJECT
 private slots:
     void init() { testsupport::failOnUnexpectedWarnings(); }
@@ -108,9 +110,9 @@ private slots:
         QCOMPARE(f.ini(), QStringLiteral(
                               "; mine\r\n[Other]\r\nA=1\r\n[QUB-BROWSER]\r\nADDRESSBAR=0\r\n"
                               "STATUSBAR=0\r\nTOOLSBAR=1\r\nSTOPPOPUP=1\r\nKILLPOP=0\r\n"
-                              "BESILENT=1\r\nUNKNOWN=keep\r\nPROXY_IP=\r\nICONON=0\r\n"
+                              "BESILENT=1\r\nUNKNOWN=keep\r\nPROXY_IP=10.0.0.1:8080\r\nICONON=0\r\n"
                               "OPENGETBAR=0\r\n"));
-        // "Empty" checked is written as an empty value.
+        // "Empty" checked is written as an empty value, not as "Empty".
         f.bar.band(key::proxyMenu)->at(0)->setChecked(true);
         QVERIFY(f.settings.save());
         QVERIFY(f.ini().contains("PROXY_IP=\r\n"));
@@ -124,7 +126,8 @@ private slots:
                   "b_back=Zurück\ntip_b_back=Eine Seite zurück\nb_home=\n1b_security=Offen\n"
                   "3b_security=Sicher\nmsg_Exit=Beenden?\n");
         const QString home = f.bar.tool(key::mainBar, "b_home")->caption();
-        QCOMPARE(f.language.apply(f.bar, "1.0.3"), QStringLiteral("QUB-BROWSER 1.0.3 (QUB-BROWSER)"));
+        QCOMPARE(f.language.apply(f.bar, "1.0.3"),
+                 QStringLiteral("QUB-BROWSER 1.0.3 (QUB-BROWSER)"));
         QCOMPARE(f.bar.band(key::mainBar)->caption(), QStringLiteral("Haupt"));
         QCOMPARE(f.bar.band(key::fileMenu)->caption(), QStringLiteral("File"));
         QCOMPARE(f.bar.tool(key::menuBar, key::fileMenu)->caption(), QStringLiteral("Datei"));
@@ -198,7 +201,8 @@ private slots:
     {
         QCOMPARE(commandLineAddress({"qub", "\"http://a.test/?q=\"x\"\""}),
                  QStringLiteral("http://a.test/?q=x"));
-        QCOMPARE(commandLineAddress({"qub", "--disable-gpu", "a b.html"}), QStringLiteral("a b.html"));
+        QCOMPARE(commandLineAddress({"qub", "--disable-gpu", "a b.html"}),
+                 QStringLiteral("a b.html"));
         QCOMPARE(commandLineAddress({"qub"}), QString());
         QCOMPARE(addressToolWidth(true, 10000, 0), 3000);
         QCOMPARE(addressToolWidth(true, 20000, 500), 8570);

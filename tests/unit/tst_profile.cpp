@@ -7,7 +7,8 @@
 
 using platform::ProfileFile;
 
-class ProfileTest : public QObject {
+class ProfileTest : public QObject
+{
     Q_OBJECT
     QTemporaryDir dir;
 
@@ -36,25 +37,40 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("expected");
         QTest::addColumn<int>("number");
-        QTest::newRow("plain") << QByteArray("[S]\nK=v\n") << "S" << "K" << "v" << 0;
+        QTest::newRow("plain") << QByteArray("[S]\nK=v\n") << "S"
+                               << "K"
+                               << "v" << 0;
         QTest::newRow("any case, blanks")
-            << QByteArray("[ sEcT ]\r\n  kEy  =  some value  \r\n") << "Sect" << "KEY"
+            << QByteArray("[ sEcT ]\r\n  kEy  =  some value  \r\n") << "Sect"
+            << "KEY"
             << "some value" << 0;
-        QTest::newRow("quotes removed") << QByteArray("[S]\nK=\"a, b; c\"\n") << "S" << "K"
+        QTest::newRow("quotes removed") << QByteArray("[S]\nK=\"a, b; c\"\n") << "S"
+                                        << "K"
                                         << "a, b; c" << 0;
-        QTest::newRow("backslashes kept") << QByteArray("[S]\nK=C:\\dir\\x\n") << "S" << "K"
+        QTest::newRow("backslashes kept") << QByteArray("[S]\nK=C:\\dir\\x\n") << "S"
+                                          << "K"
                                           << "C:\\dir\\x" << 0;
-        QTest::newRow("other section") << QByteArray("[A]\nK=1\n[B]\nK=2\n") << "B" << "K" << "2"
-                                       << 2;
-        QTest::newRow("first of twin keys") << QByteArray("[S]\nK=1\nK=2\n") << "S" << "K" << "1"
-                                            << 1;
-        QTest::newRow("comment is no key") << QByteArray("[S]\n;K=1\n") << "S" << "K" << "dflt"
-                                           << 7;
-        QTest::newRow("leading digits") << QByteArray("[S]\nK=12abc\n") << "S" << "K" << "12abc"
-                                        << 12;
-        QTest::newRow("not a number") << QByteArray("[S]\nK=abc\n") << "S" << "K" << "abc" << 0;
-        QTest::newRow("negative") << QByteArray("[S]\nK=-1\n") << "S" << "K" << "-1" << 0;
-        QTest::newRow("no section header") << QByteArray("K=1\n") << "S" << "K" << "dflt" << 7;
+        QTest::newRow("other section") << QByteArray("[A]\nK=1\n[B]\nK=2\n") << "B"
+                                       << "K"
+                                       << "2" << 2;
+        QTest::newRow("first of twin keys") << QByteArray("[S]\nK=1\nK=2\n") << "S"
+                                            << "K"
+                                            << "1" << 1;
+        QTest::newRow("comment is no key") << QByteArray("[S]\n;K=1\n") << "S"
+                                           << "K"
+                                           << "dflt" << 7;
+        QTest::newRow("leading digits") << QByteArray("[S]\nK=12abc\n") << "S"
+                                        << "K"
+                                        << "12abc" << 12;
+        QTest::newRow("not a number") << QByteArray("[S]\nK=abc\n") << "S"
+                                      << "K"
+                                      << "abc" << 0;
+        QTest::newRow("negative") << QByteArray("[S]\nK=-1\n") << "S"
+                                  << "K"
+                                  << "-1" << 0;
+        QTest::newRow("no section header") << QByteArray("K=1\n") << "S"
+                                           << "K"
+                                           << "dflt" << 7;
     }
     void reading()
     {
@@ -74,8 +90,14 @@ private slots:
         QVERIFY(file.writeString("S", "K", "new"));
         QVERIFY(file.writeString("S", "Added", "a"));
         QVERIFY(file.writeString("Fresh", "F", "f"));
-        QCOMPARE(read(path), QByteArray("; my notes\r\n[Other]\r\nX=1\r\n\r\n[s]\r\nkeep=me\r\n"
-                                        "K=new\r\nAdded=a\r\n[Third]\r\nk=3\r\n[Fresh]\r\nF=f\r\n"));
+        QCOMPARE(read(path),
+                 QByteArray("; my notes\r\n[Other]\r\nX=1\r\n\r\n[s]\r\nkeep=me\r\n"
+                            "K=new\r\nAdded=a\r\n[Third]\r\nk=3\r\n[Fresh]\r\nF=f\r\n"));
+        // Lines in another encoding survive a write byte for byte.
+        const QString latin = write("; caf\xe9 \xa7\n[S]\nK=1\n");
+        QVERIFY(ProfileFile(latin).writeString("S", "K", "2"));
+        QCOMPARE(read(latin), QByteArray("; caf\xe9 \xa7\n[S]\nK=2\n"));
+        QCOMPARE(ProfileFile(latin).readString("Other", "X", "d"), QStringLiteral("d"));
         const ProfileFile missing(dir.filePath(QStringLiteral("none/absent.ini")));
         QCOMPARE(missing.readString("S", "K", "d"), QStringLiteral("d"));
         QVERIFY(!missing.writeString("S", "K", "v"));
@@ -91,6 +113,11 @@ private slots:
         QCOMPARE(platform::ReadIniString(write("[S]\nK=" + wide.toUtf8() + "\n"), "S", "K"),
                  QString(253, QLatin1Char('a')));
         QCOMPARE(platform::narrowLength(QString::fromUtf8("ab中")), 4);
+        // A character outside the basic plane is never cut in half.
+        const QString emoji = QString::fromUtf8("ab\U0001F600c");
+        QCOMPARE(platform::narrowLength(emoji), 5);
+        QCOMPARE(platform::narrowLeft(emoji, 3), QStringLiteral("ab"));
+        QCOMPARE(platform::narrowLeft(emoji, 4), QString::fromUtf8("ab\U0001F600"));
         QCOMPARE(platform::ReadIniString(dir.filePath("missing.ini"), "S", "K"), QString());
     }
 };

@@ -7,7 +7,8 @@
 
 using namespace platform;
 
-class SkinTest : public QObject {
+class SkinTest : public QObject
+{
     Q_OBJECT
 private slots:
     void init() { testsupport::failOnUnexpectedWarnings(); }
@@ -15,21 +16,23 @@ private slots:
     void buildsBandsAndToolCopies()
     {
         CommandBar bar;
-        const auto error = SkinLoader::loadText(bar, QStringLiteral(
-            "# comment\n"
-            "band tb_Main toolbar caption=\"Main \\\"bar\\\"\" dock=top line=1\n"
-            "  button b_back caption=\"Back\" icon=go-previous shortcut=Alt+Left tip=\"Go back\" disabled\n"
-            "  separator\n"
-            "  dropdown sub_File caption=\"&File\" band=sub_File\n"
-            "  control ctl_addr width=6000\n"
-            "end\n"
-            "band sub_File popup hidden\n"
-            "  button b_back caption=\"Back in menu\" check checked id=77\n"
-            "end\n"
-            "band side sidebar\n"
-            "end\n"
-            "band page child parent=side caption=\"Page\"\n"
-            "end\n"));
+        const auto error = SkinLoader::loadText(
+            bar,
+            QStringLiteral("# comment\n"
+                           "band tb_Main toolbar caption=\"Main \\\"bar\\\"\" dock=top line=1\n"
+                           "  button b_back caption=\"Back\" icon=go-previous shortcut=Alt+Left "
+                           "tip=\"Go back\" disabled\n"
+                           "  separator\n"
+                           "  dropdown sub_File caption=\"&File\" band=sub_File\n"
+                           "  control ctl_addr width=6000\n"
+                           "end\n"
+                           "band sub_File popup hidden\n"
+                           "  button b_back caption=\"Back in menu\" check checked id=77\n"
+                           "end\n"
+                           "band side sidebar\n"
+                           "end\n"
+                           "band page child parent=side caption=\"Page\"\n"
+                           "end\n"));
         QVERIFY2(!error, error ? qPrintable(error->message) : "");
         QCOMPARE(int(bar.bands().size()), 4);
         Band* main = bar.band("tb_Main");
@@ -62,14 +65,24 @@ private slots:
         QTest::newRow("unclosed band") << "band a toolbar\nbutton b\n" << 1 << "not closed";
         QTest::newRow("unknown word") << "band a toolbar\n buton b\nend" << 2 << "unknown word";
         QTest::newRow("open quote") << "band a toolbar caption=\"x\nend" << 1 << "not closed";
-        QTest::newRow("bad number") << "band a toolbar\n button b width=wide\nend" << 2
-                                    << "whole number";
-        QTest::newRow("unknown setting") << "band a toolbar\n button b colour=red\nend" << 2
-                                         << "unknown tool setting";
-        QTest::newRow("dropdown to nowhere") << "band a menubar\n dropdown s band=sub_X\nend"
-                                             << 2 << "not declared";
-        QTest::newRow("twice in band") << "band a toolbar\n button b\n button b\nend" << 3
-                                       << "twice";
+        QTest::newRow("bad number")
+            << "band a toolbar\n button b width=wide\nend" << 2 << "whole number";
+        QTest::newRow("unknown setting")
+            << "band a toolbar\n button b colour=red\nend" << 2 << "unknown tool setting";
+        QTest::newRow("dropdown to nowhere")
+            << "band a menubar\n dropdown s band=sub_X\nend" << 2 << "not a popup band";
+        QTest::newRow("dropdown to a toolbar")
+            << "band a toolbar\n dropdown s band=a\nend" << 2 << "not a popup band";
+        QTest::newRow("menu opening itself")
+            << "band m popup\n dropdown x band=n\nend\nband n popup\n dropdown y band=m\nend" << 5
+            << "opening itself";
+        QTest::newRow("child before its sidebar")
+            << "band c child parent=s\nend\nband s sidebar\nend" << 1 << "declared before";
+        QTest::newRow("shortcut twice")
+            << "band a toolbar\n button b shortcut=Ctrl+W\n button c shortcut=ctrl+w\nend" << 3
+            << "already given on line 2";
+        QTest::newRow("twice in band")
+            << "band a toolbar\n button b\n button b\nend" << 3 << "twice";
         QTest::newRow("band twice") << "band a toolbar\nend\nband a popup\nend" << 3 << "twice";
         QTest::newRow("orphan child") << "band c child parent=nope\nend" << 1 << "not a sidebar";
         QTest::newRow("empty file") << "# nothing\n" << 0 << "no band";
@@ -98,21 +111,24 @@ private slots:
                 QVERIFY2(bar.tool(band, tool), qPrintable(band + "/" + tool));
         }
         // Every fixed command key a user reaches stands in some band.
-        const QStringList commands = QStringLiteral(
-            "b_newt b_new2 b_new3 spe_sNew1 b_back b_forward b_stop b_stopall b_refresh b_home "
-            "b_saveas b_pageset b_preview b_print b_close b_quit b_property b_offline b_closeall1 "
-            "b_closeall2 b_selectall b_cut b_copy b_paste b_del b_undo b_redo b_find b_source "
-            "b_biggest b_big b_normal b_small b_smallest b_fullscreen b_addfav b_orgfav b_go "
-            "b_scrollon b_iconon b_opInternet b_viewlinks b_delcookie b_deltempfiles "
-            "b_delhistory b_emailall b_sendemail b_sendaddr b_fastsave b_openfile b_opengetbar "
-            "b_setup b_toolsbarok b_addrok b_statusok b_refreshall b_viewspecial b_killpop "
-            "b_addtohei b_besilent b_importfav b_exportfav b_openaddrbook b_viewtexts "
-            "b_stoppopup sep_sFile2 b_imgs b_swfs b_aboutme b_history b_showfav "
-            "b_addtononproxy").split(' ');
+        const QStringList commands =
+            QStringLiteral(
+                "b_newt b_new2 b_new3 spe_sNew1 b_back b_forward b_stop b_stopall b_refresh b_home "
+                "b_saveas b_pageset b_preview b_print b_close b_quit b_property b_offline "
+                "b_closeall1 "
+                "b_closeall2 b_selectall b_cut b_copy b_paste b_del b_undo b_redo b_find b_source "
+                "b_biggest b_big b_normal b_small b_smallest b_fullscreen b_addfav b_orgfav b_go "
+                "b_scrollon b_iconon b_opInternet b_viewlinks b_delcookie b_deltempfiles "
+                "b_delhistory b_emailall b_sendemail b_sendaddr b_fastsave b_openfile b_opengetbar "
+                "b_setup b_toolsbarok b_addrok b_statusok b_refreshall b_viewspecial b_killpop "
+                "b_addtohei b_besilent b_importfav b_exportfav b_openaddrbook b_viewtexts "
+                "b_stoppopup sep_sFile2 b_imgs b_swfs b_aboutme b_history b_showfav "
+                "b_addtononproxy")
+                .split(' ');
         for (const QString& command : commands)
             QVERIFY2(bar.collectionTool(command), qPrintable(command));
-        for (const char* band : {"sub_Edit", "sub_Text", "sub_Favio", "sub_ContentBlock",
-                                 "sub_Trans", "sub_Blocked"})
+        for (const char* band :
+             {"sub_Edit", "sub_Text", "sub_Favio", "sub_ContentBlock", "sub_Trans", "sub_Blocked"})
             QVERIFY2(bar.band(band), band);
         QVERIFY(bar.tool("sb_Status", "b_blocked")->caption().endsWith(':'));
         QVERIFY(bar.tool("sb_Status", "b_security"));

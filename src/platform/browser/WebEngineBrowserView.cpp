@@ -60,7 +60,12 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
             [this] { emit windowClosing(false); });
     connect(page_, &QWebEnginePage::fullScreenRequested, this,
             [this](QWebEngineFullScreenRequest request) {
-                request.accept();
+                // The window has no full-screen mode for pages yet: a page may
+                // always leave full screen but is not let into it.
+                if (request.toggleOn())
+                    request.reject();
+                else
+                    request.accept();
                 emit fullScreenRequested(request.toggleOn());
             });
     QAction* back = page_->action(QWebEnginePage::Back);

@@ -188,6 +188,11 @@ Tool* CommandBar::collectionTool(const QString& key) const
     return nullptr;
 }
 
+void CommandBar::removeCollectionTool(const QString& key)
+{
+    std::erase_if(tools_, [&](const std::unique_ptr<Tool>& tool) { return tool->key() == key; });
+}
+
 Tool* CommandBar::insertTool(Band& band, const Tool& source, int index)
 {
     auto tool = source.copy();

@@ -36,6 +36,7 @@ public:
     // The bar's own collection of all tools, one per key.
     Tool* addTool(const QString& key, int id, ControlType type);
     Tool* collectionTool(const QString& key) const;
+    void removeCollectionTool(const QString& key);
     const std::vector<std::unique_ptr<Tool>>& tools() const { return tools_; }
 
     // Puts a copy of source into band at index (-1: at the end).

@@ -75,6 +75,7 @@ CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window)
 
 CommandBarWidgets::~CommandBarWidgets()
 {
+    qDeleteAll(shortcuts_);
     bar_.setPlacement(nullptr);
 }
 
@@ -112,8 +113,9 @@ void CommandBarWidgets::createContainer(Band& band)
     case BandKind::SideBar: {
         auto* dock = new QDockWidget(band.caption(), &window_);
         dock->setObjectName(band.key());
-        sidePages_ = new QTabWidget(dock);
-        dock->setWidget(sidePages_);
+        auto* pages = new QTabWidget(dock);
+        sidePages_.insert(&band, pages);
+        dock->setWidget(pages);
         // The model says whether the side bar shows; the dock has no close box of its own.
         dock->setFeatures(QDockWidget::DockWidgetMovable);
         window_.addDockWidget(Qt::LeftDockWidgetArea, dock);
@@ -121,20 +123,21 @@ void CommandBarWidgets::createContainer(Band& band)
             if (shown)
                 bar_.reportShown(b);
         });
-        connect(sidePages_, &QTabWidget::currentChanged, this, [this](int index) {
+        connect(pages, &QTabWidget::currentChanged, this, [this, pages](int index) {
             for (auto it = containers_.cbegin(); it != containers_.cend(); ++it)
-                if (sidePages_ && it.value() == sidePages_->widget(index))
+                if (it.value() == pages->widget(index))
                     bar_.reportChildBandChanged(const_cast<Band*>(it.key()));
         });
         widget = dock;
         break;
     }
     case BandKind::ChildBand: {
-        auto* toolBar = new QToolBar(band.caption());
+        QTabWidget* pages = sidePages_.value(bar_.band(band.parentKey()));
+        auto* toolBar = new QToolBar(band.caption(), pages);
         toolBar->setOrientation(Qt::Vertical);
         toolBar->setObjectName(band.key());
-        if (Band* parent = bar_.band(band.parentKey()); parent && sidePages_)
-            sidePages_->addTab(toolBar, band.caption());
+        if (pages)
+            pages->addTab(toolBar, band.caption());
         widget = toolBar;
         break;
     }
@@ -186,7 +189,10 @@ void CommandBarWidgets::insertAction(Band* band, int index)
             bar_.reportClick(tool);
         });
     }
-    connect(action, &QAction::hovered, this, [this, tool] { bar_.reportHover(tool); });
+    // Menu items are not "tools under the pointer": passing over the tab
+    // menu's own items must not drop the tab it was opened for.
+    if (!qobject_cast<QMenu*>(container))
+        connect(action, &QAction::hovered, this, [this, tool] { bar_.reportHover(tool); });
     if (tool->type() == ControlType::Separator)
         action->setSeparator(true);
     if (tool->type() == ControlType::DropDown)
@@ -216,6 +222,7 @@ void CommandBarWidgets::removeAction(Band* band, int index)
         return;
     for (auto it = buttonTools_.begin(); it != buttonTools_.end();)
         it = it.value() == tool ? buttonTools_.erase(it) : std::next(it);
+    delete shortcuts_.take(tool);
     if (tool->type() == ControlType::Hosted && tool->control())
         tool->control()->setParent(nullptr);
     delete action;
@@ -226,7 +233,13 @@ void CommandBarWidgets::updateAction(Tool* tool)
     QAction* action = actions_.value(tool);
     if (!action)
         return;
-    action->setText(tool->caption());
+    // Menus show the shortcut after a tab; the key itself belongs to a
+    // window-wide action, so it works whether or not its band is shown.
+    const bool inMenu = qobject_cast<QMenu*>(action->parent()) != nullptr;
+    action->setText(inMenu && !tool->shortcut().isEmpty()
+                        ? tool->caption() + QLatin1Char('\t') +
+                              QKeySequence(tool->shortcut()).toString(QKeySequence::NativeText)
+                        : tool->caption());
     action->setToolTip(tool->tooltip().isEmpty() ? tool->caption() : tool->tooltip());
     action->setCheckable(tool->checkable());
     action->setChecked(tool->checked());
@@ -234,7 +247,7 @@ void CommandBarWidgets::updateAction(Tool* tool)
     action->setVisible(tool->visible());
     action->setIcon(tool->picture().isNull() ? QIcon::fromTheme(tool->iconName())
                                              : tool->picture());
-    action->setShortcut(QKeySequence(tool->shortcut()));
+    updateShortcut(tool);
     if (auto* widgetAction = qobject_cast<QWidgetAction*>(action)) {
         auto* holder = static_cast<ControlHolder*>(widgetAction->defaultWidget());
         holder->hold(tool->control());
@@ -242,17 +255,6 @@ void CommandBarWidgets::updateAction(Tool* tool)
             holder->setFixedWidth(twipsToPixels(tool->width()));
         else if (tool->control())
             holder->setSizePolicy(tool->control()->sizePolicy());
-        if (!tool->shortcut().isEmpty() && !action->property("focusWired").toBool()) {
-            // A hosted control has no click; its shortcut takes the focus.
-            auto* focus = new QAction(&window_);
-            window_.addAction(focus);
-            focus->setShortcut(QKeySequence(tool->shortcut()));
-            connect(focus, &QAction::triggered, this, [tool] {
-                if (QWidget* control = tool->control())
-                    control->setFocus(Qt::ShortcutFocusReason);
-            });
-            action->setProperty("focusWired", true);
-        }
         return;
     }
     if (auto* toolBar = qobject_cast<QToolBar*>(action->parent())) {
@@ -267,6 +269,31 @@ void CommandBarWidgets::updateAction(Tool* tool)
     }
 }
 
+void CommandBarWidgets::updateShortcut(Tool* tool)
+{
+    QAction* key = shortcuts_.value(tool);
+    if (tool->shortcut().isEmpty()) {
+        delete shortcuts_.take(tool);
+        return;
+    }
+    if (!key) {
+        key = new QAction(&window_);
+        key->setShortcutContext(Qt::WindowShortcut);
+        window_.addAction(key);
+        connect(key, &QAction::triggered, this, [this, tool] {
+            if (tool->type() != ControlType::Hosted) {
+                if (tool->enabled())
+                    bar_.reportClick(tool);
+            } else if (QWidget* control = tool->control()) {
+                // A hosted control has no click; its shortcut gives it the focus.
+                control->setFocus(Qt::ShortcutFocusReason);
+            }
+        });
+        shortcuts_.insert(tool, key);
+    }
+    key->setShortcut(QKeySequence(tool->shortcut()));
+}
+
 void CommandBarWidgets::updateBand(Band* band)
 {
     QWidget* container = containers_.value(band);
@@ -278,8 +305,8 @@ void CommandBarWidgets::updateBand(Band* band)
     }
     container->setWindowTitle(band->caption());
     if (band->kind() == BandKind::ChildBand) {
-        if (sidePages_)
-            sidePages_->setTabText(sidePages_->indexOf(container), band->caption());
+        if (QTabWidget* pages = sidePages_.value(bar_.band(band->parentKey())))
+            pages->setTabText(pages->indexOf(container), band->caption());
         return;
     }
     container->setVisible(band->visible());

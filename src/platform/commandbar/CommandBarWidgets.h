@@ -7,7 +7,6 @@
 #include "CommandBar.h"
 
 #include <QHash>
-#include <QPointer>
 
 class QAction;
 class QMainWindow;
@@ -42,6 +41,7 @@ private:
     void insertAction(Band* band, int index);
     void removeAction(Band* band, int index);
     void updateAction(Tool* tool);
+    void updateShortcut(Tool* tool);
     void updateBand(Band* band);
     void showCustomizeMenu(const QPoint& globalPos);
     void popUp(Band* band);
@@ -51,7 +51,8 @@ private:
     QHash<const Band*, QWidget*> containers_;
     QHash<const Tool*, QAction*> actions_;
     QHash<const QObject*, Tool*> buttonTools_;
-    QPointer<QTabWidget> sidePages_;
+    QHash<const Tool*, QAction*> shortcuts_;
+    QHash<const Band*, QTabWidget*> sidePages_;
 };
 
 } // namespace platform

@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QHash>
+#include <QKeySequence>
 #include <QSet>
 
 namespace platform {
@@ -186,7 +187,24 @@ public:
 
     std::optional<SkinError> check()
     {
-        for (BandDecl& band : bands_) {
+        QHash<QString, int> shortcuts;
+        for (const BandDecl& band : bands_)
+            for (const ToolDecl& tool : band.tools)
+                for (const Token& token : tool.attributes)
+                    if (token.name == QLatin1String("shortcut")) {
+                        const QString keys = QKeySequence(token.value).toString();
+                        if (keys.isEmpty())
+                            return SkinError{
+                                tool.line,
+                                QStringLiteral("shortcut \"%1\" is not a key").arg(token.value)};
+                        if (shortcuts.contains(keys))
+                            return SkinError{
+                                tool.line, QStringLiteral("shortcut %1 is already given on line %2")
+                                               .arg(keys)
+                                               .arg(shortcuts.value(keys))};
+                        shortcuts.insert(keys, tool.line);
+                    }
+        for (const BandDecl& band : bands_) {
             for (const Token& token : band.attributes)
                 if (auto problem = checkBandAttribute(band, token))
                     return SkinError{band.line, *problem};
@@ -195,7 +213,7 @@ public:
                     if (auto problem = checkToolAttribute(tool, token))
                         return SkinError{tool.line, *problem};
         }
-        return std::nullopt;
+        return checkMenuCycles();
     }
 
     void build(CommandBar& bar) const
@@ -251,11 +269,10 @@ private:
             return std::nullopt;
         }
         if (name == QLatin1String("parent") && band.kind == BandKind::ChildBand) {
-            const auto parent = std::find_if(bands_.begin(), bands_.end(), [&](const BandDecl& b) {
-                return b.key == token.value;
-            });
-            if (parent == bands_.end() || parent->kind != BandKind::SideBar)
-                return QStringLiteral("parent \"%1\" is not a sidebar band").arg(token.value);
+            const BandDecl* parent = find(token.value);
+            if (!parent || parent->kind != BandKind::SideBar || parent->line > band.line)
+                return QStringLiteral("parent \"%1\" is not a sidebar band declared before")
+                    .arg(token.value);
             return std::nullopt;
         }
         return QStringLiteral("unknown band setting \"%1\"").arg(name);
@@ -280,12 +297,54 @@ private:
             return std::nullopt;
         }
         if (name == QLatin1String("band") && tool.type == ControlType::DropDown) {
-            if (!keys_.contains(token.value))
-                return QStringLiteral("drop-down opens band \"%1\", which is not declared")
+            const BandDecl* target = find(token.value);
+            if (!target || target->kind != BandKind::Popup)
+                return QStringLiteral("drop-down opens band \"%1\", which is not a popup band")
                     .arg(token.value);
             return std::nullopt;
         }
         return QStringLiteral("unknown tool setting \"%1\"").arg(name);
+    }
+
+    const BandDecl* find(const QString& key) const
+    {
+        const auto it = std::find_if(bands_.begin(), bands_.end(),
+                                     [&](const BandDecl& b) { return b.key == key; });
+        return it == bands_.end() ? nullptr : &*it;
+    }
+
+    static QString opens(const ToolDecl& tool)
+    {
+        for (const Token& token : tool.attributes)
+            if (token.name == QLatin1String("band"))
+                return token.value;
+        return {};
+    }
+
+    // A menu that opens itself, directly or through others, would never end.
+    std::optional<SkinError> checkMenuCycles() const
+    {
+        for (const BandDecl& start : bands_) {
+            QSet<QString> seen;
+            QList<const BandDecl*> todo{&start};
+            while (!todo.isEmpty()) {
+                const BandDecl* band = todo.takeLast();
+                for (const ToolDecl& tool : band->tools) {
+                    const QString target = opens(tool);
+                    if (target.isEmpty())
+                        continue;
+                    if (target == start.key)
+                        return SkinError{
+                            tool.line,
+                            QStringLiteral("menu \"%1\" ends up opening itself").arg(start.key)};
+                    if (!seen.contains(target)) {
+                        seen.insert(target);
+                        todo.append(find(target));
+                    }
+                }
+            }
+        }
+        return std::nullopt;
     }
 
     static void applyBandAttribute(Band& band, const Token& token)

@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QSaveFile>
+#include <QStringDecoder>
 #include <QStringList>
 #include <optional>
 
@@ -10,18 +11,54 @@ namespace platform {
 
 namespace {
 
-QStringList readLines(const QString& path)
+// A file as lines: the bytes of each line as they were (so a write leaves the
+// lines it does not own untouched, whatever their encoding) and their text.
+// Text is UTF-8 when the whole file is valid UTF-8, else Latin-1.
+struct Lines
 {
+    bool readable = true;
+    bool utf8 = true;
+    QByteArray newline = "\r\n";
+    QList<QByteArray> raw;
+    QStringList text;
+
+    QString decode(QByteArray line) const
+    {
+        if (line.endsWith('\r'))
+            line.chop(1);
+        return utf8 ? QString::fromUtf8(line) : QString::fromLatin1(line);
+    }
+    QByteArray encode(const QString& line) const
+    {
+        return (utf8 ? line.toUtf8() : line.toLatin1()) + (newline == "\r\n" ? "\r" : "");
+    }
+};
+
+Lines readLines(const QString& path)
+{
+    Lines lines;
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QString text = QString::fromUtf8(file.readAll());
-    if (text.startsWith(QChar(0xFEFF)))
-        text.remove(0, 1);
-    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
-    QStringList lines = text.split(QLatin1Char('\n'));
-    if (!lines.isEmpty() && lines.last().isEmpty())
-        lines.removeLast();
+    if (!file.exists())
+        return lines;
+    if (!file.open(QIODevice::ReadOnly)) {
+        lines.readable = false;
+        return lines;
+    }
+    QByteArray bytes = file.readAll();
+    QStringDecoder check(QStringDecoder::Utf8);
+    check.decode(bytes);
+    lines.utf8 = !check.hasError();
+    if (!bytes.isEmpty() && !bytes.contains("\r\n"))
+        lines.newline = "\n";
+    if (bytes.endsWith('\n'))
+        bytes.chop(1);
+    if (bytes.isEmpty())
+        return lines;
+    lines.raw = bytes.split('\n');
+    for (const QByteArray& line : lines.raw)
+        lines.text.append(lines.decode(line));
+    if (lines.utf8 && !lines.text.isEmpty() && lines.text.first().startsWith(QChar(0xFEFF)))
+        lines.text.first().remove(0, 1);
     return lines;
 }
 
@@ -63,7 +100,7 @@ QString unquoted(const QString& value)
 std::optional<QString> lookup(const QString& path, const QString& section, const QString& key)
 {
     bool inSection = false;
-    for (const QString& line : readLines(path)) {
+    for (const QString& line : readLines(path).text) {
         if (auto name = sectionName(line)) {
             inSection = sameName(*name, section);
             continue;
@@ -103,13 +140,15 @@ int ProfileFile::readInt(const QString& section, const QString& key, int fallbac
 bool ProfileFile::writeString(const QString& section, const QString& key,
                               const QString& value) const
 {
-    QStringList lines = readLines(path_);
+    Lines lines = readLines(path_);
+    if (!lines.readable)
+        return false;
     const QString newLine = key + QLatin1Char('=') + value;
     qsizetype sectionStart = -1;
     qsizetype insertAt = -1;
     bool written = false;
-    for (qsizetype i = 0; i < lines.size() && !written; ++i) {
-        if (auto name = sectionName(lines[i])) {
+    for (qsizetype i = 0; i < lines.text.size() && !written; ++i) {
+        if (auto name = sectionName(lines.text[i])) {
             if (sectionStart >= 0)
                 break;
             if (sameName(*name, section)) {
@@ -120,25 +159,25 @@ bool ProfileFile::writeString(const QString& section, const QString& key,
         }
         if (sectionStart < 0)
             continue;
-        if (auto kv = entry(lines[i]); kv && sameName(kv->first, key)) {
-            lines[i] = newLine;
+        if (auto kv = entry(lines.text[i]); kv && sameName(kv->first, key)) {
+            lines.raw[i] = lines.encode(newLine);
             written = true;
-        } else if (!lines[i].trimmed().isEmpty()) {
+        } else if (!lines.text[i].trimmed().isEmpty()) {
             insertAt = i + 1;
         }
     }
     if (!written) {
         if (sectionStart < 0) {
-            lines.append(QLatin1Char('[') + section + QLatin1Char(']'));
-            lines.append(newLine);
+            lines.raw.append(lines.encode(QLatin1Char('[') + section + QLatin1Char(']')));
+            lines.raw.append(lines.encode(newLine));
         } else {
-            lines.insert(insertAt, newLine);
+            lines.raw.insert(insertAt, lines.encode(newLine));
         }
     }
     QSaveFile file(path_);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    file.write((lines.join(QLatin1String("\r\n")) + QLatin1String("\r\n")).toUtf8());
+    file.write(lines.raw.join('\n') + '\n');
     return file.commit();
 }
 
