@@ -53,6 +53,12 @@ struct App
         window.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+    MainWindow& withThreeBlankTabs()
+    {
+        window->tabs().newTab({}, true);
+        window->tabs().newTab({}, true);
+        return *window;
+    }
     QStringList tabKeys() const
     {
         QStringList keys;
@@ -123,9 +129,7 @@ private slots:
     {
         App app;
         QVERIFY(app.window->start({}));
-        MainWindow& w = *app.window;
-        w.tabs().newTab({}, true);
-        w.tabs().newTab({}, true);
+        MainWindow& w = app.withThreeBlankTabs();
         QToolButton* first = app.tabButton(1);
         QVERIFY(first && first->isVisible());
         QTest::mouseClick(first, Qt::LeftButton);
@@ -145,9 +149,7 @@ private slots:
     {
         App app;
         QVERIFY(app.window->start({}));
-        MainWindow& w = *app.window;
-        w.tabs().newTab({}, true);
-        w.tabs().newTab({}, true);
+        MainWindow& w = app.withThreeBlankTabs();
         // Right-click tab 1 while tab 3 shows, then choose Close Tab in its menu.
         QToolButton* first = app.tabButton(1);
         QTest::mouseMove(first);
