@@ -140,7 +140,7 @@ bool MainWindow::start(const QString& commandLineAddress)
     setCentralWidget(clientArea_);
     settings_.load();
 
-    tabs_.setTabPicture(QIcon(pageIcon_->pixmap()));
+    bar_.setPagePicture(QIcon(pageIcon_->pixmap()));
     tabs_.createCatchView();
     tabs_.openFirstTab();
     loadTabIcons();

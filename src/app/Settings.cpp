@@ -1,6 +1,7 @@
 #include "Settings.h"
 #include "Keys.h"
 #include "platform/ConnectionHelper.h"
+#include "platform/commandbar/AddBandTool.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/ini/ProfileFile.h"
 
@@ -57,28 +58,20 @@ void Settings::load()
 
     const QString proxy = platform::ReadIniString(fileName(), section, proxyKey);
     connection_.setProxy(proxy);
-    platform::Band* menu = bar_.band(key::proxyMenu);
-    if (!menu)
-        return;
-    auto add = [&](const QString& toolKey, int id, platform::ControlType type,
-                   const QString& caption) {
-        platform::Tool* tool = bar_.addTool(toolKey, id, type);
-        tool->setCaption(caption);
-        return bar_.insertTool(*menu, *tool);
+    auto addProxy = [&](const QString& toolKey, int id, const QString& caption, bool checked) {
+        if (platform::Tool* tool = platform::AddBandTool(bar_, key::proxyMenu, toolKey, id,
+                                                         QStringLiteral("0"), caption, false)) {
+            tool->setCheckable(true);
+            tool->setChecked(checked);
+        }
     };
-    platform::Tool* none =
-        add(QStringLiteral("Proxy1"), firstProxyId, platform::ControlType::Button, emptyProxy);
-    none->setCheckable(true);
-    none->setChecked(proxy.isEmpty());
-    add(QStringLiteral("spe_sProxy1"), firstProxyId + 1, platform::ControlType::Separator, {});
+    addProxy(QStringLiteral("Proxy1"), firstProxyId, emptyProxy, proxy.isEmpty());
+    platform::AddBandTool(bar_, key::proxyMenu, QStringLiteral("spe_sProxy1"), firstProxyId + 1,
+                          QStringLiteral("5"), {}, false);
     const QStringList entries = connection_.proxies();
-    for (int i = 1; i <= entries.size(); ++i) {
-        const QString& entry = entries[i - 1];
-        platform::Tool* tool = add(QStringLiteral("Proxy%1").arg(i + 1), firstProxyId + 1 + i,
-                                   platform::ControlType::Button, entry);
-        tool->setCheckable(true);
-        tool->setChecked(entry == proxy);
-    }
+    for (int i = 1; i <= entries.size(); ++i)
+        addProxy(QStringLiteral("Proxy%1").arg(i + 1), firstProxyId + 1 + i, entries[i - 1],
+                 entries[i - 1] == proxy);
     bar_.recalcLayout();
 }
 

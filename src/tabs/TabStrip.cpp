@@ -1,6 +1,7 @@
 #include "TabStrip.h"
 #include "Ellipsis.h"
 #include "app/Keys.h"
+#include "platform/commandbar/AddBandTool.h"
 #include "platform/commandbar/CommandBar.h"
 
 #include <QWidget>
@@ -77,14 +78,11 @@ void TabStrip::openFirstTab()
 
 void TabStrip::addTabTool(const QString& caption, int index, bool withIcon)
 {
-    platform::Tool* tool = bar_.addTool(key::tabPrefix + QString::number(index),
-                                        tabToolBaseId + index, platform::ControlType::Button);
-    tool->setCaption(caption);
+    platform::Tool* tool =
+        platform::AddBandTool(bar_, key::tabsBar, key::tabPrefix + QString::number(index),
+                              tabToolBaseId + index, QStringLiteral("0"), caption, withIcon);
     tool->setDisplayStyle(3);
     tool->setCheckable(true);
-    if (withIcon)
-        tool->setPicture(tabPicture_);
-    bar_.insertTool(band(), *tool);
     bar_.recalcLayout();
 }
 

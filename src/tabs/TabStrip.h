@@ -34,8 +34,6 @@ public:
 
     platform::BrowserView* view(int index) const;
     platform::BrowserView* currentView() const { return view(state_.currentTab); }
-    // Picture given to tab tools made "with icon".
-    void setTabPicture(const QIcon& picture) { tabPicture_ = picture; }
 
     void addTabTool(const QString& caption, int index, bool withIcon);
     // Returns the new view index, or 0 when no more views can be numbered.
@@ -73,5 +71,4 @@ private:
     platform::BrowserViewFactory& factory_;
     platform::ViewStage& stage_;
     std::map<int, platform::BrowserView*> views_;
-    QIcon tabPicture_;
 };

@@ -91,6 +91,11 @@ private slots:
     {
         server.setPage("/one.html", pageOne);
         server.setPage("/two.html", pageTwo);
+        server.setPage("/alert.html", "<html><body><script>alert('hello');"
+                                      "document.title = 'after alert';</script></body></html>");
+        server.setPage("/close.html", "<html><head><title>Closing</title></head><body>"
+                                      "<script>setTimeout(() => window.close(), 100);</script>"
+                                      "</body></html>");
     }
     void init() { testsupport::failOnUnexpectedWarnings(); }
 
@@ -123,6 +128,27 @@ private slots:
                  QStringLiteral("pic_WB"));
         QCOMPARE(w.tabs().view(1)->widget()->parentWidget()->objectName(),
                  QStringLiteral("HideFrame"));
+    }
+
+    void realViewsFollowTheirSettings()
+    {
+        App app;
+        QVERIFY(app.window->start({}));
+        MainWindow& w = *app.window;
+        QCOMPARE(w.tabs().view(1)->readyState(), BrowserView::Uninitialized);
+        QCOMPARE(w.tabs().view(1)->locationUrl(), QString());
+        // A silent view shows no script dialog: the page runs straight on.
+        w.bar().tool(key::toolsMenu, key::silent)->setChecked(true);
+        const int silent = w.tabs().newTab(server.url("/alert.html"), false);
+        QTRY_COMPARE_WITH_TIMEOUT(w.tabs().view(silent)->title(), QStringLiteral("after alert"),
+                                  20000);
+        QTRY_COMPARE(w.tabs().view(silent)->readyState(), BrowserView::Complete);
+        QCOMPARE(w.state().currentTab, 1);
+        // A page that closes its own window takes its tab with it.
+        const int closing = w.tabs().newTab(server.url("/close.html"), false);
+        QTRY_VERIFY_WITH_TIMEOUT(w.tabs().view(closing) == nullptr, 20000);
+        QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
+        QCOMPARE(w.tabs().view(silent)->tag(), QStringLiteral("2"));
     }
 
     void tabButtonsAnswerRealClicks()

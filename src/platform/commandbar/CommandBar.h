@@ -44,6 +44,11 @@ public:
     void removeTool(Band& band, int index);
     void clearBand(Band& band);
 
+    // The picture the page icon of the address band shows; generated tools
+    // made "with icon" take it.
+    const QIcon& pagePicture() const { return pagePicture_; }
+    void setPagePicture(const QIcon& picture) { pagePicture_ = picture; }
+
     void recalcLayout() { emit layoutRecalculated(); }
     int dockLine(const Band& band) const;
     int leftTwips(const Band& band) const;
@@ -86,6 +91,7 @@ private:
     std::vector<std::unique_ptr<Tool>> tools_;
     std::unique_ptr<Band> customizeBand_;
     const BandPlacement* placement_ = nullptr;
+    QIcon pagePicture_;
     bool customizeCancelled_ = false;
 };
 
