@@ -25,11 +25,13 @@ cat > "$work/page.html" <<'HTML'
 <p>Served from a file beside the test.</p></body></html>
 HTML
 
-export QUB_APPDIR="$work" QTWEBENGINE_DISABLE_SANDBOX=1 QTWEBENGINE_CHROMIUM_FLAGS="--disable-gpu"
+export QUB_APPDIR="$work" QTWEBENGINE_DISABLE_SANDBOX=1 QTWEBENGINE_CHROMIUM_FLAGS="--disable-gpu" \
+    XDG_DATA_HOME="$work/data" XDG_CACHE_HOME="$work/cache" XDG_CONFIG_HOME="$work/config"
 "$bin/qub-browser" "file://$work/page.html" > "$work/run.log" 2>&1 &
 pid=$!
 
-window=$(timeout 30 xdotool search --sync --onlyvisible --name 'QUB-BROWSER [0-9]' | head -1) || fail "no main window"
+window=$(timeout 30 xdotool search --sync --onlyvisible --name 'QUB-BROWSER [0-9]' | head -1)
+[ -n "$window" ] || fail "no main window"
 sleep 4
 import -window root "$work/shot.png" || fail "no screenshot"
 colours=$(identify -format '%k' "$work/shot.png")
@@ -37,7 +39,8 @@ colours=$(identify -format '%k' "$work/shot.png")
 [ -n "$shot_out" ] && cp "$work/shot.png" "$shot_out"
 
 xdotool windowfocus --sync "$window" key --clearmodifiers ctrl+q
-box=$(timeout 15 xdotool search --sync --onlyvisible --name '^QUB-BROWSER$' | head -1) || fail "no exit question"
+box=$(timeout 15 xdotool search --sync --onlyvisible --name '^QUB-BROWSER$' | head -1)
+[ -n "$box" ] || fail "no exit question"
 xdotool windowfocus --sync "$box" key Return
 for _ in $(seq 60); do kill -0 "$pid" 2>/dev/null || break; sleep 0.5; done
 kill -0 "$pid" 2>/dev/null && fail "the program did not end after OK"

@@ -77,7 +77,10 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
     connect(&bar_, &platform::CommandBar::toolHovered, &tabs_, &TabStrip::reportTool);
     connect(&bar_, &platform::CommandBar::bandDropDown, &barEvents_, &BarEvents::dropDown);
     connect(&bar_, &platform::CommandBar::bandShown, &barEvents_, &BarEvents::bandShown);
-    connect(&bar_, &platform::CommandBar::layoutRecalculated, this, &MainWindow::layoutAddressTool);
+    // Queued: bands shown or hidden have their new places only once the
+    // window has laid them out.
+    connect(&bar_, &platform::CommandBar::layoutRecalculated, this, &MainWindow::layoutAddressTool,
+            Qt::QueuedConnection);
     connect(&dispatcher_, &CommandDispatcher::quitRequested, this, &MainWindow::quit);
     connect(&tabs_, &TabStrip::viewCreated, this, &MainWindow::wireView);
     connect(&tabs_, &TabStrip::newTabActivated, this, &MainWindow::showNewTab);
@@ -99,8 +102,8 @@ bool MainWindow::loadSkin()
     QString problem;
     if (auto error = platform::SkinLoader::loadFile(bar_, state_.appDir + skinName))
         problem = error->text(skinName);
-    else if (const QString tabs = TabStrip::skinProblem(bar_); !tabs.isEmpty())
-        problem = platform::SkinError{0, tabs}.text(skinName);
+    else if (auto tabs = TabStrip::skinProblem(bar_))
+        problem = tabs->text(skinName);
     if (!problem.isEmpty()) {
         dialogs_.message(problem, platform::Dialogs::Buttons::Ok,
                          platform::Dialogs::Icon::Critical);
@@ -209,7 +212,8 @@ void MainWindow::layoutAddressTool()
     platform::Tool* tool = bar_.tool(key::addressBar, key::addressTool);
     if (!address || !main || !tool || !barWidgets_)
         return;
-    const bool sameLine = bar_.dockLine(*address) == bar_.dockLine(*main);
+    const int line = bar_.dockLine(*address);
+    const bool sameLine = line >= 0 && line == bar_.dockLine(*main);
     tool->setWidth(
         addressToolWidth(sameLine, barWidgets_->pixelsToTwips(width()), bar_.leftTwips(*address)));
 }

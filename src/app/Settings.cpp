@@ -80,10 +80,12 @@ bool Settings::save() const
     const platform::ProfileFile file(fileName());
     bool ok = true;
     for (const Switch& s : switches) {
+        // A skin without the switch leaves its value in the file as it was.
         const platform::Tool* tool = bar_.tool(s.band, s.tool);
-        const bool on = tool && tool->checked();
+        if (!tool)
+            continue;
         ok = file.writeString(section, QLatin1String(s.name),
-                              on ? QStringLiteral("1") : QStringLiteral("0")) &&
+                              tool->checked() ? QStringLiteral("1") : QStringLiteral("0")) &&
              ok;
     }
     // With no entry checked (a proxy the list no longer holds), the proxy in

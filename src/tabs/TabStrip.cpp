@@ -28,15 +28,20 @@ TabStrip::~TabStrip()
         delete view;
 }
 
-QString TabStrip::skinProblem(const platform::CommandBar& bar)
+std::optional<platform::SkinError> TabStrip::skinProblem(const platform::CommandBar& bar)
 {
     const platform::Band* tabs = bar.band(key::tabsBar);
     if (!tabs)
-        return QStringLiteral("band \"%1\" is missing").arg(key::tabsBar);
+        return platform::SkinError{0, QStringLiteral("band \"%1\" is missing").arg(key::tabsBar)};
+    if (tabs->kind() != platform::BandKind::Toolbar)
+        return platform::SkinError{
+            tabs->sourceLine(), QStringLiteral("band \"%1\" must be a toolbar").arg(key::tabsBar)};
     if (tabs->count() > 0)
-        return QStringLiteral("band \"%1\" must declare no tools: the tabs are its tools")
-            .arg(key::tabsBar);
-    return {};
+        return platform::SkinError{
+            tabs->sourceLine(),
+            QStringLiteral("band \"%1\" must declare no tools: the tabs are its tools")
+                .arg(key::tabsBar)};
+    return std::nullopt;
 }
 
 platform::Band& TabStrip::band() const

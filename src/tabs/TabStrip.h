@@ -6,9 +6,11 @@
 // all others are parked, alive.
 #include "app/MainState.h"
 #include "platform/browser/BrowserView.h"
+#include "platform/commandbar/SkinLoader.h"
 
 #include <QObject>
 #include <map>
+#include <optional>
 
 namespace platform {
 class Band;
@@ -24,8 +26,8 @@ public:
              platform::ViewStage& stage);
     ~TabStrip() override;
 
-    // What the tab band of a skin lacks for the strip to work; empty when fine.
-    static QString skinProblem(const platform::CommandBar& bar);
+    // What the tab band of a skin lacks for the strip to work.
+    static std::optional<platform::SkinError> skinProblem(const platform::CommandBar& bar);
 
     // View 0: never a tab, never shown.
     void createCatchView();

@@ -1,5 +1,6 @@
 // The real main window on the real engine: start-up from the shipped skin,
 // tabs of real views, real clicks on the tab band, and the exit.
+#include "app/AddressToolWidth.h"
 #include "app/Keys.h"
 #include "app/MainWindow.h"
 #include "platform/browser/WebEngineBrowserView.h"
@@ -192,6 +193,10 @@ private slots:
         QTest::mouseClick(menu, Qt::LeftButton, {}, item);
         QTRY_COMPARE(app.tabKeys(), (QStringList{"tabs-2", "tabs-3"}));
 
+        // Leaving the tabs disarms the tab menu.
+        QTest::mouseMove(w.addressBox());
+        QTRY_VERIFY(!w.state().tabMenuArmed);
+
         // Shortcuts work with their band hidden; a control's shortcut focuses it.
         w.bar().band(key::mainBar)->setVisible(false);
         w.activateWindow();
@@ -206,6 +211,13 @@ private slots:
         w.tabs().currentView()->focusPage();
         QTest::keyClick(&w, Qt::Key_L, Qt::ControlModifier);
         QTRY_VERIFY(w.addressBox()->hasFocus());
+
+        // With the main toolbar gone the address box has its own line to fill.
+        Tool* address = w.bar().tool(key::addressBar, key::addressTool);
+        const int ownLine = addressToolWidth(false, w.barWidgets()->pixelsToTwips(w.width()),
+                                             w.bar().leftTwips(*w.bar().band(key::addressBar)));
+        w.bar().recalcLayout();
+        QTRY_COMPARE(address->width(), ownLine);
     }
 
     void exitSavesOnOkAndNothingOnCancel()

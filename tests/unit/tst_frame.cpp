@@ -87,6 +87,18 @@ private slots:
         QCOMPARE(proxies->at(1)->key(), QStringLiteral("spe_sProxy1"));
     }
 
+    void switchesMissingFromTheSkinKeepTheirValue()
+    {
+        Frame f;
+        f.bar.removeTool(
+            *f.bar.band(key::viewMenu),
+            f.bar.band(key::viewMenu)->indexOf(f.bar.tool(key::viewMenu, key::showAddressBar)));
+        writeFile(f.appDir + "Browser.ini", "[QUB-BROWSER]\nADDRESSBAR=1\n");
+        f.settings.load();
+        QVERIFY(f.settings.save());
+        QVERIFY(f.ini().contains("ADDRESSBAR=1"));
+    }
+
     void switchValuesAndRoundTrip()
     {
         Frame f;
@@ -188,9 +200,10 @@ private slots:
         f.tabs.view(1)->navigate("http://one/");
         f.tabs.newTab("http://two/", false);
         f.tabs.newTab("http://three/", false);
-        // Each closed tab costs 20 s of the clock.
-        connect(&f.exit, &ExitFlow::lastPageRecorded, [&f] { f.clock.now += 20; });
-        f.clock.now = 86390; // and midnight passes on the way
+        // Each closed tab costs 20 s of the clock, which passes midnight.
+        connect(&f.exit, &ExitFlow::lastPageRecorded,
+                [&f] { f.clock.now = std::fmod(f.clock.now + 20, 86400); });
+        f.clock.now = 86390;
         QSignalSpy recorded(&f.exit, &ExitFlow::lastPageRecorded);
         QVERIFY(f.exit.closeRequested());
         QCOMPARE(recorded.count(), 2);

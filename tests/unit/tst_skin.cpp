@@ -85,6 +85,12 @@ private slots:
             << "band a toolbar\n button b\n button b\nend" << 3 << "twice";
         QTest::newRow("band twice") << "band a toolbar\nend\nband a popup\nend" << 3 << "twice";
         QTest::newRow("orphan child") << "band c child parent=nope\nend" << 1 << "not a sidebar";
+        QTest::newRow("child without parent") << "band c child\nend" << 1 << "needs parent=";
+        QTest::newRow("drop-down to no band")
+            << "band a menubar\n dropdown s\nend" << 2 << "needs band=";
+        QTest::newRow("byte-order mark is no word")
+            << QString(QChar(0xFEFF)) + "# skin\nband a toolbar\n buton b\nend" << 3
+            << "unknown word";
         QTest::newRow("empty file") << "# nothing\n" << 0 << "no band";
     }
     void namesTheFaultyLine()

@@ -34,6 +34,9 @@ public:
     // report another once the user moves bands (CommandBar::dockLine).
     int declaredLine() const { return line_; }
     void setDeclaredLine(int line) { line_ = line; }
+    // Line of the skin that declared the band; 0 for bands made otherwise.
+    int sourceLine() const { return sourceLine_; }
+    void setSourceLine(int line) { sourceLine_ = line; }
     // Key of the side bar a child band belongs to.
     const QString& parentKey() const { return parentKey_; }
     void setParentKey(const QString& key) { parentKey_ = key; }
@@ -54,6 +57,7 @@ private:
     bool visible_ = true;
     DockArea dockArea_ = DockArea::Top;
     int line_ = 0;
+    int sourceLine_ = 0;
     QString parentKey_;
     std::vector<std::unique_ptr<Tool>> tools_;
 };

@@ -16,6 +16,7 @@ class BandPlacement
 {
 public:
     virtual ~BandPlacement() = default;
+    // -1 for a band that is not shown.
     virtual int dockLine(const Band& band) const = 0;
     virtual int leftTwips(const Band& band) const = 0;
 };

@@ -1,5 +1,6 @@
 #include "CommandBarWidgets.h"
 
+#include <QApplication>
 #include <QContextMenuEvent>
 #include <QDockWidget>
 #include <QHBoxLayout>
@@ -315,8 +316,10 @@ void CommandBarWidgets::updateBand(Band* band)
 int CommandBarWidgets::dockLine(const Band& band) const
 {
     auto* toolBar = qobject_cast<QToolBar*>(containers_.value(&band));
-    if (!toolBar || !toolBar->isVisible())
+    if (!toolBar)
         return band.declaredLine();
+    if (!band.visible())
+        return -1;
     // Bands that share an area are on the same line when their tops match.
     const Qt::ToolBarArea area = window_.toolBarArea(toolBar);
     QList<int> tops;
@@ -352,6 +355,12 @@ bool CommandBarWidgets::eventFilter(QObject* watched, QEvent* event)
     Tool* tool = buttonTools_.value(watched);
     if (!tool)
         return false;
+    // Leaving a tool leaves no tool under the pointer; a popup opening over
+    // it (the tab menu) is not the pointer leaving.
+    if (event->type() == QEvent::Leave && !QApplication::activePopupWidget()) {
+        bar_.reportHover(nullptr);
+        return false;
+    }
     if (event->type() == QEvent::MouseButtonDblClick &&
         static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton) {
         bar_.reportSecondary(tool);

@@ -205,9 +205,14 @@ public:
                         shortcuts.insert(keys, tool.line);
                     }
         for (const BandDecl& band : bands_) {
+            if (band.kind == BandKind::ChildBand && !hasSetting(band.attributes, "parent"))
+                return SkinError{band.line, QStringLiteral("a child band needs parent=")};
             for (const Token& token : band.attributes)
                 if (auto problem = checkBandAttribute(band, token))
                     return SkinError{band.line, *problem};
+            for (const ToolDecl& tool : band.tools)
+                if (tool.type == ControlType::DropDown && !hasSetting(tool.attributes, "band"))
+                    return SkinError{tool.line, QStringLiteral("a drop-down needs band=")};
             for (const ToolDecl& tool : band.tools)
                 for (const Token& token : tool.attributes)
                     if (auto problem = checkToolAttribute(tool, token))
@@ -222,6 +227,7 @@ public:
         for (const BandDecl& decl : bands_) {
             Band* band = bar.addBand(decl.key, decl.kind);
             band->setCaption(decl.key);
+            band->setSourceLine(decl.line);
             for (const Token& token : decl.attributes)
                 applyBandAttribute(*band, token);
             for (const ToolDecl& toolDecl : decl.tools) {
@@ -304,6 +310,12 @@ private:
             return std::nullopt;
         }
         return QStringLiteral("unknown tool setting \"%1\"").arg(name);
+    }
+
+    static bool hasSetting(const QList<Token>& tokens, const char* name)
+    {
+        return std::any_of(tokens.begin(), tokens.end(),
+                           [&](const Token& t) { return t.name == QLatin1String(name); });
     }
 
     const BandDecl* find(const QString& key) const
@@ -398,7 +410,9 @@ private:
 std::optional<SkinError> SkinLoader::loadText(CommandBar& bar, const QString& text)
 {
     Parser parser;
-    if (auto error = parser.parse(text))
+    // Editors that save UTF-8 with a byte-order mark are common.
+    const QString body = text.startsWith(QChar(0xFEFF)) ? text.mid(1) : text;
+    if (auto error = parser.parse(body))
         return error;
     if (auto error = parser.check())
         return error;
