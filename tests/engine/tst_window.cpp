@@ -6,6 +6,7 @@
 #include "platform/browser/WebEngineBrowserView.h"
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "support/Fakes.h"
+#include "support/Files.h"
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
 
@@ -25,13 +26,6 @@ void copySkinTo(const QString& dir)
 {
     for (const char* name : {"default.tb2", "lng.ini"})
         QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, dir + name);
-}
-
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
 }
 
 struct App
@@ -167,9 +161,6 @@ private slots:
         QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
         QTest::mouseDClick(app.tabButton(2), Qt::LeftButton);
         QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
-        // The View menu's switch hides the status band's tool bar.
-        w.bar().reportClick(w.bar().tool(key::viewMenu, key::showStatusBar));
-        QVERIFY(!w.barWidgets()->container(w.bar().band(key::statusBar))->isVisible());
     }
 
     void tabMenuAndShortcutsOnTheRealBar()
@@ -224,10 +215,7 @@ private slots:
     {
         App app;
         const QByteArray before = "; kept comment\r\n[QUB-BROWSER]\r\nTOOLSBAR=1\r\nMYKEY=mine\r\n";
-        QFile ini(app.appDir + "Browser.ini");
-        ini.open(QIODevice::WriteOnly);
-        ini.write(before);
-        ini.close();
+        writeFile(app.appDir + "Browser.ini", before);
         QVERIFY(app.window->start(server.url("/one.html")));
         MainWindow& w = *app.window;
         w.bar().tool(key::toolsMenu, key::stopPopups)->setChecked(true);
@@ -249,46 +237,39 @@ private slots:
         QVERIFY(after.contains("PROXY_IP=\r\n"));
     }
 
-    void badFilesAreReportedAndWriteNothing()
+    void badSkinsEndTheProgramAndWriteNothing_data()
     {
-        {
-            App app(false);
-            QVERIFY(!app.window->start({}));
-            QCOMPARE(app.dialogs.asked, QStringList{"Cannot find skin file:default.tb2"});
-            QVERIFY(!app.window->isVisible());
-        }
-        {
-            App app(false);
-            QFile skin(app.appDir + "default.tb2");
-            skin.open(QIODevice::WriteOnly);
-            skin.write("band tb_Main toolbar\n  buton b_back\nend\n");
-            skin.close();
-            QVERIFY(!app.window->start({}));
-            QCOMPARE(app.dialogs.asked.size(), 1);
-            QVERIFY2(app.dialogs.asked[0].startsWith("default.tb2, line 2:"),
-                     qPrintable(app.dialogs.asked[0]));
-            QVERIFY(!QFile::exists(app.appDir + "Browser.ini"));
-        }
-        {
-            App app(false);
-            QFile skin(app.appDir + "default.tb2");
-            skin.open(QIODevice::WriteOnly);
-            skin.write("band tb_Tabs toolbar\n  button b_newt\nend\n");
-            skin.close();
-            QVERIFY(!app.window->start({}));
-            QVERIFY2(app.dialogs.asked.value(0).contains("must declare no tools"),
-                     qPrintable(app.dialogs.asked.value(0)));
-        }
-        {
-            App app;
-            QFile ini(app.appDir + "Browser.ini");
-            ini.open(QIODevice::WriteOnly);
-            ini.write(QByteArray("\xff\xfe[QUB-BROWSER\n=\n=ADDRESSBAR\0\n[[]]", 30));
-            ini.close();
-            QVERIFY(app.window->start({}));
-            QVERIFY(app.window->bar().band(key::addressBar)->visible());
-            QVERIFY(app.window->bar().tool(key::viewMenu, key::showAddressBar)->checked());
-        }
+        QTest::addColumn<QByteArray>("skin");
+        QTest::addColumn<QString>("message");
+        QTest::newRow("missing") << QByteArray() << "Cannot find skin file:default.tb2";
+        QTest::newRow("misspelt tool") << QByteArray("band tb_Main toolbar\n  buton b_back\nend\n")
+                                       << "default.tb2, line 2: unknown word";
+        QTest::newRow("tools in the tab band")
+            << QByteArray("band tb_Tabs toolbar\n  button b_newt\nend\n")
+            << "default.tb2, line 1: band \"tb_Tabs\" must declare no tools";
+    }
+    void badSkinsEndTheProgramAndWriteNothing()
+    {
+        QFETCH(QByteArray, skin);
+        App app(false);
+        if (!skin.isEmpty())
+            writeFile(app.appDir + "default.tb2", skin);
+        QVERIFY(!app.window->start({}));
+        QCOMPARE(app.dialogs.asked.size(), 1);
+        QFETCH(QString, message);
+        QVERIFY2(app.dialogs.asked[0].startsWith(message), qPrintable(app.dialogs.asked[0]));
+        QVERIFY(!app.window->isVisible());
+        QVERIFY(!QFile::exists(app.appDir + "Browser.ini"));
+    }
+
+    void malformedSettingsReadAsDefaults()
+    {
+        App app;
+        writeFile(app.appDir + "Browser.ini",
+                  QByteArray("\xff\xfe[QUB-BROWSER\n=\n=ADDRESSBAR\0\n[[]]", 30));
+        QVERIFY(app.window->start({}));
+        QVERIFY(app.window->bar().band(key::addressBar)->visible());
+        QVERIFY(app.window->bar().tool(key::viewMenu, key::showAddressBar)->checked());
     }
 };
 

@@ -10,6 +10,7 @@
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
+#include "support/Files.h"
 #include "support/TestMain.h"
 #include "tabs/TabStrip.h"
 
@@ -18,20 +19,6 @@
 using namespace platform;
 
 namespace {
-
-QByteArray readFile(const QString& path)
-{
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-}
-
-void writeFile(const QString& path, const QByteArray& content)
-{
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(content);
-}
 
 struct Frame
 {

@@ -1,6 +1,7 @@
 // The ini reader and writer keep the old profile-string behaviour.
 #include "platform/NarrowText.h"
 #include "platform/ini/ProfileFile.h"
+#include "support/Files.h"
 #include "support/TestMain.h"
 
 #include <QTemporaryDir>
@@ -15,16 +16,8 @@ class ProfileTest : public QObject
     QString write(const QByteArray& content)
     {
         const QString path = dir.filePath(QStringLiteral("t.ini"));
-        QFile file(path);
-        file.open(QIODevice::WriteOnly);
-        file.write(content);
+        writeFile(path, content);
         return path;
-    }
-    static QByteArray read(const QString& path)
-    {
-        QFile file(path);
-        file.open(QIODevice::ReadOnly);
-        return file.readAll();
     }
 
 private slots:
@@ -90,13 +83,13 @@ private slots:
         QVERIFY(file.writeString("S", "K", "new"));
         QVERIFY(file.writeString("S", "Added", "a"));
         QVERIFY(file.writeString("Fresh", "F", "f"));
-        QCOMPARE(read(path),
+        QCOMPARE(readFile(path),
                  QByteArray("; my notes\r\n[Other]\r\nX=1\r\n\r\n[s]\r\nkeep=me\r\n"
                             "K=new\r\nAdded=a\r\n[Third]\r\nk=3\r\n[Fresh]\r\nF=f\r\n"));
         // Lines in another encoding survive a write byte for byte.
         const QString latin = write("; caf\xe9 \xa7\n[S]\nK=1\n");
         QVERIFY(ProfileFile(latin).writeString("S", "K", "2"));
-        QCOMPARE(read(latin), QByteArray("; caf\xe9 \xa7\n[S]\nK=2\n"));
+        QCOMPARE(readFile(latin), QByteArray("; caf\xe9 \xa7\n[S]\nK=2\n"));
         QCOMPARE(ProfileFile(latin).readString("Other", "X", "d"), QStringLiteral("d"));
         const ProfileFile missing(dir.filePath(QStringLiteral("none/absent.ini")));
         QCOMPARE(missing.readString("S", "K", "d"), QStringLiteral("d"));

@@ -163,15 +163,6 @@ private slots:
         QCOMPARE(f.state.canGoBack, (std::vector<bool>{false, true, false}));
     }
 
-    void newViewsFollowTheSilentSetting()
-    {
-        Fixture f;
-        f.bar.tool(key::toolsMenu, key::silent)->setChecked(true);
-        f.tabs->newTab({}, false);
-        QVERIFY(f.fake(2)->silent());
-        QVERIFY(!f.fake(1)->silent());
-    }
-
     void closeAllAndCloseOthers()
     {
         Fixture f;
