@@ -22,9 +22,6 @@ struct MainState
     bool exitAnswered = false;
     bool exitCancelled = false;
     bool shuttingDown = false;
-    bool userOpenedWindow = false;
-    int lastClickTime = 0;
-    bool iconMoved = false;
 
     // The tab chosen through the tab strip; 0 falls back to the current tab.
     int targetTab = 0;

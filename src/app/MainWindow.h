@@ -44,6 +44,7 @@ public:
     platform::CommandBarWidgets* barWidgets() const { return barWidgets_; }
     TabStrip& tabs() { return tabs_; }
     ExitFlow& exitFlow() { return exit_; }
+    const platform::ClickHook& clickHook() const { return clickHook_; }
     QComboBox* addressBox() const { return addressBox_; }
 
 protected:

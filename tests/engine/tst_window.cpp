@@ -153,8 +153,12 @@ private slots:
         MainWindow& w = app.withThreeBlankTabs();
         QToolButton* first = app.tabButton(1);
         QVERIFY(first && first->isVisible());
-        QTest::mouseClick(first, Qt::LeftButton);
+        app.clock.now = 43210.5;
+        QTest::mouseClick(first, Qt::LeftButton, {}, QPoint(4, 6));
         QCOMPARE(w.state().currentTab, 1);
+        // The click hook saw the press.
+        QCOMPARE(w.clickHook().lastPressTime(), 43210.5);
+        QCOMPARE(w.clickHook().lastPressPoint(), first->mapToGlobal(QPoint(4, 6)));
         QVERIFY(first->isChecked());
         QVERIFY(!app.tabButton(3)->isChecked());
         QTest::mouseClick(app.tabButton(3), Qt::MiddleButton);

@@ -105,7 +105,6 @@ std::unique_ptr<Tool> Tool::copy() const
     tool->caption_ = caption_;
     tool->tooltip_ = tooltip_;
     tool->tag_ = tag_;
-    tool->description_ = description_;
     tool->iconName_ = iconName_;
     tool->shortcut_ = shortcut_;
     tool->subBand_ = subBand_;
@@ -211,12 +210,6 @@ void CommandBar::removeTool(Band& band, int index)
         return;
     emit toolAboutToBeRemoved(&band, index);
     band.tools_.erase(band.tools_.begin() + index);
-}
-
-void CommandBar::clearBand(Band& band)
-{
-    while (band.count() > 0)
-        removeTool(band, band.count() - 1);
 }
 
 int CommandBar::dockLine(const Band& band) const

@@ -43,7 +43,6 @@ public:
     // Puts a copy of source into band at index (-1: at the end).
     Tool* insertTool(Band& band, const Tool& source, int index = -1);
     void removeTool(Band& band, int index);
-    void clearBand(Band& band);
 
     // The picture the page icon of the address band shows; generated tools
     // made "with icon" take it.

@@ -30,11 +30,9 @@ public:
     void setCaption(const QString& caption);
     const QString& tooltip() const { return tooltip_; }
     void setTooltip(const QString& tooltip);
-    // Free texts that the program keeps on a tool for its own use.
+    // Free text that the program keeps on a tool for its own use.
     const QString& tag() const { return tag_; }
     void setTag(const QString& tag) { tag_ = tag; }
-    const QString& description() const { return description_; }
-    void setDescription(const QString& text) { description_ = text; }
 
     bool checked() const { return checked_; }
     void setChecked(bool checked);
@@ -78,7 +76,7 @@ private:
     QString key_;
     int id_;
     ControlType type_;
-    QString caption_, tooltip_, tag_, description_, iconName_, shortcut_, subBand_;
+    QString caption_, tooltip_, tag_, iconName_, shortcut_, subBand_;
     QIcon picture_;
     bool checked_ = false, checkable_ = false, enabled_ = true, visible_ = true;
     int displayStyle_ = 0;
