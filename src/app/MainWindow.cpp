@@ -38,15 +38,20 @@ QToolBar#tb_Tabs QToolButton:checked {
 MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
                        platform::BrowserViewFactory& factory, const platform::Clock& clock)
     : dialogs_(dialogs), language_(appDir), settings_(appDir, bar_, connection_), clickHook_(clock),
-      clientArea_(new QWidget(this)), hideFrame_(new QWidget(this)), addressBox_(new QComboBox),
-      pageIcon_(new QLabel), statusHost_(new QWidget), statusText_(new QLineEdit(statusHost_)),
-      progressHost_(new QWidget), progressLabel_(new QLabel(progressHost_)),
-      stage_(*clientArea_, *hideFrame_), tabs_(state_, bar_, factory, stage_),
-      dispatcher_(state_, bar_, tabs_), barEvents_(state_, bar_),
+      clientArea_(new QWidget(this)), hideFrame_(new QWidget(this)),
+      addressBox_(new QComboBox(this)), pageIcon_(new QLabel(this)), statusHost_(new QWidget(this)),
+      statusText_(new QLineEdit(statusHost_)), progressHost_(new QWidget(this)),
+      progressLabel_(new QLabel(progressHost_)), stage_(*clientArea_, *hideFrame_),
+      tabs_(state_, bar_, factory, stage_), dispatcher_(state_, bar_, tabs_),
+      barEvents_(state_, bar_),
       exit_(state_, bar_, tabs_, settings_, language_, dialogs, clock, clickHook_)
 {
     state_.appDir = appDir;
     setObjectName(QStringLiteral("frm_Main"));
+    // The hosted controls show once the command bar takes them into its tools.
+    for (QWidget* control : {static_cast<QWidget*>(addressBox_), static_cast<QWidget*>(pageIcon_),
+                             statusHost_, progressHost_})
+        control->hide();
     clientArea_->setObjectName(QStringLiteral("pic_WB"));
     hideFrame_->setObjectName(QStringLiteral("HideFrame"));
     addressBox_->setObjectName(QStringLiteral("cbo_Input"));
@@ -137,7 +142,6 @@ bool MainWindow::start(const QString& commandLineAddress)
     if (QWidget* strip = barWidgets_->container(bar_.band(key::tabsBar)))
         strip->setStyleSheet(QLatin1String(tabStyle));
     addressBox_->addItem(QStringLiteral("About:Blank"));
-    progressHost_->setVisible(true);
     hostControls();
     progressLabel_->clear();
     setCentralWidget(clientArea_);
