@@ -35,7 +35,7 @@ int main(int argc, char** argv)
 
     platform::QtDialogs dialogs;
     platform::SystemClock clock;
-    platform::WebEngineViewFactory factory;
+    platform::WebEngineViewFactory factory(dialogs);
     int code = 0;
     {
         MainWindow window(platform::appDir(), dialogs, factory, clock);

@@ -28,6 +28,16 @@ inline constexpr const char* progressTool = "ctl_progress";
 inline constexpr const char* tabPrefix = "tabs-";
 
 inline constexpr const char* newTab = "b_newt";
+inline constexpr const char* newTabHome = "b_new2";
+inline constexpr const char* duplicateTab = "b_new3";
+inline constexpr const char* back = "b_back";
+inline constexpr const char* forward = "b_forward";
+inline constexpr const char* stop = "b_stop";
+inline constexpr const char* stopAll = "b_stopall";
+inline constexpr const char* refresh = "b_refresh";
+inline constexpr const char* refreshAll = "b_refreshall";
+inline constexpr const char* home = "b_home";
+inline constexpr const char* go = "b_go";
 inline constexpr const char* closeTab = "b_close";
 inline constexpr const char* closeOthers = "b_closeall1";
 inline constexpr const char* closeAll = "b_closeall2";
@@ -48,7 +58,8 @@ inline std::vector<std::pair<QString, QString>> lookedUpTools()
 {
     return {
         {menuBar, {}},
-        {mainBar, {}},
+        {mainBar, back},
+        {mainBar, forward},
         {addressBar, addressTool},
         {addressBar, pageIconTool},
         {tabsBar, {}},

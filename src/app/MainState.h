@@ -29,4 +29,7 @@ struct MainState
     bool tabMenuPending = false;
 
     QString baseTitle;
+
+    // Time of day, in whole seconds, of the last click in a page.
+    int lastClickTime = 0;
 };

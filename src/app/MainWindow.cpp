@@ -1,6 +1,8 @@
 #include "MainWindow.h"
 #include "AddressToolWidth.h"
 #include "Keys.h"
+#include "ProgressDisplay.h"
+#include "history/AddressCompleter.h"
 #include "platform/Dialogs.h"
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/commandbar/SkinLoader.h"
@@ -37,26 +39,28 @@ QToolBar#tb_Tabs QToolButton:checked {
 
 MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
                        platform::BrowserViewFactory& factory, const platform::Clock& clock)
-    : dialogs_(dialogs), language_(appDir), settings_(appDir, bar_, connection_), clickHook_(clock),
-      clientArea_(new QWidget(this)), hideFrame_(new QWidget(this)),
-      addressBox_(new QComboBox(this)), pageIcon_(new QLabel(this)), statusHost_(new QWidget(this)),
-      statusText_(new QLineEdit(statusHost_)), progressHost_(new QWidget(this)),
-      progressLabel_(new QLabel(progressHost_)), stage_(*clientArea_, *hideFrame_),
-      tabs_(state_, bar_, factory, stage_), dispatcher_(state_, bar_, tabs_),
-      barEvents_(state_, bar_),
+    : dialogs_(dialogs), factory_(factory), language_(appDir), settings_(appDir, bar_, connection_),
+      clickHook_(clock), lastPages_(appDir), clientArea_(new QWidget(this)),
+      hideFrame_(new QWidget(this)), addressBox_(new QComboBox(this)), pageIcon_(new QLabel(this)),
+      statusHost_(new QWidget(this)), statusText_(new QLineEdit(statusHost_)),
+      progress_(new ProgressDisplay(this)), completer_(new AddressCompleter(this)),
+      stage_(*clientArea_, *hideFrame_), tabs_(state_, bar_, factory, stage_),
+      display_(*this, *addressBox_, *statusText_, *progress_),
+      viewEvents_(state_, bar_, tabs_, display_, clock), addressBar_(*addressBox_, tabs_),
+      dispatcher_(state_, bar_, tabs_, display_, addressBar_), barEvents_(state_, bar_),
       exit_(state_, bar_, tabs_, settings_, language_, dialogs, clock, clickHook_)
 {
     state_.appDir = appDir;
     setObjectName(QStringLiteral("frm_Main"));
     // The hosted controls show once the command bar takes them into its tools.
     for (QWidget* control : {static_cast<QWidget*>(addressBox_), static_cast<QWidget*>(pageIcon_),
-                             statusHost_, progressHost_})
+                             statusHost_, static_cast<QWidget*>(progress_)})
         control->hide();
     clientArea_->setObjectName(QStringLiteral("pic_WB"));
     hideFrame_->setObjectName(QStringLiteral("HideFrame"));
     addressBox_->setObjectName(QStringLiteral("cbo_Input"));
-    addressBox_->setEditable(true);
     addressBox_->setInsertPolicy(QComboBox::NoInsert);
+    addressBox_->setCompleter(completer_);
     pageIcon_->setObjectName(QStringLiteral("pic_ieicon"));
     pageIcon_->setPixmap(QIcon::fromTheme(QStringLiteral("text-html")).pixmap(16, 16));
     pageIcon_->setContentsMargins(4, 0, 4, 0);
@@ -68,13 +72,6 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
     auto* statusLayout = new QVBoxLayout(statusHost_);
     statusLayout->setContentsMargins(0, 0, 0, 0);
     statusLayout->addWidget(statusText_, 0, Qt::AlignVCenter);
-
-    progressHost_->setObjectName(QStringLiteral("pic_progress"));
-    progressLabel_->setObjectName(QStringLiteral("lbl_Inf"));
-    progressHost_->setFixedWidth(120);
-    auto* progressLayout = new QHBoxLayout(progressHost_);
-    progressLayout->setContentsMargins(0, 0, 0, 0);
-    progressLayout->addWidget(progressLabel_);
 
     connect(&bar_, &platform::CommandBar::toolClicked, &dispatcher_, &CommandDispatcher::dispatch);
     connect(&bar_, &platform::CommandBar::toolSecondaryAction, &dispatcher_,
@@ -88,7 +85,17 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
             Qt::QueuedConnection);
     connect(&dispatcher_, &CommandDispatcher::quitRequested, this, &MainWindow::quit);
     connect(&tabs_, &TabStrip::viewCreated, this, &MainWindow::wireView);
-    connect(&tabs_, &TabStrip::newTabActivated, this, &MainWindow::showNewTab);
+    connect(&tabs_, &TabStrip::newTabActivated, &viewEvents_, &ViewEvents::newTabActivated);
+    connect(&tabs_, &TabStrip::activeTabRefreshed, &viewEvents_, &ViewEvents::activeTabRefreshed);
+    connect(&tabs_, &TabStrip::tabLeft, &viewEvents_, &ViewEvents::tabLeft);
+    connect(&viewEvents_, &ViewEvents::documentHooked, completer_,
+            [this](platform::BrowserView* view) { completer_->addAddress(view->locationUrl()); });
+    connect(completer_, qOverload<const QString&>(&QCompleter::activated), &addressBar_,
+            [this] { addressBar_.navigateFromAddressBar(false); });
+    connect(&addressBar_, &AddressBar::addressSent, this,
+            [this](const QString& address) { platform::recordTypedUrl(registry_, address); });
+    connect(&exit_, &ExitFlow::lastPageRecorded, this,
+            [this](const QString& address) { lastPages_.append(address); });
 }
 
 MainWindow::~MainWindow()
@@ -129,8 +136,8 @@ void MainWindow::hostControls()
     host(key::addressBar, key::addressTool, addressBox_);
     host(key::addressBar, key::pageIconTool, pageIcon_);
     if (platform::Tool* progress = bar_.tool(key::statusBar, key::progressTool)) {
-        progress->setWidth(barWidgets_->pixelsToTwips(progressHost_->width()));
-        progress->setControl(progressHost_);
+        progress->setWidth(barWidgets_->pixelsToTwips(progress_->width()));
+        progress->setControl(progress_);
     }
 }
 
@@ -143,9 +150,13 @@ bool MainWindow::start(const QString& commandLineAddress)
         strip->setStyleSheet(QLatin1String(tabStyle));
     addressBox_->addItem(QStringLiteral("About:Blank"));
     hostControls();
-    progressLabel_->clear();
+    progress_->info()->clear();
     setCentralWidget(clientArea_);
+    addressBar_.loadTypedUrls(registry_);
+    for (int i = addressBox_->count() - 1; i >= 1; --i)
+        completer_->addAddress(addressBox_->itemText(i));
     settings_.load();
+    factory_.setHomeAddress(settings_.homePage());
 
     bar_.setPagePicture(QIcon(pageIcon_->pixmap()));
     tabs_.createCatchView();
@@ -153,6 +164,7 @@ bool MainWindow::start(const QString& commandLineAddress)
     loadTabIcons();
     if (!commandLineAddress.isEmpty())
         tabs_.view(1)->navigate(commandLineAddress);
+    lastPages_.restore(tabs_);
     clickHook_.start();
     // Without a window manager a maximise request is not honoured; the
     // geometry makes the window fill the screen all the same.
@@ -174,16 +186,8 @@ void MainWindow::wireView(platform::BrowserView* view)
     const int index = view->index();
     connect(view, &platform::BrowserView::windowClosing, this,
             [this, index](bool isChild) { tabs_.pageClosing(index, isChild); });
-}
-
-void MainWindow::showNewTab()
-{
-    setWindowTitle(state_.baseTitle);
-    addressBox_->setEditText(QString());
-    progressLabel_->clear();
-    statusText_->clear();
-    if (addressBox_->isVisible())
-        addressBox_->setFocus();
+    connect(view, &platform::BrowserView::newWindowRequested, &tabs_, &TabStrip::openNewWindow);
+    viewEvents_.watch(view);
 }
 
 void MainWindow::quit()

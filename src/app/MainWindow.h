@@ -4,19 +4,26 @@
 // events to the objects that handle them; it holds no rules of its own.
 #include "ExitFlow.h"
 #include "Language.h"
+#include "LastPages.h"
 #include "MainState.h"
 #include "Settings.h"
+#include "WindowDisplay.h"
 #include "commands/BarEvents.h"
 #include "commands/CommandDispatcher.h"
+#include "history/AddressBar.h"
 #include "platform/ClickHook.h"
 #include "platform/ConnectionHelper.h"
+#include "platform/UserRegistry.h"
 #include "platform/browser/WidgetViewStage.h"
 #include "platform/commandbar/CommandBar.h"
 #include "tabs/TabStrip.h"
+#include "tabs/ViewEvents.h"
 
 #include <QMainWindow>
 #include <memory>
 
+class AddressCompleter;
+class ProgressDisplay;
 class QComboBox;
 class QLabel;
 class QLineEdit;
@@ -46,6 +53,12 @@ public:
     ExitFlow& exitFlow() { return exit_; }
     const platform::ClickHook& clickHook() const { return clickHook_; }
     QComboBox* addressBox() const { return addressBox_; }
+    AddressBar& addressBar() { return addressBar_; }
+    AddressCompleter* addressCompleter() const { return completer_; }
+    ViewEvents& viewEvents() { return viewEvents_; }
+    ProgressDisplay* progressDisplay() const { return progress_; }
+    QLineEdit* statusText() const { return statusText_; }
+    const LastPages& lastPages() const { return lastPages_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -57,15 +70,17 @@ private:
     void loadTabIcons();
     void layoutAddressTool();
     void wireView(platform::BrowserView* view);
-    void showNewTab();
 
     platform::Dialogs& dialogs_;
+    platform::BrowserViewFactory& factory_;
     MainState state_;
     platform::CommandBar bar_;
     platform::ConnectionHelper connection_;
     Language language_;
     Settings settings_;
     platform::ClickHook clickHook_;
+    platform::UserRegistry registry_;
+    LastPages lastPages_;
 
     QWidget* clientArea_;
     QWidget* hideFrame_;
@@ -73,11 +88,14 @@ private:
     QLabel* pageIcon_;
     QWidget* statusHost_;
     QLineEdit* statusText_;
-    QWidget* progressHost_;
-    QLabel* progressLabel_;
+    ProgressDisplay* progress_;
+    AddressCompleter* completer_;
 
     platform::WidgetViewStage stage_;
     TabStrip tabs_;
+    WindowDisplay display_;
+    ViewEvents viewEvents_;
+    AddressBar addressBar_;
     CommandDispatcher dispatcher_;
     BarEvents barEvents_;
     ExitFlow exit_;

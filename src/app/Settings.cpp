@@ -9,6 +9,7 @@ namespace {
 
 const QString section = QStringLiteral("QUB-BROWSER");
 const QString proxyKey = QStringLiteral("PROXY_IP");
+const QString homeKey = QStringLiteral("HOMEPAGE");
 const QString emptyProxy = QStringLiteral("Empty");
 constexpr int firstProxyId = 3011;
 
@@ -56,6 +57,10 @@ void Settings::load()
                 band->setVisible(on);
     }
 
+    homePage_ = platform::ReadIniString(fileName(), section, homeKey);
+    if (homePage_.isEmpty())
+        homePage_ = defaultHomePage;
+
     const QString proxy = platform::ReadIniString(fileName(), section, proxyKey);
     connection_.setProxy(proxy);
     auto addProxy = [&](const QString& toolKey, int id, const QString& caption, bool checked) {
@@ -101,5 +106,6 @@ bool Settings::save() const
     }
     if (proxy == emptyProxy)
         proxy.clear();
+    ok = file.writeString(section, homeKey, homePage_) && ok;
     return file.writeString(section, proxyKey, proxy) && ok;
 }

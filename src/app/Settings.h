@@ -1,6 +1,6 @@
 #pragma once
-// The program's settings: the checked states of eight command-bar tools and
-// the chosen proxy, kept in "Browser.ini". Read once at start, written once
+// The program's settings: the checked states of eight command-bar tools, the
+// chosen proxy and the home page, kept in "Browser.ini". Read once at start, written once
 // at exit; in between the tools' checked states are the only copy.
 #include <QString>
 
@@ -19,9 +19,14 @@ public:
     bool save() const;
 
     QString fileName() const { return appDir_ + QStringLiteral("Browser.ini"); }
+    // Where Home goes; a blank page unless the file names one.
+    const QString& homePage() const { return homePage_; }
+
+    static constexpr const char* defaultHomePage = "about:blank";
 
 private:
     QString appDir_;
     platform::CommandBar& bar_;
     platform::ConnectionHelper& connection_;
+    QString homePage_ = defaultHomePage;
 };

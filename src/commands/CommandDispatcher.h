@@ -6,17 +6,23 @@
 
 #include <QObject>
 
+#include <vector>
+
 namespace platform {
+class BrowserView;
 class CommandBar;
 class Tool;
 } // namespace platform
+class ActiveTabDisplay;
+class AddressBar;
 class TabStrip;
 
 class CommandDispatcher : public QObject
 {
     Q_OBJECT
 public:
-    CommandDispatcher(MainState& state, platform::CommandBar& bar, TabStrip& tabs);
+    CommandDispatcher(MainState& state, platform::CommandBar& bar, TabStrip& tabs,
+                      ActiveTabDisplay& display, AddressBar& addressBar);
 
     void dispatch(platform::Tool* tool);
     // Double or middle click on a tool.
@@ -29,8 +35,12 @@ private:
     int targetTab(const platform::Tool* tool) const;
     void toggle(platform::Tool* tool);
     void toggleBand(platform::Tool* tool, const char* bandKey);
+    // The view of every tab, in strip order.
+    std::vector<platform::BrowserView*> tabViews() const;
 
     MainState& state_;
     platform::CommandBar& bar_;
     TabStrip& tabs_;
+    ActiveTabDisplay& display_;
+    AddressBar& addressBar_;
 };

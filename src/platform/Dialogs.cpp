@@ -1,5 +1,11 @@
 #include "Dialogs.h"
 
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 
 namespace platform {
@@ -52,6 +58,35 @@ Dialogs::Answer QtDialogs::message(const QString& text, Buttons buttons, Icon ic
     if (buttons == Buttons::OkCancel && box.clickedButton() == nullptr)
         return Answer::Cancel;
     return Answer::Ok;
+}
+
+QString QtDialogs::saveFileName(const QString& title, const QString& suggested)
+{
+    return QFileDialog::getSaveFileName(parent_, title, suggested);
+}
+
+bool QtDialogs::credentials(const QString& prompt, QString& user, QString& password)
+{
+    QDialog dialog(parent_);
+    dialog.setWindowTitle(QStringLiteral("Sign in"));
+    auto* layout = new QFormLayout(&dialog);
+    auto* text = new QLabel(prompt, &dialog);
+    text->setWordWrap(true);
+    layout->addRow(text);
+    auto* userBox = new QLineEdit(user, &dialog);
+    auto* passwordBox = new QLineEdit(&dialog);
+    passwordBox->setEchoMode(QLineEdit::Password);
+    layout->addRow(QStringLiteral("User name:"), userBox);
+    layout->addRow(QStringLiteral("Password:"), passwordBox);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+    layout->addRow(buttons);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    user = userBox->text();
+    password = passwordBox->text();
+    return true;
 }
 
 } // namespace platform

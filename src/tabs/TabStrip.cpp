@@ -137,11 +137,21 @@ void TabStrip::activateTab(int index)
         return;
     setTabChecked(index, true);
     setTabChecked(state_.currentTab, false);
-    if (BrowserView* old = view(state_.currentTab))
+    if (BrowserView* old = view(state_.currentTab)) {
         stage_.park(*old);
+        emit tabLeft(old);
+    }
     state_.previousTab = state_.currentTab;
     state_.currentTab = index;
     refreshActiveTab();
+}
+
+void TabStrip::openNewWindow(platform::NewWindowRequest& request)
+{
+    if (state_.shuttingDown)
+        return;
+    if (const int index = newTab({}, !request.inBackground()))
+        request.openIn(*view(index));
 }
 
 void TabStrip::shiftLeftFrom(int position)

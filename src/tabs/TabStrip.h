@@ -50,12 +50,17 @@ public:
     // The command bar reports the tool under the pointer.
     void reportTool(platform::Tool* tool);
     void refreshActiveTab();
+    // A page asked for a new window: it opens in a new tab, in the background
+    // when the page asked for that. Refused while the program shuts down.
+    void openNewWindow(platform::NewWindowRequest& request);
 
 signals:
     void viewCreated(platform::BrowserView* view);
     // A new tab became the active one.
     void newTabActivated(platform::BrowserView* view);
     void activeTabRefreshed(platform::BrowserView* view);
+    // The active tab is being left for another; it is still the current tab.
+    void tabLeft(platform::BrowserView* view);
     // A page that had an address was closed: short title and address.
     void pageClosed(const QString& shortTitle, const QString& address);
 

@@ -34,7 +34,7 @@ struct App
     QString appDir = dir.path() + '/';
     ScriptedDialogs dialogs;
     SettableClock clock;
-    WebEngineViewFactory factory;
+    WebEngineViewFactory factory{dialogs};
     std::unique_ptr<MainWindow> window;
 
     explicit App(bool withSkin = true)

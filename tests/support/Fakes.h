@@ -5,6 +5,7 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/browser/BrowserView.h"
+#include "tabs/ActiveTabDisplay.h"
 
 #include <QStringList>
 #include <QWidget>
@@ -38,6 +39,7 @@ public:
     void focusPage() override {}
 
     void setTitle(const QString& title) { title_ = title; }
+    void setReadyState(ReadyState state) { state_ = state; }
 
     QStringList calls;
 
@@ -58,7 +60,9 @@ public:
         created.push_back(view);
         return view;
     }
+    void setHomeAddress(const QString& address) override { home = address; }
     std::vector<FakeBrowserView*> created;
+    QString home;
 };
 
 class FakeStage : public platform::ViewStage
@@ -85,8 +89,31 @@ public:
         answers.pop_front();
         return answer;
     }
+    QString saveFileName(const QString&, const QString& suggested) override
+    {
+        asked << suggested;
+        return savePaths.empty() ? QString() : takeFront(savePaths);
+    }
+    bool credentials(const QString& prompt, QString& user, QString& password) override
+    {
+        asked << prompt;
+        if (logins.empty())
+            return false;
+        std::tie(user, password) = takeFront(logins);
+        return true;
+    }
     QStringList asked;
     std::deque<Answer> answers;
+    std::deque<QString> savePaths;
+    std::deque<std::pair<QString, QString>> logins;
+
+private:
+    template <typename T> static T takeFront(std::deque<T>& queue)
+    {
+        T front = queue.front();
+        queue.pop_front();
+        return front;
+    }
 };
 
 class SettableClock : public platform::Clock
@@ -94,4 +121,25 @@ class SettableClock : public platform::Clock
 public:
     double secondsSinceMidnight() const override { return now; }
     double now = 36000;
+};
+
+class FakeDisplay : public ActiveTabDisplay
+{
+public:
+    void setCaption(const QString& text) override { caption = text; }
+    QString addressText() const override { return address; }
+    void setAddressText(const QString& text) override
+    {
+        address = text;
+        ++addressWrites;
+    }
+    void focusAddress() override { addressFocused = true; }
+    void setStatusText(const QString& text) override { status = text; }
+    void setProgress(int value) override { percent = value; }
+    void clearInfo() override { infoCleared = true; }
+
+    QString caption, address, status;
+    int addressWrites = 0;
+    int percent = -1;
+    bool addressFocused = false, infoCleared = false;
 };

@@ -84,6 +84,7 @@ private slots:
         f.settings.load();
         QVERIFY(f.settings.save());
         QVERIFY(f.ini().contains("ADDRESSBAR=1"));
+        QVERIFY(f.ini().contains("HOMEPAGE=about:blank\r\n"));
     }
 
     void switchValuesAndRoundTrip()
@@ -92,8 +93,9 @@ private slots:
         writeFile(f.appDir + "Browser.ini",
                   "; mine\r\n[Other]\r\nA=1\r\n[QUB-BROWSER]\r\nADDRESSBAR=2\r\nSTATUSBAR=abc\r\n"
                   "TOOLSBAR=1\r\nSTOPPOPUP=1\r\nKILLPOP=-1\r\nBESILENT= 1 \r\nUNKNOWN=keep\r\n"
-                  "PROXY_IP=10.0.0.1:8080\r\n");
+                  "PROXY_IP=10.0.0.1:8080\r\nhomepage=\"http://home.test/a b\"\r\n");
         f.settings.load();
+        QCOMPARE(f.settings.homePage(), QStringLiteral("http://home.test/a b"));
         QVERIFY(!f.checked(key::viewMenu, key::showAddressBar));
         QVERIFY(!f.bar.band(key::addressBar)->visible());
         QVERIFY(!f.bar.band(key::statusBar)->visible());
@@ -106,11 +108,11 @@ private slots:
         QVERIFY(!f.bar.band(key::proxyMenu)->at(0)->checked());
 
         QVERIFY(f.settings.save());
-        QCOMPARE(f.ini(), QStringLiteral(
-                              "; mine\r\n[Other]\r\nA=1\r\n[QUB-BROWSER]\r\nADDRESSBAR=0\r\n"
-                              "STATUSBAR=0\r\nTOOLSBAR=1\r\nSTOPPOPUP=1\r\nKILLPOP=0\r\n"
-                              "BESILENT=1\r\nUNKNOWN=keep\r\nPROXY_IP=10.0.0.1:8080\r\nICONON=0\r\n"
-                              "OPENGETBAR=0\r\n"));
+        QCOMPARE(f.ini(),
+                 QStringLiteral("; mine\r\n[Other]\r\nA=1\r\n[QUB-BROWSER]\r\nADDRESSBAR=0\r\n"
+                                "STATUSBAR=0\r\nTOOLSBAR=1\r\nSTOPPOPUP=1\r\nKILLPOP=0\r\n"
+                                "BESILENT=1\r\nUNKNOWN=keep\r\nPROXY_IP=10.0.0.1:8080\r\n"
+                                "homepage=http://home.test/a b\r\nICONON=0\r\nOPENGETBAR=0\r\n"));
         // "Empty" checked is written as an empty value, not as "Empty".
         f.bar.band(key::proxyMenu)->at(0)->setChecked(true);
         QVERIFY(f.settings.save());

@@ -2,12 +2,15 @@
 #include "app/Keys.h"
 #include "commands/BarEvents.h"
 #include "commands/CommandDispatcher.h"
+#include "history/AddressBar.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
 #include "support/TestMain.h"
 #include "tabs/Ellipsis.h"
 #include "tabs/TabStrip.h"
+
+#include <QComboBox>
 
 using namespace platform;
 
@@ -253,7 +256,10 @@ private slots:
     void dispatcherDrivesTheStrip()
     {
         Fixture f;
-        CommandDispatcher commands(f.state, f.bar, *f.tabs);
+        FakeDisplay display;
+        QComboBox box;
+        AddressBar addressBar(box, *f.tabs);
+        CommandDispatcher commands(f.state, f.bar, *f.tabs, display, addressBar);
         commands.dispatch(f.bar.tool(key::fileMenu, key::newTab));
         commands.dispatch(f.bar.tool(key::fileMenu, key::newTab));
         QCOMPARE(f.state.currentTab, 3);

@@ -2,12 +2,31 @@
 // One browser view: the page of one tab, or the hidden catch view 0. The rest
 // of the program sees only this interface; WebEngineBrowserView implements it
 // on the real engine and tests use a fake of the same shape.
+#include "PageClick.h"
+
 #include <QObject>
 #include <QString>
+#include <QUrl>
 
 class QWidget;
 
 namespace platform {
+
+class BrowserView;
+
+// A page asks for a new window. Handled inside the signal's slot: either
+// openIn() a view, or leave it, which refuses the window.
+class NewWindowRequest
+{
+public:
+    virtual ~NewWindowRequest() = default;
+    virtual QUrl url() const = 0;
+    // The engine's own verdict that a user gesture led to the request.
+    virtual bool userInitiated() const = 0;
+    // The page (a middle click, say) asked for a tab in the background.
+    virtual bool inBackground() const = 0;
+    virtual void openIn(BrowserView& view) = 0;
+};
 
 class BrowserView : public QObject
 {
@@ -51,6 +70,10 @@ signals:
     // The page asked to close its own window.
     void windowClosing(bool isChildWindow);
     void fullScreenRequested(bool fullScreen);
+    void newWindowRequested(platform::NewWindowRequest& request);
+    // From the page agent: every mouse-down and click in the page's frames.
+    void pageMouseDown(const platform::PageClick& click);
+    void pageClicked(const platform::PageClick& click);
 
 private:
     const int index_;
@@ -63,6 +86,8 @@ class BrowserViewFactory
 public:
     virtual ~BrowserViewFactory() = default;
     virtual BrowserView* create(int index) = 0;
+    // Where GoHome goes, for every view made before or after.
+    virtual void setHomeAddress(const QString& address) = 0;
 };
 
 // Where views live on screen: the one active view fills the client area, every

@@ -1,8 +1,18 @@
 #include "WebEngineBrowserView.h"
+#include "DownloadManager.h"
+#include "PageAgent.h"
+#include "PageNotice.h"
+#include "platform/Dialogs.h"
 
 #include <QAction>
-#include <QStandardPaths>
+#include <QAuthenticator>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QStackedLayout>
 #include <QWebEngineFullScreenRequest>
+#include <QWebEngineHistory>
+#include <QWebEngineLoadingInfo>
+#include <QWebEngineNewWindowRequest>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
@@ -38,14 +48,51 @@ protected:
     }
 };
 
-WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile,
-                                           QString homeAddress)
-    : BrowserView(index), view_(new QWebEngineView), homeAddress_(std::move(homeAddress))
+namespace {
+
+class EngineNewWindowRequest : public NewWindowRequest
 {
+public:
+    explicit EngineNewWindowRequest(QWebEngineNewWindowRequest& request) : request_(request) {}
+    QUrl url() const override { return request_.requestedUrl(); }
+    bool userInitiated() const override { return request_.isUserInitiated(); }
+    bool inBackground() const override
+    {
+        return request_.destination() == QWebEngineNewWindowRequest::InNewBackgroundTab;
+    }
+    void openIn(BrowserView& view) override
+    {
+        if (auto* engine = qobject_cast<WebEngineBrowserView*>(&view))
+            request_.openIn(engine->engineView()->page());
+    }
+
+private:
+    QWebEngineNewWindowRequest& request_;
+};
+
+} // namespace
+
+WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile,
+                                           const QString& homeAddress, Dialogs& dialogs)
+    : BrowserView(index), container_(new QWidget), homeAddress_(homeAddress), dialogs_(dialogs)
+{
+    stack_ = new QStackedLayout(container_);
+    view_ = new QWebEngineView(container_);
+    notice_ = new PageNotice(container_);
+    stack_->addWidget(view_);
+    stack_->addWidget(notice_);
+    container_->setFocusProxy(view_);
     page_ = new WebEnginePage(&profile, view_);
     view_->setPage(page_);
+
+    auto* agent = new PageAgentBridge(*page_);
+    connect(agent, &PageAgentBridge::pageMouseDown, this, &BrowserView::pageMouseDown);
+    connect(agent, &PageAgentBridge::pageClicked, this, &BrowserView::pageClicked);
+
     connect(page_, &QWebEnginePage::titleChanged, this, &BrowserView::titleChanged);
-    connect(page_, &QWebEnginePage::linkHovered, this, &BrowserView::statusTextChanged);
+    connect(page_, &QWebEnginePage::linkHovered, this, [this](const QString& url) {
+        emit statusTextChanged(url.isEmpty() ? idleStatus_ : url);
+    });
     connect(page_, &QWebEnginePage::loadStarted, this, [this] {
         readyState_ = Loading;
         emit progressChanged(0, 100);
@@ -56,6 +103,7 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
         readyState_ = Complete;
         emit progressChanged(-1, 100);
     });
+    connect(page_, &QWebEnginePage::loadingChanged, this, &WebEngineBrowserView::loadingChanged);
     connect(page_, &QWebEnginePage::windowCloseRequested, this,
             [this] { emit windowClosing(false); });
     connect(page_, &QWebEnginePage::fullScreenRequested, this,
@@ -68,28 +116,192 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
                     request.accept();
                 emit fullScreenRequested(request.toggleOn());
             });
+    connect(page_, &QWebEnginePage::newWindowRequested, this,
+            [this](QWebEngineNewWindowRequest& request) {
+                EngineNewWindowRequest wrapped(request);
+                emit newWindowRequested(wrapped);
+            });
+    connect(page_, &QWebEnginePage::renderProcessTerminated, this,
+            [this](QWebEnginePage::RenderProcessTerminationStatus status, int) {
+                rendererEnded(status);
+            });
+    connect(page_, &QWebEnginePage::certificateError, this,
+            &WebEngineBrowserView::certificateError);
+    connect(page_, &QWebEnginePage::authenticationRequired, this,
+            [this](const QUrl& url, QAuthenticator* authenticator) {
+                askCredentials(url, authenticator, {});
+            });
+    connect(page_, &QWebEnginePage::proxyAuthenticationRequired, this,
+            &WebEngineBrowserView::askCredentials);
+    connect(view_, &QWebEngineView::printRequested, this, &WebEngineBrowserView::print);
+    connect(view_, &QWebEngineView::printFinished, this, [this] { printer_.reset(); });
+
     QAction* back = page_->action(QWebEnginePage::Back);
     QAction* forward = page_->action(QWebEnginePage::Forward);
     connect(back, &QAction::changed, this,
             [this, back] { emit commandStateChanged(CommandBack, back->isEnabled()); });
     connect(forward, &QAction::changed, this,
             [this, forward] { emit commandStateChanged(CommandForward, forward->isEnabled()); });
+
+    connect(notice_, &PageNotice::primaryClicked, this, [this] {
+        if (noticeKind_ == NoticeKind::Crash) {
+            refresh();
+            return;
+        }
+        // Go back: the refused page leaves the engine's own error page.
+        if (pendingCertificate_)
+            std::exchange(pendingCertificate_, std::nullopt)->rejectCertificate();
+        showPage();
+        if (page_->history()->canGoBack())
+            goBack();
+    });
+    connect(notice_, &PageNotice::secondaryClicked, this, [this] {
+        if (pendingCertificate_) {
+            std::exchange(pendingCertificate_, std::nullopt)->acceptCertificate();
+            showPage();
+        }
+    });
 }
 
 WebEngineBrowserView::~WebEngineBrowserView()
 {
-    delete view_;
+    if (pendingCertificate_)
+        pendingCertificate_->rejectCertificate();
+    delete container_;
 }
 
 QWidget* WebEngineBrowserView::widget()
 {
-    return view_;
+    return container_;
+}
+
+PageNotice* WebEngineBrowserView::notice() const
+{
+    return stack_->currentWidget() == notice_ ? notice_ : nullptr;
+}
+
+void WebEngineBrowserView::setStatus(const QString& text)
+{
+    idleStatus_ = text;
+    emit statusTextChanged(text);
+}
+
+void WebEngineBrowserView::loadingChanged(const QWebEngineLoadingInfo& info)
+{
+    switch (info.status()) {
+    case QWebEngineLoadingInfo::LoadStartedStatus:
+        setStatus(QStringLiteral("Opening %1 ...").arg(info.url().toDisplayString()));
+        break;
+    case QWebEngineLoadingInfo::LoadSucceededStatus:
+        setStatus(QStringLiteral("Done"));
+        break;
+    case QWebEngineLoadingInfo::LoadStoppedStatus:
+        setStatus(QStringLiteral("Stopped"));
+        break;
+    case QWebEngineLoadingInfo::LoadFailedStatus:
+        // -3 is a navigation the program or the user called off: no error.
+        setStatus(info.errorCode() == -3
+                      ? QStringLiteral("Done")
+                      : QStringLiteral("Cannot open %1: %2")
+                            .arg(info.url().toDisplayString(), info.errorString()));
+        break;
+    }
+}
+
+void WebEngineBrowserView::showPage()
+{
+    stack_->setCurrentWidget(view_);
+}
+
+void WebEngineBrowserView::showNotice(NoticeKind kind)
+{
+    noticeKind_ = kind;
+    stack_->setCurrentWidget(notice_);
+}
+
+void WebEngineBrowserView::rendererEnded(int status)
+{
+    if (status == QWebEnginePage::NormalTerminationStatus)
+        return;
+    const QString how = status == QWebEnginePage::KilledTerminationStatus
+                            ? QStringLiteral("was stopped from outside")
+                        : status == QWebEnginePage::CrashedTerminationStatus
+                            ? QStringLiteral("crashed")
+                            : QStringLiteral("ended unexpectedly");
+    readyState_ = Complete;
+    notice_->set(QStringLiteral("This page stopped working"),
+                 QStringLiteral("The process that showed %1 %2. The other tabs are not "
+                                "affected. Reload the page to try again.")
+                     .arg(locationUrl().toHtmlEscaped(), how),
+                 QStringLiteral("Reload"));
+    showNotice(NoticeKind::Crash);
+    setStatus(QStringLiteral("This page stopped working"));
+}
+
+void WebEngineBrowserView::certificateError(const QWebEngineCertificateError& error)
+{
+    const QString host = error.url().host().toHtmlEscaped();
+    const QString why = error.description().toHtmlEscaped();
+    if (!error.isOverridable()) {
+        notice_->set(QStringLiteral("This site cannot be trusted"),
+                     QStringLiteral("The certificate of %1 is not valid: %2").arg(host, why),
+                     QStringLiteral("Go back"));
+        showNotice(NoticeKind::Certificate);
+        return; // refused when this returns
+    }
+    if (pendingCertificate_)
+        pendingCertificate_->rejectCertificate();
+    pendingCertificate_ = error;
+    pendingCertificate_->defer();
+    notice_->set(QStringLiteral("This connection is not private"),
+                 QStringLiteral("The certificate of %1 is not trusted: %2<br>Someone may be "
+                                "trying to read or change what you send to this site.")
+                     .arg(host, why),
+                 QStringLiteral("Go back"), QStringLiteral("Proceed anyway"));
+    showNotice(NoticeKind::Certificate);
+    setStatus(QStringLiteral("Certificate not trusted"));
+}
+
+void WebEngineBrowserView::askCredentials(const QUrl& url, QAuthenticator* authenticator,
+                                          const QString& proxyHost)
+{
+    const QString who = proxyHost.isEmpty() ? QStringLiteral("The site %1").arg(url.host())
+                                            : QStringLiteral("The proxy %1").arg(proxyHost);
+    QString prompt = who + QStringLiteral(" asks for a user name and password.");
+    if (!authenticator->realm().isEmpty())
+        prompt += QStringLiteral("\nIt says: ") + authenticator->realm();
+    QString user = authenticator->user();
+    QString password;
+    if (dialogs_.credentials(prompt, user, password)) {
+        authenticator->setUser(user);
+        authenticator->setPassword(password);
+    } else {
+        // A null authenticator tells the engine the user declined.
+        *authenticator = QAuthenticator();
+    }
+}
+
+void WebEngineBrowserView::print()
+{
+    if (printer_)
+        return; // one print job at a time
+    // The printer must outlive the engine's asynchronous printing.
+    printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    QPrintDialog dialog(printer_.get(), view_);
+    if (dialog.exec() != QDialog::Accepted) {
+        printer_.reset();
+        return;
+    }
+    view_->print(printer_.get());
 }
 
 void WebEngineBrowserView::navigate(const QString& address)
 {
+    if (address.isEmpty())
+        return;
     requestedAddress_ = address;
     readyState_ = Loading;
+    showPage();
     view_->setUrl(QUrl::fromUserInput(address));
 }
 
@@ -100,6 +312,7 @@ void WebEngineBrowserView::stop()
 
 void WebEngineBrowserView::refresh()
 {
+    showPage();
     page_->triggerAction(QWebEnginePage::Reload);
 }
 
@@ -152,21 +365,24 @@ void WebEngineBrowserView::focusPage()
     view_->setFocus();
 }
 
-WebEngineViewFactory::WebEngineViewFactory()
-    : profile_(new QWebEngineProfile(QStringLiteral("QUB-BROWSER")))
+WebEngineViewFactory::WebEngineViewFactory(Dialogs& dialogs)
+    : dialogs_(dialogs), profile_(new QWebEngineProfile(QStringLiteral("QUB-BROWSER")))
 {
     profile_->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
     profile_->settings()->setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
+    installPageAgent(*profile_);
+    downloads_ = new DownloadManager(*profile_, dialogs_);
 }
 
 WebEngineViewFactory::~WebEngineViewFactory()
 {
+    delete downloads_;
     delete profile_;
 }
 
 BrowserView* WebEngineViewFactory::create(int index)
 {
-    return new WebEngineBrowserView(index, *profile_, homeAddress_);
+    return new WebEngineBrowserView(index, *profile_, homeAddress_, dialogs_);
 }
 
 } // namespace platform

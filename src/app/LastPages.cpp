@@ -1,0 +1,46 @@
+#include "LastPages.h"
+#include "tabs/TabStrip.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+bool LastPages::append(const QString& address) const
+{
+    // Appended one line at a time on purpose: what was written before a
+    // shut-down that ran out of time stays.
+    QFile file(fileName());
+    if (!file.open(QIODevice::Append))
+        return false;
+    return file.write(address.toUtf8() + "\r\n") > 0;
+}
+
+QStringList LastPages::entries(const QString& text)
+{
+    QStringList result;
+    static const QRegularExpression separators(QStringLiteral("[,\r\n]"));
+    for (QString field : text.split(separators)) {
+        field = field.trimmed();
+        if (field.size() >= 2 && field.startsWith('"') && field.endsWith('"'))
+            field = field.mid(1, field.size() - 2);
+        if (!field.isEmpty())
+            result << field;
+    }
+    return result;
+}
+
+void LastPages::restore(TabStrip& tabs) const
+{
+    QFile file(fileName());
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    const QStringList addresses = entries(QString::fromUtf8(file.readAll()));
+    file.close();
+    for (int n = 0; n < addresses.size(); ++n) {
+        platform::BrowserView* first = tabs.view(1);
+        if (n == 0 && first && first->locationUrl().isEmpty())
+            first->navigate(addresses[n]);
+        else
+            tabs.newTab(addresses[n], true);
+    }
+    file.remove();
+}

@@ -1,0 +1,87 @@
+#include "AddressBar.h"
+#include "platform/UserRegistry.h"
+#include "tabs/TabStrip.h"
+
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+
+AddressBar::AddressBar(QComboBox& box, TabStrip& tabs) : box_(box), tabs_(tabs)
+{
+    box_.setEditable(true);
+    box_.lineEdit()->installEventFilter(this);
+    connect(&box_, &QComboBox::activated, this, [this] { navigateFromAddressBar(false); });
+}
+
+QString AddressBar::narrowTrim(const QString& text)
+{
+    if (text.size() <= 4)
+        return text;
+    QString head = text.left(4);
+    while (head.startsWith(' '))
+        head.remove(0, 1);
+    while (head.endsWith(' '))
+        head.chop(1);
+    return head + text.mid(4);
+}
+
+void AddressBar::loadTypedUrls(const platform::UserRegistry& registry)
+{
+    for (int i = 0; i <= 32767; ++i) {
+        const QString url =
+            registry.readValue(platform::typedUrlsKey, QStringLiteral("url%1").arg(i));
+        if (url.isEmpty()) {
+            if (i == 0)
+                continue; // the list is numbered from 1; "url0" is optional
+            break;
+        }
+        box_.addItem(url);
+    }
+}
+
+void AddressBar::navigateFromAddressBar(bool newTab)
+{
+    const QString address = narrowTrim(box_.currentText());
+    if (newTab) {
+        tabs_.newTab(address, true);
+    } else if (platform::BrowserView* view = tabs_.currentView()) {
+        view->navigate(address);
+    }
+    box_.lineEdit()->selectAll();
+    emit addressSent(address);
+}
+
+bool AddressBar::focusFlag() const
+{
+    return box_.count() > 0 && box_.itemData(0).toInt() == 1;
+}
+
+void AddressBar::setFocusFlag(int value)
+{
+    if (box_.count() > 0)
+        box_.setItemData(0, value);
+}
+
+bool AddressBar::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::FocusIn:
+        setFocusFlag(1);
+        break;
+    case QEvent::FocusOut:
+        setFocusFlag(0);
+        break;
+    case QEvent::KeyPress: {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)
+            break;
+        const Qt::KeyboardModifiers shiftState =
+            key->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
+        navigateFromAddressBar(shiftState == Qt::ControlModifier);
+        return true;
+    }
+    default:
+        break;
+    }
+    return QObject::eventFilter(watched, event);
+}

@@ -1,0 +1,44 @@
+#pragma once
+// The address bar: the editable combo cbo_Input. Enter sends its text to the
+// current tab, Ctrl+Enter to a new tab, choosing an entry of its list sends
+// that entry. Its list is "About:Blank" and the typed addresses; it writes
+// nothing back itself (addressSent lets the platform record the address).
+// The data of list item 0 tells whether the box has the keyboard focus.
+#include <QObject>
+
+class QComboBox;
+class TabStrip;
+
+namespace platform {
+class UserRegistry;
+}
+
+class AddressBar : public QObject
+{
+    Q_OBJECT
+public:
+    AddressBar(QComboBox& box, TabStrip& tabs);
+
+    // Blanks are taken off the ends of the first four characters only, and
+    // only when the text is longer than four.
+    static QString narrowTrim(const QString& text);
+
+    // Appends "url0" (when present), then "url1", "url2"... up to the first
+    // missing one.
+    void loadTypedUrls(const platform::UserRegistry& registry);
+    void navigateFromAddressBar(bool newTab);
+    bool focusFlag() const;
+
+signals:
+    // Text sent to a tab from the box.
+    void addressSent(const QString& address);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void setFocusFlag(int value);
+
+    QComboBox& box_;
+    TabStrip& tabs_;
+};

@@ -1,0 +1,46 @@
+#include "UserRegistry.h"
+#include "ini/ProfileFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+#include <QStringList>
+
+namespace platform {
+
+UserRegistry::UserRegistry(QString path) : path_(std::move(path))
+{
+    if (path_.isEmpty())
+        path_ = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                QStringLiteral("/QUB-BROWSER/registry.ini");
+}
+
+QString UserRegistry::readValue(const QString& keyPath, const QString& valueName) const
+{
+    return ProfileFile(path_).readString(keyPath, valueName).left(1023);
+}
+
+bool UserRegistry::writeValue(const QString& keyPath, const QString& valueName,
+                              const QString& text) const
+{
+    QDir().mkpath(QFileInfo(path_).absolutePath());
+    return ProfileFile(path_).writeString(keyPath, valueName, text);
+}
+
+void recordTypedUrl(const UserRegistry& registry, const QString& address)
+{
+    if (address.isEmpty())
+        return;
+    QStringList urls{address};
+    for (int n = 1; n <= maxTypedUrls; ++n) {
+        const QString url = registry.readValue(typedUrlsKey, QStringLiteral("url%1").arg(n));
+        if (url.isEmpty())
+            break;
+        if (url != address)
+            urls << url;
+    }
+    for (int n = 1; n <= std::min(int(urls.size()), maxTypedUrls); ++n)
+        registry.writeValue(typedUrlsKey, QStringLiteral("url%1").arg(n), urls[n - 1]);
+}
+
+} // namespace platform

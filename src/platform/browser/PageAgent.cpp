@@ -1,0 +1,87 @@
+#include "PageAgent.h"
+
+#include <QFile>
+#include <QRandomGenerator>
+#include <QWebChannel>
+#include <QWebEnginePage>
+#include <QWebEngineProfile>
+#include <QWebEngineScript>
+#include <QWebEngineScriptCollection>
+
+// The script lives in a static library, whose resources are not registered
+// by themselves.
+static void registerAgentResource()
+{
+    Q_INIT_RESOURCE(pageagent);
+}
+
+namespace platform {
+
+namespace {
+
+QString readResource(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("missing resource %s", qPrintable(path));
+    return QString::fromUtf8(file.readAll());
+}
+
+// Subframes relay their records to the top frame with postMessage; the token
+// marks the relay's messages, and the top frame's agent swallows them before
+// any page listener runs, so pages never learn it.
+QString relayToken()
+{
+    return QString::number(QRandomGenerator::system()->generate64(), 36) +
+           QString::number(QRandomGenerator::system()->generate64(), 36);
+}
+
+} // namespace
+
+PageAgentBridge::PageAgentBridge(QWebEnginePage& page) : QObject(&page)
+{
+    auto* channel = new QWebChannel(&page);
+    channel->registerObject(QStringLiteral("qubAgent"), this);
+    page.setWebChannel(channel, QWebEngineScript::ApplicationWorld);
+}
+
+void PageAgentBridge::report(const QVariantMap& record)
+{
+    PageClick click;
+    click.kind = record.value(QStringLiteral("kind")).toString() == QLatin1String("mousedown")
+                     ? PageClick::Kind::MouseDown
+                     : PageClick::Kind::Click;
+    click.pageTime = record.value(QStringLiteral("time")).toDouble();
+    click.screenPoint = QPoint(record.value(QStringLiteral("screenX")).toInt(),
+                               record.value(QStringLiteral("screenY")).toInt());
+    click.pagePoint = QPoint(record.value(QStringLiteral("pageX")).toInt(),
+                             record.value(QStringLiteral("pageY")).toInt());
+    click.tag = record.value(QStringLiteral("tag")).toString();
+    click.href = record.value(QStringLiteral("href")).toString();
+    click.inputType = record.value(QStringLiteral("inputType")).toString();
+    click.focusedTag = record.value(QStringLiteral("focusedTag")).toString();
+    click.focusedHref = record.value(QStringLiteral("focusedHref")).toString();
+    click.trusted = record.value(QStringLiteral("trusted")).toBool();
+    click.inSubframe = record.value(QStringLiteral("subframe")).toBool();
+    if (click.kind == PageClick::Kind::MouseDown)
+        emit pageMouseDown(click);
+    else
+        emit pageClicked(click);
+}
+
+void installPageAgent(QWebEngineProfile& profile)
+{
+    registerAgentResource();
+    QString source = readResource(QStringLiteral(":/qtwebchannel/qwebchannel.js"));
+    source += readResource(QStringLiteral(":/qub/pageagent.js"))
+                  .replace(QLatin1String("%RELAY_TOKEN%"), relayToken());
+    QWebEngineScript script;
+    script.setName(QStringLiteral("qub-page-agent"));
+    script.setSourceCode(source);
+    script.setInjectionPoint(QWebEngineScript::DocumentCreation);
+    script.setWorldId(QWebEngineScript::ApplicationWorld);
+    script.setRunsOnSubFrames(true);
+    profile.scripts()->insert(script);
+}
+
+} // namespace platform

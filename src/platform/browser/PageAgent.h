@@ -1,0 +1,33 @@
+#pragma once
+// The page agent: a script that runs in every frame of every page, in a world
+// of its own that page scripts cannot see, and pushes mouse-down and click
+// records to the program over a web channel. Subframes hand their records to
+// the top frame, which alone holds the channel. See docs/page-agent.md.
+#include "PageClick.h"
+
+#include <QObject>
+#include <QVariantMap>
+
+class QWebEnginePage;
+class QWebEngineProfile;
+
+namespace platform {
+
+class PageAgentBridge : public QObject
+{
+    Q_OBJECT
+public:
+    explicit PageAgentBridge(QWebEnginePage& page);
+
+    // Called by the agent in the page.
+    Q_INVOKABLE void report(const QVariantMap& record);
+
+signals:
+    void pageMouseDown(const platform::PageClick& click);
+    void pageClicked(const platform::PageClick& click);
+};
+
+// Puts the agent script into the profile's scripts; once per profile.
+void installPageAgent(QWebEngineProfile& profile);
+
+} // namespace platform

@@ -1,0 +1,34 @@
+#pragma once
+// What the page agent reports of one mouse-down or click in a page, from any
+// frame, as the page saw it. Records reach the program before a new-window
+// request that the same click causes (see docs/page-agent.md).
+#include <QPoint>
+#include <QString>
+
+namespace platform {
+
+struct PageClick
+{
+    enum class Kind { MouseDown, Click };
+
+    Kind kind = Kind::Click;
+    // The page's clock, milliseconds since the epoch.
+    double pageTime = 0;
+    QPoint screenPoint;
+    // In the coordinates of the frame's document.
+    QPoint pagePoint;
+    // Upper-case tag of the element under the pointer.
+    QString tag;
+    // Address of the link (or the source of the element) under the pointer.
+    QString href;
+    // Type of an INPUT element under the pointer.
+    QString inputType;
+    // The document's focused element: tag and link address.
+    QString focusedTag;
+    QString focusedHref;
+    // False for a click made by a script rather than by the user.
+    bool trusted = false;
+    bool inSubframe = false;
+};
+
+} // namespace platform

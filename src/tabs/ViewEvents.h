@@ -1,0 +1,66 @@
+#pragma once
+// The events of every browser view, turned into the state of its tab and,
+// for the active tab, into what the window shows: caption, address box, status
+// text, progress, back and forward buttons. Background tabs change only their
+// own state. hookDocument() is the one place later subsystems attach their
+// document handlers: they listen to documentHooked.
+#include "app/MainState.h"
+
+#include <QObject>
+#include <map>
+
+namespace platform {
+class BrowserView;
+class Clock;
+class CommandBar;
+} // namespace platform
+class ActiveTabDisplay;
+class TabStrip;
+
+class ViewEvents : public QObject
+{
+    Q_OBJECT
+public:
+    ViewEvents(MainState& state, platform::CommandBar& bar, TabStrip& tabs,
+               ActiveTabDisplay& display, const platform::Clock& clock);
+
+    static constexpr int tabCaptionWidth = 14;
+    // Percent of progress against maximum, halves rounded to even; when
+    // loading has ended (progress not below maximum) 100, or 0 for 0.
+    static int loadingPercent(int progress, int maximum);
+
+    // Connects the view's events to the handlers below.
+    void watch(platform::BrowserView* view);
+
+    void statusTextChange(int index, const QString& text);
+    void progressChange(int index, int progress, int maximum);
+    void commandStateChange(int index, int command, bool enable);
+    void titleChange(int index, const QString& text);
+    void refreshNavButtons();
+    void documentClick();
+    void hookDocument(platform::BrowserView* view);
+
+    // From the tab strip.
+    void activeTabRefreshed(platform::BrowserView* view);
+    void newTabActivated(platform::BrowserView* view);
+    void tabLeft(platform::BrowserView* view);
+
+    int percentOf(int index) const;
+
+signals:
+    // The view's document is ready for the program's handlers.
+    void documentHooked(platform::BrowserView* view);
+    // The document hooked before is no longer the program's concern.
+    void documentDropped();
+
+private:
+    bool fullScreen() const;
+    void setTabCaption(int index, const QString& title);
+
+    MainState& state_;
+    platform::CommandBar& bar_;
+    TabStrip& tabs_;
+    ActiveTabDisplay& display_;
+    const platform::Clock& clock_;
+    std::map<int, int> percent_;
+};
