@@ -5,6 +5,7 @@
 #include "app/MainWindow.h"
 #include "platform/browser/WebEngineBrowserView.h"
 #include "platform/commandbar/CommandBarWidgets.h"
+#include "support/EngineApp.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/LocalHttpServer.h"
@@ -22,54 +23,7 @@ using namespace platform;
 
 namespace {
 
-void copySkinTo(const QString& dir)
-{
-    for (const char* name : {"default.tb2", "lng.ini"})
-        QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, dir + name);
-}
-
-struct App
-{
-    QTemporaryDir dir;
-    QString appDir = dir.path() + '/';
-    ScriptedDialogs dialogs;
-    SettableClock clock;
-    WebEngineViewFactory factory{dialogs};
-    std::unique_ptr<MainWindow> window;
-
-    explicit App(bool withSkin = true)
-    {
-        if (withSkin)
-            copySkinTo(appDir);
-        window = std::make_unique<MainWindow>(appDir, dialogs, factory, clock);
-    }
-    ~App()
-    {
-        window.reset();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    MainWindow& withThreeBlankTabs()
-    {
-        window->tabs().newTab({}, true);
-        window->tabs().newTab({}, true);
-        return *window;
-    }
-    QStringList tabKeys() const
-    {
-        QStringList keys;
-        const Band* band = window->bar().band(key::tabsBar);
-        for (int i = 0; i < band->count(); ++i)
-            keys << band->at(i)->key();
-        return keys;
-    }
-    QToolButton* tabButton(int index) const
-    {
-        Tool* tool = window->bar().tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index));
-        auto* bar = static_cast<QToolBar*>(
-            window->barWidgets()->container(window->bar().band(key::tabsBar)));
-        return qobject_cast<QToolButton*>(bar->widgetForAction(window->barWidgets()->action(tool)));
-    }
-};
+using App = EngineApp;
 
 const QByteArray pageOne = "<html><head><title>Page One</title></head><body>one</body></html>";
 const QByteArray pageTwo = "<html><head><title>Page Two</title></head><body>two</body></html>";

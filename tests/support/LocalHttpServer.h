@@ -1,6 +1,7 @@
 #pragma once
 // A tiny HTTP server on 127.0.0.1 (port chosen by the system) that answers GET
-// requests from a table of paths; anything else is 404. For engine tests only.
+// requests from a table of paths; anything else is 404. A path may want basic
+// sign-in or carry extra headers. For engine tests only.
 #include <QHash>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -8,6 +9,20 @@
 class LocalHttpServer : public QTcpServer
 {
 public:
+    struct Response
+    {
+        Response(QByteArray body = {}, QByteArray contentType = "text/html; charset=utf-8",
+                 QByteArray extraHeaders = {}, QByteArray credentials = {})
+            : body(std::move(body)), contentType(std::move(contentType)),
+              extraHeaders(std::move(extraHeaders)), credentials(std::move(credentials))
+        {
+        }
+        QByteArray body;
+        QByteArray contentType;
+        QByteArray extraHeaders; // each ending in \r\n
+        QByteArray credentials;  // "user:password" when sign-in is wanted
+    };
+
     LocalHttpServer()
     {
         listen(QHostAddress::LocalHost, 0);
@@ -19,11 +34,16 @@ public:
         });
     }
 
-    void setPage(const QString& path, const QByteArray& html) { pages_.insert(path, html); }
+    void setPage(const QString& path, const QByteArray& html) { pages_.insert(path, Response(html)); }
+    void setResponse(const QString& path, const Response& response)
+    {
+        pages_.insert(path, response);
+    }
     QString url(const QString& path) const
     {
         return QStringLiteral("http://127.0.0.1:%1%2").arg(serverPort()).arg(path);
     }
+    int requests(const QString& path) const { return counts_.value(path); }
 
 private:
     void answer(QTcpSocket* socket)
@@ -33,13 +53,27 @@ private:
             return;
         socket->readAll();
         const QString path = QString::fromLatin1(request.split(' ').value(1));
-        const bool found = pages_.contains(path);
-        const QByteArray body = found ? pages_.value(path) : QByteArray("not found");
-        socket->write((found ? "HTTP/1.1 200 OK\r\n" : "HTTP/1.1 404 Not Found\r\n") +
-                      QByteArray("Content-Type: text/html; charset=utf-8\r\nContent-Length: ") +
-                      QByteArray::number(body.size()) + "\r\nConnection: close\r\n\r\n" + body);
+        counts_[path] += 1;
+        QByteArray status = "200 OK";
+        Response response(QByteArrayLiteral("not found"));
+        if (!pages_.contains(path)) {
+            status = "404 Not Found";
+        } else {
+            response = pages_.value(path);
+            if (!response.credentials.isEmpty() &&
+                !request.contains("Authorization: Basic " + response.credentials.toBase64())) {
+                status = "401 Unauthorized";
+                response = Response("sign in", "text/plain",
+                                    "WWW-Authenticate: Basic realm=\"tests\"\r\n");
+            }
+        }
+        socket->write("HTTP/1.1 " + status + "\r\nContent-Type: " + response.contentType +
+                      "\r\nContent-Length: " + QByteArray::number(response.body.size()) +
+                      "\r\n" + response.extraHeaders + "Connection: close\r\n\r\n" +
+                      response.body);
         socket->disconnectFromHost();
     }
 
-    QHash<QString, QByteArray> pages_;
+    QHash<QString, Response> pages_;
+    QHash<QString, int> counts_;
 };

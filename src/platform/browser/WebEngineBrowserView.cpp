@@ -101,7 +101,8 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
             [this](int percent) { emit progressChanged(percent, 100); });
     connect(page_, &QWebEnginePage::loadFinished, this, [this] {
         readyState_ = Complete;
-        emit progressChanged(-1, 100);
+        // As the old control did: loading has ended, nothing is left to count.
+        emit progressChanged(-1, -1);
     });
     connect(page_, &QWebEnginePage::loadingChanged, this, &WebEngineBrowserView::loadingChanged);
     connect(page_, &QWebEnginePage::windowCloseRequested, this,

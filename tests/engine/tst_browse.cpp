@@ -1,0 +1,259 @@
+// Browsing on the real engine, as a user does it: pages from a loopback
+// server, the address bar, back and forward, pages opening and closing their
+// own windows, real clicks, a killed page process, downloads, sign-in, and the
+// pages coming back after a real shut-down.
+#include "app/ProgressDisplay.h"
+#include "platform/UserRegistry.h"
+#include "platform/browser/PageNotice.h"
+#include "support/EngineApp.h"
+#include "support/Files.h"
+#include "support/LocalHttpServer.h"
+#include "support/TestMain.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QWebEngineView>
+#include <csignal>
+
+using namespace platform;
+
+namespace {
+
+QByteArray titled(const QByteArray& title, const QByteArray& body = {})
+{
+    return "<html><head><title>" + title + "</title></head><body>" + body + "</body></html>";
+}
+
+// A button filling the top left of the page, so a click at (50, 50) hits it.
+QByteArray withButton(const QByteArray& onclick)
+{
+    return titled("Opener", "<button id=b style='position:absolute;left:0;top:0;width:300px;"
+                            "height:150px' onclick=\"" +
+                                onclick + "\">open</button>");
+}
+
+bool loaded(BrowserView* view, const QString& title)
+{
+    return view && view->title() == title && view->readyState() == BrowserView::Complete;
+}
+
+// Clicks at a point of the page as the user would, once it has been drawn.
+void clickPage(WebEngineBrowserView* view, QPoint point)
+{
+    QWidget* surface = view->engineView()->focusProxy();
+    QVERIFY(surface);
+    QTRY_VERIFY(surface->isVisible());
+    // A page shown again after its tab was parked takes a moment to be drawn
+    // and hit-tested; clicks before that are lost.
+    QTest::qWait(1000);
+    QTest::mouseClick(surface, Qt::LeftButton, {}, point);
+}
+
+void typeAddress(MainWindow& w, const QString& address, Qt::KeyboardModifiers modifiers = {})
+{
+    w.addressBox()->setEditText(address);
+    QTest::keyClick(w.addressBox()->lineEdit(), Qt::Key_Return, modifiers);
+}
+
+} // namespace
+
+class BrowseTest : public QObject
+{
+    Q_OBJECT
+    LocalHttpServer server;
+
+private slots:
+    void initTestCase()
+    {
+        server.setPage("/one.html", titled("Page One"));
+        server.setPage("/two.html", titled("Page Two"));
+        server.setPage("/long.html", titled("A title of thirty characters!!"));
+        server.setPage("/opener.html", withButton("window.open('/child.html')"));
+        server.setPage("/child.html", titled("Child", "<script>setTimeout(() => "
+                                                      "window.close(), 300);</script>"));
+        server.setPage("/framed.html",
+                       titled("Framed", "<iframe src='/inner.html' style='position:absolute;"
+                                        "left:0;top:0;width:400px;height:200px;border:0'>"
+                                        "</iframe>"));
+        server.setPage("/inner.html",
+                       "<html><body style='margin:0'><a id=a href='/one.html' style='display:"
+                       "block;width:300px;height:150px'>in a frame</a></body></html>");
+        server.setResponse("/file.bin", {"0123456789", "application/octet-stream",
+                                         "Content-Disposition: attachment; filename=file.bin\r\n"});
+        server.setResponse("/again.bin", {"abc", "application/octet-stream",
+                                          "Content-Disposition: attachment; filename=file.bin\r\n"});
+        server.setResponse("/private.html", {titled("Signed in"), "text/html", "", "ann:secret"});
+    }
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void addressBarTitlesAndButtonsFollowTheActiveTab()
+    {
+        EngineApp app;
+        QVERIFY(app.window->start(server.url("/one.html")));
+        MainWindow& w = *app.window;
+        Tool* back = w.bar().tool(key::mainBar, key::back);
+        Tool* forward = w.bar().tool(key::mainBar, key::forward);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
+        QCOMPARE(w.bar().tool(key::tabsBar, "tabs-1")->caption(), QStringLiteral("Page One"));
+        QCOMPARE(w.windowTitle(), "Page One - QUB-BROWSER " + QCoreApplication::applicationVersion());
+        QCOMPARE(w.addressBox()->currentText(), server.url("/one.html"));
+        QTRY_COMPARE(w.statusText()->text(), QStringLiteral("Done"));
+        QCOMPARE(w.progressDisplay()->percent(), 100);
+        QVERIFY(!back->enabled());
+
+        // Enter sends the box's text to this tab; the box recorded it.
+        typeAddress(w, "  " + server.url("/two.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page Two"), 20000);
+        QTRY_VERIFY(back->enabled());
+        QCOMPARE(UserRegistry().readValue(typedUrlsKey, "url1"), server.url("/two.html"));
+
+        // Ctrl+Enter opens a new tab, whose buttons are its own.
+        typeAddress(w, server.url("/long.html"), Qt::ControlModifier);
+        QCOMPARE(w.state().currentTab, 2);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(2), "A title of thirty characters!!"),
+                                 20000);
+        QCOMPARE(w.bar().tool(key::tabsBar, "tabs-2")->caption(), QStringLiteral("A title o ..."));
+        QVERIFY(!back->enabled());
+        // The background tab going back changes nothing shown until it is active.
+        w.tabs().view(1)->goBack();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
+        QTRY_VERIFY(w.state().canGoForward[1]);
+        QVERIFY(!forward->enabled());
+        QCOMPARE(w.windowTitle(),
+                 "A title of thirty characters!! - QUB-BROWSER " +
+                     QCoreApplication::applicationVersion());
+        w.bar().reportClick(w.bar().tool(key::tabsBar, "tabs-1"));
+        QVERIFY(forward->enabled());
+        QVERIFY(!back->enabled());
+        QCOMPARE(w.windowTitle(), QStringLiteral("Page One - QUB-BROWSER"));
+        QCOMPARE(w.addressBox()->currentText(), server.url("/one.html"));
+        w.bar().reportClick(forward);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page Two"), 20000);
+        QTRY_VERIFY(back->enabled() && !forward->enabled());
+    }
+
+    void clickRecordsComeBeforeTheWindowTheyOpen()
+    {
+        EngineApp app;
+        QVERIFY(app.window->start(server.url("/opener.html")));
+        MainWindow& w = *app.window;
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Opener"), 20000);
+        QStringList events;
+        BrowserView* opener = w.tabs().view(1);
+        connect(opener, &BrowserView::pageMouseDown, this,
+                [&](const PageClick& c) { events << "mousedown " + c.tag; });
+        connect(opener, &BrowserView::pageClicked, this, [&](const PageClick& c) {
+            events << QStringLiteral("click %1 %2").arg(c.tag).arg(c.trusted);
+        });
+        connect(opener, &BrowserView::newWindowRequested, this,
+                [&](NewWindowRequest& r) { events << "window " + r.url().path(); });
+        app.clock.now = 40000.5; // halves round to even
+        clickPage(app.engineView(1), QPoint(50, 50));
+        QTRY_COMPARE_WITH_TIMEOUT(events.size(), 3, 20000);
+        QCOMPARE(events, (QStringList{"mousedown BUTTON", "click BUTTON 1", "window /child.html"}));
+        QCOMPARE(w.state().lastClickTime, 40000);
+
+        // The page's window is a tab, and closing itself closes the tab.
+        QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
+        QCOMPARE(w.state().currentTab, 2);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(2), "Child"), 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(app.tabKeys(), QStringList{"tabs-1"}, 20000);
+        QCOMPARE(w.state().currentTab, 1);
+
+        // A click inside a frame reaches the program too, and follows its link.
+        QSignalSpy clicks(opener, &BrowserView::pageClicked);
+        opener->navigate(server.url("/framed.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(opener, "Framed"), 20000);
+        clickPage(app.engineView(1), QPoint(40, 40));
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.count(), 1, 20000);
+        const auto click = clicks[0][0].value<PageClick>();
+        QVERIFY(click.inSubframe);
+        QCOMPARE(click.tag, QStringLiteral("A"));
+        QCOMPARE(click.href, server.url("/one.html"));
+    }
+
+    void aKilledPageRecoversOnReload()
+    {
+        EngineApp app;
+        QVERIFY(app.window->start(server.url("/one.html")));
+        MainWindow& w = *app.window;
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
+        WebEngineBrowserView* view = app.engineView(1);
+        const qint64 pid = view->engineView()->page()->renderProcessPid();
+        QVERIFY(pid > 0);
+        QCOMPARE(::kill(pid_t(pid), SIGKILL), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(view->notice(), 20000);
+        QCOMPARE(view->notice()->heading(), QStringLiteral("This page stopped working"));
+        QVERIFY(w.isVisible());
+        const int before = server.requests("/one.html");
+        w.bar().reportClick(w.bar().tool(key::mainBar, key::refresh));
+        QVERIFY(!view->notice());
+        QTRY_COMPARE_WITH_TIMEOUT(server.requests("/one.html"), before + 1, 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Page One"), 20000);
+        QVERIFY(view->engineView()->page()->renderProcessPid() != pid);
+    }
+
+    void downloadsGoWhereChosenAndSignInAsks()
+    {
+        EngineApp app;
+        QVERIFY(app.window->start({}));
+        MainWindow& w = *app.window;
+        QTemporaryDir target;
+        const QString chosen = target.filePath("chosen.bin");
+        app.dialogs.savePaths = {chosen};
+        QSignalSpy finished(&app.factory.downloads(), &DownloadManager::finished);
+        w.tabs().view(1)->navigate(server.url("/file.bin"));
+        QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 20000);
+        QCOMPARE(finished[0], (QVariantList{chosen, true}));
+        QCOMPARE(readFile(chosen), QByteArray("0123456789"));
+        QVERIFY(app.factory.downloads().window()->isVisible());
+
+        // Cancelled: nothing anywhere near where it was offered.
+        w.tabs().view(1)->navigate(server.url("/again.bin"));
+        QTRY_COMPARE_WITH_TIMEOUT(app.dialogs.asked.size(), 2, 20000);
+        const QFileInfo offered(app.dialogs.asked[1]);
+        QCOMPARE(offered.fileName(), QStringLiteral("file.bin"));
+        QTest::qWait(300);
+        QVERIFY(QDir(offered.absolutePath())
+                    .entryList({"file.bin*", "*.crdownload"}, QDir::Files)
+                    .isEmpty());
+        QCOMPARE(QDir(target.path()).entryList(QDir::Files), QStringList{"chosen.bin"});
+
+        // Sign-in: cancelled first, then answered.
+        w.tabs().view(1)->navigate(server.url("/private.html"));
+        QTRY_COMPARE_WITH_TIMEOUT(app.dialogs.asked.size(), 3, 20000);
+        QVERIFY(app.dialogs.asked[2].contains("127.0.0.1"));
+        QVERIFY(w.tabs().view(1)->title() != QStringLiteral("Signed in"));
+        app.dialogs.logins = {{"ann", "secret"}};
+        w.tabs().view(1)->refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Signed in"), 20000);
+    }
+
+    void lastPagesComeBackAfterARealShutDown()
+    {
+        EngineApp app;
+        QVERIFY(app.window->start(server.url("/one.html")));
+        app.window->tabs().newTab({}, true);
+        app.window->tabs().newTab(server.url("/two.html"), true);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.window->tabs().view(3), "Page Two"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.window->tabs().view(1), "Page One"), 20000);
+        app.dialogs.answers = {Dialogs::Answer::Ok};
+        app.window->quit();
+        QVERIFY(!app.window->isVisible());
+        QCOMPARE(readFile(app.appDir + "LastPages.ini"),
+                 (server.url("/one.html") + "\r\n" + server.url("/two.html") + "\r\n").toUtf8());
+
+        app.restart();
+        QVERIFY(app.window->start({}));
+        MainWindow& w = *app.window;
+        QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
+        QCOMPARE(w.state().currentTab, 2);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(2), "Page Two"), 20000);
+        QVERIFY(!QFile::exists(app.appDir + "LastPages.ini"));
+    }
+};
+
+QUB_TEST_MAIN(BrowseTest)
+#include "tst_browse.moc"

@@ -1,0 +1,77 @@
+#pragma once
+// The real main window on the real engine in a program folder of its own,
+// with scripted dialogs and a settable clock: the fixture of engine tests.
+#include "app/Keys.h"
+#include "app/MainWindow.h"
+#include "platform/browser/DownloadManager.h"
+#include "platform/browser/WebEngineBrowserView.h"
+#include "platform/commandbar/CommandBarWidgets.h"
+#include "support/Fakes.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QToolBar>
+#include <QToolButton>
+#include <memory>
+
+inline void copySkinTo(const QString& dir)
+{
+    for (const char* name : {"default.tb2", "lng.ini"})
+        QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, dir + name);
+}
+
+struct EngineApp
+{
+    QTemporaryDir dir;
+    QString appDir = dir.path() + '/';
+    ScriptedDialogs dialogs;
+    SettableClock clock;
+    platform::WebEngineViewFactory factory{dialogs};
+    std::unique_ptr<MainWindow> window;
+
+    explicit EngineApp(bool withSkin = true)
+    {
+        if (withSkin)
+            copySkinTo(appDir);
+        window = std::make_unique<MainWindow>(appDir, dialogs, factory, clock);
+    }
+    // A second run of the program in the same folder, as after a restart.
+    void restart()
+    {
+        window.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        window = std::make_unique<MainWindow>(appDir, dialogs, factory, clock);
+    }
+    platform::WebEngineBrowserView* engineView(int index) const
+    {
+        return static_cast<platform::WebEngineBrowserView*>(window->tabs().view(index));
+    }
+    ~EngineApp()
+    {
+        window.reset();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    MainWindow& withThreeBlankTabs()
+    {
+        window->tabs().newTab({}, true);
+        window->tabs().newTab({}, true);
+        return *window;
+    }
+    QStringList tabKeys() const
+    {
+        QStringList keys;
+        const platform::Band* band = window->bar().band(key::tabsBar);
+        for (int i = 0; i < band->count(); ++i)
+            keys << band->at(i)->key();
+        return keys;
+    }
+    QToolButton* tabButton(int index) const
+    {
+        platform::Tool* tool = window->bar().tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index));
+        auto* bar = static_cast<QToolBar*>(
+            window->barWidgets()->container(window->bar().band(key::tabsBar)));
+        return qobject_cast<QToolButton*>(bar->widgetForAction(window->barWidgets()->action(tool)));
+    }
+};
+
