@@ -36,12 +36,13 @@ public:
     void setSilent(bool silent) override { silent_ = silent; }
     bool silent() const override { return silent_; }
     void clearDocument() override { calls << QStringLiteral("clear"); }
-    void focusPage() override {}
+    void focusPage() override { ++focusCalls; }
 
     void setTitle(const QString& title) { title_ = title; }
     void setReadyState(ReadyState state) { state_ = state; }
 
     QStringList calls;
+    int focusCalls = 0;
 
 private:
     QWidget widget_;

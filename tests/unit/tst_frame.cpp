@@ -4,6 +4,7 @@
 #include "app/ExitFlow.h"
 #include "app/Keys.h"
 #include "app/Language.h"
+#include "app/LastPages.h"
 #include "app/Settings.h"
 #include "platform/ClickHook.h"
 #include "platform/ConnectionHelper.h"
@@ -210,6 +211,52 @@ private slots:
         QCOMPARE(addressToolWidth(true, 20000, 500), 8570);
         QCOMPARE(addressToolWidth(false, 20000, 500), 16300);
         QCOMPARE(addressToolWidth(false, 2000, 500), 0);
+    }
+
+    void lastPagesReadAsFields_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QStringList>("entries");
+        QTest::newRow("lines") << "http://a/\r\nhttp://b/\r\n"
+                               << QStringList{"http://a/", "http://b/"};
+        QTest::newRow("a comma splits an address") << "http://a/?x=1,2\r\n"
+                                                   << QStringList{"http://a/?x=1", "2"};
+        QTest::newRow("quotes and blanks go")
+            << " \"http://a/\" \n\nb" << QStringList{"http://a/", "b"};
+        QTest::newRow("empty") << "" << QStringList{};
+    }
+    void lastPagesReadAsFields()
+    {
+        QFETCH(QString, text);
+        QTEST(LastPages::entries(text), "entries");
+    }
+
+    void lastPagesRoundTripIntoTabs()
+    {
+        Frame f;
+        const LastPages pages(f.appDir);
+        f.tabs.openFirstTab();
+        pages.restore(f.tabs); // no file: nothing happens
+        QCOMPARE(f.state.tabCount, 1);
+        QVERIFY(pages.append("http://a/"));
+        QVERIFY(pages.append("http://b/,c"));
+        QCOMPARE(readFile(pages.fileName()), QByteArray("http://a/\r\nhttp://b/,c\r\n"));
+        pages.restore(f.tabs);
+        QVERIFY(!QFile::exists(pages.fileName()));
+        QCOMPARE(f.tabs.view(1)->locationUrl(), QStringLiteral("http://a/"));
+        QCOMPARE(f.tabs.view(2)->locationUrl(), QStringLiteral("http://b/"));
+        QCOMPARE(f.tabs.view(3)->locationUrl(), QStringLiteral("c"));
+        QCOMPARE(f.state.currentTab, 3);
+
+        // With an address already in tab 1, every page gets a tab of its own.
+        QVERIFY(pages.append("http://d/"));
+        pages.restore(f.tabs);
+        QCOMPARE(f.tabs.view(1)->locationUrl(), QStringLiteral("http://a/"));
+        QCOMPARE(f.tabs.view(4)->locationUrl(), QStringLiteral("http://d/"));
+        writeFile(pages.fileName(), "");
+        pages.restore(f.tabs);
+        QCOMPARE(f.state.tabCount, 4);
+        QVERIFY(!QFile::exists(pages.fileName()));
     }
 };
 

@@ -1,0 +1,171 @@
+// The address bar on a real combo box with fake views: the narrow trim, the
+// keys that send an address where, the typed addresses and their store.
+#include "history/AddressBar.h"
+#include "history/AddressCompleter.h"
+#include "platform/UserRegistry.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/SkinLoader.h"
+#include "support/Fakes.h"
+#include "support/Files.h"
+#include "support/TestMain.h"
+#include "tabs/TabStrip.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QTemporaryDir>
+
+using namespace platform;
+
+namespace {
+
+struct Bar
+{
+    MainState state;
+    CommandBar bar;
+    FakeViewFactory factory;
+    FakeStage stage;
+    std::unique_ptr<TabStrip> tabs;
+    QComboBox box;
+    std::unique_ptr<AddressBar> address;
+
+    Bar()
+    {
+        SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
+        tabs = std::make_unique<TabStrip>(state, bar, factory, stage);
+        tabs->openFirstTab();
+        address = std::make_unique<AddressBar>(box, *tabs);
+        box.addItem(QStringLiteral("About:Blank"));
+    }
+    FakeBrowserView* view(int index) { return static_cast<FakeBrowserView*>(tabs->view(index)); }
+    void type(const QString& text, Qt::KeyboardModifiers modifiers = {})
+    {
+        box.setEditText(text);
+        QTest::keyClick(box.lineEdit(), Qt::Key_Return, modifiers);
+    }
+};
+
+QStringList items(const QComboBox& box)
+{
+    QStringList list;
+    for (int i = 0; i < box.count(); ++i)
+        list << box.itemText(i);
+    return list;
+}
+
+} // namespace
+
+class AddressTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void narrowTrim_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("sent");
+        QTest::newRow("four characters stay") << "  ab"
+                                              << "  ab";
+        QTest::newRow("five lose their leading blanks") << "  abc"
+                                                        << "abc";
+        QTest::newRow("trailing blanks stay") << "abcdef  "
+                                              << "abcdef  ";
+        QTest::newRow("a long blank run keeps its fifth blank") << "     x.test"
+                                                                << " x.test";
+        QTest::newRow("blank inside the first four") << "ab  cd"
+                                                     << "abcd";
+        QTest::newRow("empty") << ""
+                               << "";
+    }
+    void narrowTrim()
+    {
+        QFETCH(QString, text);
+        QTEST(AddressBar::narrowTrim(text), "sent");
+    }
+
+    void keysAndChoicesSendTheAddressWhereTheySay()
+    {
+        Bar b;
+        QSignalSpy sent(b.address.get(), &AddressBar::addressSent);
+        b.type(QStringLiteral("  a.test/one"));
+        QCOMPARE(b.view(1)->calls, QStringList{"navigate a.test/one"});
+        QCOMPARE(b.box.lineEdit()->selectedText(), QStringLiteral("  a.test/one"));
+        b.type(QStringLiteral("b.test"), Qt::ShiftModifier | Qt::AltModifier);
+        QCOMPARE(b.view(1)->calls.last(), QStringLiteral("navigate b.test"));
+        b.type(QStringLiteral("c.test"), Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(b.view(1)->calls.last(), QStringLiteral("navigate c.test"));
+        QCOMPARE(b.state.tabCount, 1);
+        b.type(QStringLiteral("d.test"), Qt::ControlModifier);
+        QCOMPARE(b.state.tabCount, 2);
+        QCOMPARE(b.state.currentTab, 2);
+        QCOMPARE(b.view(2)->calls, QStringList{"navigate d.test"});
+        QCOMPARE(sent.count(), 4);
+        QCOMPARE(b.box.count(), 1); // the list is never added to
+
+        // Choosing an entry of the list sends it to the shown tab at once.
+        b.box.addItem(QStringLiteral("http://e.test/"));
+        b.box.setCurrentIndex(0);
+        QTest::keyClick(b.box.lineEdit(), Qt::Key_Down);
+        QCOMPARE(b.view(2)->calls.last(), QStringLiteral("navigate http://e.test/"));
+    }
+
+    void focusFlagLivesInTheFirstItem()
+    {
+        Bar b;
+        QCOMPARE(b.box.itemData(0).toInt(), 0);
+        QFocusEvent in(QEvent::FocusIn);
+        QApplication::sendEvent(b.box.lineEdit(), &in);
+        QVERIFY(b.address->focusFlag());
+        QCOMPARE(b.box.itemData(0).toInt(), 1);
+        QFocusEvent out(QEvent::FocusOut);
+        QApplication::sendEvent(b.box.lineEdit(), &out);
+        QVERIFY(!b.address->focusFlag());
+    }
+
+    void typedAddressesLoadUpToAGapAndRecordNewestFirst()
+    {
+        QTemporaryDir dir;
+        const UserRegistry registry(dir.filePath("sub/registry.ini"));
+        auto load = [&] {
+            Bar b;
+            b.address->loadTypedUrls(registry);
+            return items(b.box);
+        };
+        QCOMPARE(load(), QStringList{"About:Blank"});
+        QDir().mkpath(dir.filePath("sub"));
+        writeFile(registry.path(), "[Software\\QUB-BROWSER\\TypedURLs]\r\nurl1=http://one/\r\n"
+                                   "url2=http://two/\r\nurl4=http://four/\r\n");
+        QCOMPARE(load(), (QStringList{"About:Blank", "http://one/", "http://two/"}));
+        writeFile(registry.path(), "[software\\qub-browser\\typedurls]\r\nurl0=a\r\n");
+        QCOMPARE(load(), (QStringList{"About:Blank", "a"}));
+
+        QDir(dir.filePath("sub")).removeRecursively();
+        for (int n = 1; n <= 30; ++n)
+            recordTypedUrl(registry, QStringLiteral("http://%1/").arg(n));
+        recordTypedUrl(registry, QStringLiteral("http://20/"));
+        const QStringList typed = load().mid(1);
+        QCOMPARE(typed.size(), maxTypedUrls);
+        QCOMPARE(typed.first(), QStringLiteral("http://20/"));
+        QCOMPARE(typed.at(1), QStringLiteral("http://30/"));
+        QCOMPARE(typed.count(QStringLiteral("http://20/")), 1);
+        QCOMPARE(typed.last(), QStringLiteral("http://6/"));
+    }
+
+    void completerOffersKnownAddressesContainingTheText()
+    {
+        AddressCompleter completer;
+        completer.addAddress(QStringLiteral("http://example.test/a"));
+        completer.addAddress(QStringLiteral("about:blank"));
+        completer.addAddress(QStringLiteral("http://other.test/"));
+        completer.addAddress(QStringLiteral("http://example.test/a"));
+        QCOMPARE(completer.addresses(),
+                 (QStringList{"http://example.test/a", "http://other.test/"}));
+        completer.setCompletionPrefix(QStringLiteral("EXAMPLE"));
+        QCOMPARE(completer.completionCount(), 1);
+        QCOMPARE(completer.currentCompletion(), QStringLiteral("http://example.test/a"));
+    }
+};
+
+QUB_TEST_MAIN(AddressTest)
+#include "tst_address.moc"

@@ -1,0 +1,212 @@
+// Browser-view events on fake views: what the active tab shows, what a
+// background tab keeps to itself, loading pictures, and the document hook.
+#include "app/Keys.h"
+#include "commands/CommandDispatcher.h"
+#include "history/AddressBar.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/SkinLoader.h"
+#include "support/Fakes.h"
+#include "support/TestMain.h"
+#include "tabs/LoadingPictures.h"
+#include "tabs/TabStrip.h"
+#include "tabs/ViewEvents.h"
+
+#include <QComboBox>
+
+using namespace platform;
+
+namespace {
+
+struct Events
+{
+    MainState state;
+    CommandBar bar;
+    FakeViewFactory factory;
+    FakeStage stage;
+    FakeDisplay display;
+    SettableClock clock;
+    std::unique_ptr<TabStrip> tabs;
+    std::unique_ptr<ViewEvents> events;
+
+    Events()
+    {
+        SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
+        state.baseTitle = QStringLiteral("QUB-BROWSER 1.0");
+        tabs = std::make_unique<TabStrip>(state, bar, factory, stage);
+        events = std::make_unique<ViewEvents>(state, bar, *tabs, display, clock);
+        QObject::connect(tabs.get(), &TabStrip::viewCreated, events.get(), &ViewEvents::watch);
+        QObject::connect(tabs.get(), &TabStrip::activeTabRefreshed, events.get(),
+                         &ViewEvents::activeTabRefreshed);
+        QObject::connect(tabs.get(), &TabStrip::newTabActivated, events.get(),
+                         &ViewEvents::newTabActivated);
+        tabs->createCatchView();
+        tabs->openFirstTab();
+    }
+    FakeBrowserView* view(int index) { return static_cast<FakeBrowserView*>(tabs->view(index)); }
+    Tool* tab(int index) { return bar.tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index)); }
+    bool backEnabled() { return bar.tool(key::mainBar, key::back)->enabled(); }
+};
+
+} // namespace
+
+class ViewEventsTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void loadingPercentAndBands_data()
+    {
+        QTest::addColumn<int>("progress");
+        QTest::addColumn<int>("maximum");
+        QTest::addColumn<int>("percent");
+        QTest::addColumn<int>("band");
+        QTest::newRow("38 of 100") << 38 << 100 << 38 << 2;
+        QTest::newRow("half rounds to even") << 1 << 8 << 12 << 1;
+        QTest::newRow("2.5 rounds down") << 5 << 200 << 2 << 1;
+        QTest::newRow("3.5 rounds up") << 7 << 200 << 4 << 1;
+        QTest::newRow("76 is in no band") << 76 << 100 << 76 << 0;
+        QTest::newRow("75") << 75 << 100 << 75 << 3;
+        QTest::newRow("77") << 77 << 100 << 77 << 4;
+        QTest::newRow("at the maximum") << 100 << 100 << 100 << 4;
+        QTest::newRow("ended") << -1 << -1 << 100 << 4;
+        QTest::newRow("nothing yet") << 0 << 100 << 0 << 0;
+        QTest::newRow("zero of zero") << 0 << 0 << 0 << 0;
+    }
+    void loadingPercentAndBands()
+    {
+        QFETCH(int, progress);
+        QFETCH(int, maximum);
+        QFETCH(int, percent);
+        QCOMPARE(ViewEvents::loadingPercent(progress, maximum), percent);
+        QTEST(loadingBand(percent), "band");
+    }
+
+    void progressShowsOnTheActiveTabAndPicturesOnEveryTab()
+    {
+        Events e;
+        e.tabs->newTab({}, false);
+        emit e.view(2)->progressChanged(38, 100);
+        QCOMPARE(e.display.percent, 0); // the new tab's reset, not the background 38
+        QCOMPARE(e.tab(2)->picture().cacheKey(), loadingPicture(2, {}).cacheKey());
+        const qint64 before = e.tab(2)->picture().cacheKey();
+        emit e.view(2)->progressChanged(76, 100);
+        QCOMPARE(e.tab(2)->picture().cacheKey(), before);
+        emit e.view(1)->progressChanged(60, 100);
+        QCOMPARE(e.display.percent, 60);
+        e.tabs->activateTab(2);
+        QCOMPARE(e.display.percent, 76);
+    }
+
+    void titlesCaptionTabsAndOnlyTheActiveTabShows()
+    {
+        Events e;
+        e.view(1)->navigate(QStringLiteral("http://a.test/my%20page"));
+        e.view(1)->focusCalls = 0;
+        emit e.view(1)->titleChanged(QStringLiteral("A title of thirty characters!!"));
+        QCOMPARE(e.tab(1)->caption(), QStringLiteral("A title o ..."));
+        QCOMPARE(e.display.caption,
+                 QStringLiteral("A title of thirty characters!! - QUB-BROWSER 1.0"));
+        QCOMPARE(e.display.address, QStringLiteral("http://a.test/my page"));
+        QCOMPARE(e.view(1)->focusCalls, 1);
+        const int writes = e.display.addressWrites;
+        emit e.view(1)->titleChanged(QStringLiteral("Again"));
+        QCOMPARE(e.display.addressWrites, writes); // the box already holds the address
+        emit e.view(1)->titleChanged(QString());
+        QCOMPARE(e.tab(1)->caption(), QStringLiteral("Again"));
+
+        // Full screen keeps the caption; a background tab only its own tab.
+        e.bar.tool(key::viewMenu, key::fullScreen)->setChecked(true);
+        emit e.view(1)->titleChanged(QStringLiteral("Third"));
+        QCOMPARE(e.display.caption, QStringLiteral("Again - QUB-BROWSER 1.0"));
+        e.bar.tool(key::viewMenu, key::fullScreen)->setChecked(false);
+        e.tabs->newTab(QStringLiteral("http://b.test/"), false);
+        emit e.view(2)->titleChanged(QStringLiteral("Background"));
+        emit e.view(2)->statusTextChanged(QStringLiteral("hover"));
+        QCOMPARE(e.tab(2)->caption(), QStringLiteral("Background"));
+        QCOMPARE(e.display.caption, QStringLiteral("Again - QUB-BROWSER 1.0"));
+        QCOMPARE(e.display.status, QString());
+        emit e.view(1)->statusTextChanged(QStringLiteral("Done"));
+        QCOMPARE(e.display.status, QStringLiteral("Done"));
+
+        // Activating the http tab captions the window with the program's name.
+        e.view(2)->setTitle(QStringLiteral("Background"));
+        e.tabs->activateTab(2);
+        QCOMPARE(e.display.caption, QStringLiteral("Background - QUB-BROWSER"));
+        QCOMPARE(e.display.address, QStringLiteral("http://b.test/"));
+    }
+
+    void backAndForwardFollowOnlyTheActiveTab()
+    {
+        Events e;
+        e.tabs->newTab({}, false);
+        emit e.view(2)->commandStateChanged(BrowserView::CommandBack, true);
+        QVERIFY(e.state.canGoBack[2]);
+        QVERIFY(!e.backEnabled());
+        emit e.view(1)->commandStateChanged(-1, true); // update-all changes nothing
+        QVERIFY(!e.backEnabled());
+        e.tabs->activateTab(2);
+        QVERIFY(e.backEnabled());
+        QVERIFY(!e.bar.tool(key::mainBar, key::forward)->enabled());
+        // Closing tab 1 moves tab 2's state to position 1 with it.
+        e.tabs->closeTab(1);
+        QVERIFY(e.state.canGoBack[1]);
+        QVERIFY(e.backEnabled());
+    }
+
+    void documentsAreHookedOnlyWithAnAddressAndClicksAreTimed()
+    {
+        Events e;
+        QSignalSpy hooked(e.events.get(), &ViewEvents::documentHooked);
+        emit e.view(1)->titleChanged(QStringLiteral("blank"));
+        QCOMPARE(hooked.count(), 0);
+        e.view(1)->navigate(QStringLiteral("http://a.test/"));
+        emit e.view(1)->statusTextChanged(QStringLiteral("Opening"));
+        QCOMPARE(hooked.count(), 1);
+        e.view(1)->setReadyState(BrowserView::Uninitialized);
+        emit e.view(1)->statusTextChanged(QStringLiteral("Opening"));
+        QCOMPARE(hooked.count(), 1);
+
+        e.clock.now = 100.5;
+        emit e.view(1)->pageClicked({});
+        QCOMPARE(e.state.lastClickTime, 100);
+        e.clock.now = 101.5;
+        emit e.view(1)->pageClicked({});
+        QCOMPARE(e.state.lastClickTime, 102);
+    }
+
+    void navigationCommandsActOnTheShownTab()
+    {
+        Events e;
+        QComboBox box;
+        AddressBar addressBar(box, *e.tabs);
+        CommandDispatcher commands(e.state, e.bar, *e.tabs, e.display, addressBar);
+        auto click = [&](const char* band, const char* tool) {
+            commands.dispatch(e.bar.tool(band, tool));
+        };
+        e.view(1)->navigate(QStringLiteral("http://a.test/"));
+        click(key::fileMenu, key::duplicateTab);
+        QCOMPARE(e.view(2)->calls, QStringList{"navigate http://a.test/"});
+        click(key::fileMenu, key::newTabHome);
+        QCOMPARE(e.view(3)->calls, QStringList{"home"});
+        for (const char* tool : {key::back, key::forward, key::refresh, key::home, key::stop})
+            click(key::mainBar, tool);
+        QCOMPARE(e.view(3)->calls,
+                 (QStringList{"home", "back", "forward", "refresh", "home", "stop"}));
+        QCOMPARE(e.display.percent, 0);
+        click(key::viewMenu, key::refreshAll); // only tabs with an address
+        QCOMPARE(e.view(1)->calls.last(), QStringLiteral("refresh"));
+        QCOMPARE(e.view(2)->calls.last(), QStringLiteral("refresh"));
+        QCOMPARE(e.view(3)->calls.last(), QStringLiteral("stop"));
+        click(key::viewMenu, key::stopAll);
+        for (int index : {1, 2, 3})
+            QCOMPARE(e.view(index)->calls.last(), QStringLiteral("stop"));
+        QVERIFY(e.display.infoCleared);
+        box.setEditText(QStringLiteral("  c.test"));
+        click(key::addressBar, key::go);
+        QCOMPARE(e.view(3)->calls.last(), QStringLiteral("navigate c.test"));
+    }
+};
+
+QUB_TEST_MAIN(ViewEventsTest)
+#include "tst_viewevents.moc"
