@@ -1,0 +1,47 @@
+// The floor: a bare QWebEngineView program doing what the benchmark asks of
+// QUB-BROWSER. Prints "loaded <epoch ms>" when the page has loaded, then opens
+// tabs more views on it and prints "tabs <ms>" for all of them to load.
+#include "BenchPage.h"
+
+#include <QApplication>
+#include <QTabWidget>
+#include <QWebEngineView>
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication app(argc, argv);
+    const QStringList args = QApplication::arguments();
+    if (args.size() < 3)
+        return 2;
+    const QUrl url = QUrl::fromUserInput(args[1]);
+    const int tabs = args[2].toInt();
+
+    QTabWidget window;
+    auto* first = new QWebEngineView;
+    window.addTab(first, QStringLiteral("first"));
+    window.showMaximized();
+    int pending = 0;
+    qint64 tabsStarted = 0;
+    QObject::connect(
+        first, &QWebEngineView::loadFinished, &app,
+        [&] {
+            bench::report("loaded", bench::now());
+            tabsStarted = bench::now();
+            pending = tabs;
+            for (int i = 0; i < tabs; ++i) {
+                auto* view = new QWebEngineView;
+                QObject::connect(view, &QWebEngineView::loadFinished, &app, [&] {
+                    if (--pending == 0) {
+                        bench::report("tabs", bench::now() - tabsStarted);
+                        QApplication::quit();
+                    }
+                });
+                window.setCurrentIndex(window.addTab(view, QStringLiteral("tab")));
+                view->load(url);
+            }
+        },
+        Qt::SingleShotConnection);
+    first->load(url);
+    return QApplication::exec();
+}

@@ -1,0 +1,93 @@
+#!/bin/bash
+# Measures, in one run, QUB-BROWSER against a bare QWebEngineView program
+# (the floor) on the same local page: cold start until the page has loaded,
+# and the time to open 10 more tabs on it. Runs alternate between the two
+# programs, each with a fresh profile; medians and their ratios go into
+# docs/performance.md.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+bash scripts/install-deps.sh test
+bash scripts/build.sh > /dev/null
+
+runs=${RUNS:-7}
+tabs=10
+work=$(mktemp -d)
+xvfb_pid=
+cleanup() {
+    [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2> /dev/null || true
+    rm -rf "$work"
+}
+trap cleanup EXIT
+
+{
+    echo "<html><head><title>Bench page</title><style>p{font:14px serif;width:40em}</style>"
+    echo "</head><body><h1>Bench page</h1>"
+    for n in $(seq 1 200); do
+        echo "<p>Paragraph $n: the quick brown fox jumps over the lazy dog, <a href='#p$n'>link $n</a>.</p>"
+    done
+    echo "</body></html>"
+} > "$work/page.html"
+page="file://$work/page.html"
+
+mkdir -p "$work/app"
+cp -r build/bin/default.tb2 build/bin/lng.ini build/bin/res "$work/app/"
+export QUB_APPDIR="$work/app"
+export QTWEBENGINE_DISABLE_SANDBOX=1
+export QTWEBENGINE_CHROMIUM_FLAGS="--disable-gpu --disable-background-networking"
+
+display=:$((90 + RANDOM % 100))
+Xvfb "$display" -screen 0 1280x800x24 -nolisten tcp > /dev/null 2>&1 &
+xvfb_pid=$!
+export DISPLAY=$display
+sleep 1
+
+declare -A cold tabtime
+for run in $(seq 1 "$runs"); do
+    for program in floor qub; do
+        home="$work/home-$program-$run"
+        mkdir -p "$home"
+        start=$(date +%s%3N)
+        out=$(XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" \
+              XDG_CONFIG_HOME="$home/config" timeout 120 \
+              "build/bin/bench_$program" "$page" "$tabs" 2> /dev/null)
+        loaded=$(echo "$out" | awk '$1 == "loaded" {print $2}')
+        opened=$(echo "$out" | awk '$1 == "tabs" {print $2}')
+        if [ -z "$loaded" ] || [ -z "$opened" ]; then
+            echo "bench_$program did not finish run $run" >&2
+            exit 1
+        fi
+        cold[$program]+="$((loaded - start)) "
+        tabtime[$program]+="$opened "
+        echo "run $run $program: start $((loaded - start)) ms, $tabs tabs $opened ms"
+    done
+done
+
+median() { tr ' ' '\n' | grep -v '^$' | sort -n | awk '{v[NR]=$1} END {print v[int((NR+1)/2)]}'; }
+ratio() { awk -v a="$1" -v b="$2" 'BEGIN {printf "%.2f", a / b}'; }
+cold_floor=$(echo "${cold[floor]}" | median)
+cold_qub=$(echo "${cold[qub]}" | median)
+tabs_floor=$(echo "${tabtime[floor]}" | median)
+tabs_qub=$(echo "${tabtime[qub]}" | median)
+
+cat > docs/performance.md << REPORT
+# Performance
+
+Measured by \`bash bench/run.sh\` on $(date -u +%Y-%m-%d): $runs runs of each
+program, alternating, each with a fresh profile, under Xvfb with software
+drawing, on $(nproc) cores ($(grep -m1 'model name' /proc/cpuinfo | cut -d: -f2 | sed 's/^ //')).
+The page is a local file of 200 paragraphs. Figures are medians.
+
+| measure | QUB-BROWSER | floor (bare QWebEngineView) | ratio |
+|---|---|---|---|
+| cold start until the page has loaded | $cold_qub ms | $cold_floor ms | $(ratio "$cold_qub" "$cold_floor") |
+| opening $tabs tabs on the page until all have loaded | $tabs_qub ms | $tabs_floor ms | $(ratio "$tabs_qub" "$tabs_floor") |
+
+Cold start counts from the launch of the process. The floor opens its views in
+a plain tab widget on the engine's default in-memory profile; QUB-BROWSER reads
+its skin, language and settings, builds its command bar, keeps a persistent
+profile on disk and runs its page agent in every page.
+
+All runs (ms): QUB-BROWSER start ${cold[qub]}, tabs ${tabtime[qub]};
+floor start ${cold[floor]}, tabs ${tabtime[floor]}.
+REPORT
+cat docs/performance.md
