@@ -21,17 +21,19 @@ namespace {
 
 const QString skinName = QStringLiteral("default.tb2");
 
-// The tab band's buttons drawn as tabs, the active one raised and bold.
+// The tab band's buttons drawn as tabs, the active one white and raised. Bold
+// would widen a caption past the size its button was given, and clip it.
 const char* const tabStyle = R"(
 QToolBar#tb_Tabs { spacing: 0px; }
 QToolBar#tb_Tabs QToolButton {
     border: 1px solid #b6b6b6; border-bottom-color: #9a9a9a;
     border-top-left-radius: 6px; border-top-right-radius: 6px;
-    background: #dedede; padding: 3px 10px; margin: 3px 0px 0px 2px; min-width: 100px;
+    background: #dedede; color: #4a4a4a; padding: 3px 10px; margin: 3px 0px 0px 2px;
+    min-width: 100px;
 }
 QToolBar#tb_Tabs QToolButton:hover:!checked { background: #ececec; }
 QToolBar#tb_Tabs QToolButton:checked {
-    background: #ffffff; border-bottom-color: #ffffff; font-weight: bold;
+    background: #ffffff; border-bottom-color: #ffffff; color: #000000; margin-top: 1px;
 }
 )";
 
@@ -60,7 +62,9 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
     hideFrame_->setObjectName(QStringLiteral("HideFrame"));
     addressBox_->setObjectName(QStringLiteral("cbo_Input"));
     addressBox_->setInsertPolicy(QComboBox::NoInsert);
-    addressBox_->setCompleter(completer_);
+    // On the line edit, not the box: the box would turn a chosen suggestion
+    // into a list entry and send it a second time.
+    addressBox_->lineEdit()->setCompleter(completer_);
     pageIcon_->setObjectName(QStringLiteral("pic_ieicon"));
     pageIcon_->setPixmap(QIcon::fromTheme(QStringLiteral("text-html")).pixmap(16, 16));
     pageIcon_->setContentsMargins(4, 0, 4, 0);
@@ -91,7 +95,10 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
     connect(&viewEvents_, &ViewEvents::documentHooked, completer_,
             [this](platform::BrowserView* view) { completer_->addAddress(view->locationUrl()); });
     connect(completer_, qOverload<const QString&>(&QCompleter::activated), &addressBar_,
-            [this] { addressBar_.navigateFromAddressBar(false); });
+            [this](const QString& address) {
+                addressBox_->setEditText(address);
+                addressBar_.navigateFromAddressBar(false);
+            });
     connect(&addressBar_, &AddressBar::addressSent, this,
             [this](const QString& address) { platform::recordTypedUrl(registry_, address); });
     connect(&exit_, &ExitFlow::lastPageRecorded, this,
@@ -155,6 +162,8 @@ bool MainWindow::start(const QString& commandLineAddress)
     addressBar_.loadTypedUrls(registry_);
     for (int i = addressBox_->count() - 1; i >= 1; --i)
         completer_->addAddress(addressBox_->itemText(i));
+    // No entry is chosen until the user chooses one: the box starts empty.
+    addressBox_->setCurrentIndex(-1);
     settings_.load();
     factory_.setHomeAddress(settings_.homePage());
 

@@ -106,6 +106,5 @@ bool Settings::save() const
     }
     if (proxy == emptyProxy)
         proxy.clear();
-    ok = file.writeString(section, homeKey, homePage_) && ok;
     return file.writeString(section, proxyKey, proxy) && ok;
 }

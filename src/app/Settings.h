@@ -19,7 +19,8 @@ public:
     bool save() const;
 
     QString fileName() const { return appDir_ + QStringLiteral("Browser.ini"); }
-    // Where Home goes; a blank page unless the file names one.
+    // Where Home goes: the file's HOMEPAGE, which the program only reads, or
+    // a blank page.
     const QString& homePage() const { return homePage_; }
 
     static constexpr const char* defaultHomePage = "about:blank";

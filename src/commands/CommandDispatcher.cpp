@@ -71,8 +71,9 @@ void CommandDispatcher::dispatch(platform::Tool* tool)
     } else if (name == QLatin1String(key::stop)) {
         if (current) {
             current->stop();
-            display_.setProgress(0);
             tabs_.refreshActiveTab();
+            // After the refresh, which shows the tab's last percent.
+            display_.setProgress(0);
         }
     } else if (name == QLatin1String(key::stopAll)) {
         for (BrowserView* view : tabViews())

@@ -9,7 +9,12 @@
 AddressBar::AddressBar(QComboBox& box, TabStrip& tabs) : box_(box), tabs_(tabs)
 {
     box_.setEditable(true);
-    box_.lineEdit()->installEventFilter(this);
+    // The box, not its line edit, takes the focus and the keys: it hands
+    // them to the line edit directly, past any filter there.
+    box_.installEventFilter(this);
+    // The box would choose a list entry when the text left behind matches
+    // one; only Enter and the list itself send an address.
+    disconnect(box_.lineEdit(), &QLineEdit::editingFinished, &box_, nullptr);
     connect(&box_, &QComboBox::activated, this, [this] { navigateFromAddressBar(false); });
 }
 

@@ -17,8 +17,14 @@ void AddressCompleter::addAddress(const QString& address)
     if (address.isEmpty() || address.startsWith(QLatin1String("about:"), Qt::CaseInsensitive))
         return;
     QStringList list = model_->stringList();
+    // Hooks repeat for every status change of a page: a known newest address
+    // changes nothing, so an open suggestion list is left alone.
+    if (!list.isEmpty() && list.first() == address)
+        return;
     list.removeAll(address);
     list.prepend(address);
+    if (list.size() > maxAddresses)
+        list.resize(maxAddresses);
     model_->setStringList(list);
 }
 

@@ -12,6 +12,8 @@ class AddressCompleter : public QCompleter
 public:
     explicit AddressCompleter(QObject* parent = nullptr);
 
+    static constexpr int maxAddresses = 500;
+
     // Adds an address, or moves it to the front when known.
     void addAddress(const QString& address);
     QStringList addresses() const;

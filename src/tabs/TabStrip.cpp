@@ -195,8 +195,12 @@ void TabStrip::retire(int index)
     if (v->hasDocument())
         v->clearDocument();
     v->widget()->hide();
-    // The view may be the sender of the signal that led here.
-    v->deleteLater();
+    // The view may be the sender of the signal that led here, or be waiting
+    // for the user inside a prompt of its page.
+    if (v->busy())
+        connect(v, &BrowserView::idle, v, &QObject::deleteLater);
+    else
+        v->deleteLater();
 }
 
 void TabStrip::closeTab(int index)

@@ -145,8 +145,10 @@ void ViewEvents::titleChange(int index, const QString& text)
     hookDocument(view);
 }
 
-void ViewEvents::documentClick()
+void ViewEvents::documentClick(const platform::PageClick& click)
 {
+    if (!click.trusted)
+        return;
     state_.lastClickTime = int(std::nearbyint(clock_.secondsSinceMidnight()));
 }
 

@@ -5,6 +5,7 @@
 // own state. hookDocument() is the one place later subsystems attach their
 // document handlers: they listen to documentHooked.
 #include "app/MainState.h"
+#include "platform/browser/PageClick.h"
 
 #include <QObject>
 #include <map>
@@ -37,7 +38,8 @@ public:
     void commandStateChange(int index, int command, bool enable);
     void titleChange(int index, const QString& text);
     void refreshNavButtons();
-    void documentClick();
+    // A click the user made (not a script) in the view's page.
+    void documentClick(const platform::PageClick& click);
     void hookDocument(platform::BrowserView* view);
 
     // From the tab strip.

@@ -3,6 +3,7 @@
 // own windows, real clicks, a killed page process, downloads, sign-in, and the
 // pages coming back after a real shut-down.
 #include "app/ProgressDisplay.h"
+#include "history/AddressCompleter.h"
 #include "platform/UserRegistry.h"
 #include "platform/browser/PageNotice.h"
 #include "support/EngineApp.h"
@@ -10,6 +11,7 @@
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
@@ -53,7 +55,7 @@ void clickPage(WebEngineBrowserView* view, QPoint point)
 void typeAddress(MainWindow& w, const QString& address, Qt::KeyboardModifiers modifiers = {})
 {
     w.addressBox()->setEditText(address);
-    QTest::keyClick(w.addressBox()->lineEdit(), Qt::Key_Return, modifiers);
+    QTest::keyClick(w.addressBox(), Qt::Key_Return, modifiers);
 }
 
 } // namespace
@@ -68,7 +70,7 @@ private slots:
     {
         server.setPage("/one.html", titled("Page One"));
         server.setPage("/two.html", titled("Page Two"));
-        server.setPage("/long.html", titled("A title of thirty characters!!"));
+        server.setPage("/long.html", titled("Salt &amp; pepper, thirty chars"));
         server.setPage("/opener.html", withButton("window.open('/child.html')"));
         server.setPage("/child.html", titled("Child", "<script>setTimeout(() => "
                                                       "window.close(), 300);</script>"));
@@ -81,8 +83,9 @@ private slots:
                        "block;width:300px;height:150px'>in a frame</a></body></html>");
         server.setResponse("/file.bin", {"0123456789", "application/octet-stream",
                                          "Content-Disposition: attachment; filename=file.bin\r\n"});
-        server.setResponse("/again.bin", {"abc", "application/octet-stream",
-                                          "Content-Disposition: attachment; filename=file.bin\r\n"});
+        server.setResponse("/again.bin",
+                           {"abc", "application/octet-stream",
+                            "Content-Disposition: attachment; filename=file.bin\r\n"});
         server.setResponse("/private.html", {titled("Signed in"), "text/html", "", "ann:secret"});
     }
     void init() { testsupport::failOnUnexpectedWarnings(); }
@@ -96,7 +99,8 @@ private slots:
         Tool* forward = w.bar().tool(key::mainBar, key::forward);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
         QCOMPARE(w.bar().tool(key::tabsBar, "tabs-1")->caption(), QStringLiteral("Page One"));
-        QCOMPARE(w.windowTitle(), "Page One - QUB-BROWSER " + QCoreApplication::applicationVersion());
+        QCOMPARE(w.windowTitle(),
+                 "Page One - QUB-BROWSER " + QCoreApplication::applicationVersion());
         QCOMPARE(w.addressBox()->currentText(), server.url("/one.html"));
         QTRY_COMPARE(w.statusText()->text(), QStringLiteral("Done"));
         QCOMPARE(w.progressDisplay()->percent(), 100);
@@ -111,18 +115,18 @@ private slots:
         // Ctrl+Enter opens a new tab, whose buttons are its own.
         typeAddress(w, server.url("/long.html"), Qt::ControlModifier);
         QCOMPARE(w.state().currentTab, 2);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(2), "A title of thirty characters!!"),
-                                 20000);
-        QCOMPARE(w.bar().tool(key::tabsBar, "tabs-2")->caption(), QStringLiteral("A title o ..."));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(2), "Salt & pepper, thirty chars"), 20000);
+        QCOMPARE(w.bar().tool(key::tabsBar, "tabs-2")->caption(), QStringLiteral("Salt & pe ..."));
+        // The button shows the caption as it is: no mnemonic, dots kept.
+        QCOMPARE(app.tabButton(2)->text(), QStringLiteral("Salt && pe ..."));
         QVERIFY(!back->enabled());
         // The background tab going back changes nothing shown until it is active.
         w.tabs().view(1)->goBack();
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
         QTRY_VERIFY(w.state().canGoForward[1]);
         QVERIFY(!forward->enabled());
-        QCOMPARE(w.windowTitle(),
-                 "A title of thirty characters!! - QUB-BROWSER " +
-                     QCoreApplication::applicationVersion());
+        QCOMPARE(w.windowTitle(), "Salt & pepper, thirty chars - QUB-BROWSER " +
+                                      QCoreApplication::applicationVersion());
         w.bar().reportClick(w.bar().tool(key::tabsBar, "tabs-1"));
         QVERIFY(forward->enabled());
         QVERIFY(!back->enabled());
@@ -131,6 +135,19 @@ private slots:
         w.bar().reportClick(forward);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page Two"), 20000);
         QTRY_VERIFY(back->enabled() && !forward->enabled());
+
+        // A suggestion chosen while typing is sent once, to this tab.
+        QSignalSpy sent(&w.addressBar(), &AddressBar::addressSent);
+        w.addressBox()->setFocus();
+        w.addressBox()->setEditText(QString());
+        QTest::keyClicks(w.addressBox(), "long");
+        QAbstractItemView* suggestions = w.addressCompleter()->popup();
+        QTRY_VERIFY(suggestions->isVisible());
+        suggestions->setCurrentIndex(suggestions->model()->index(0, 0));
+        QTest::keyClick(suggestions, Qt::Key_Return);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Salt & pepper, thirty chars"), 20000);
+        QCOMPARE(sent.count(), 1);
+        QCOMPARE(sent[0][0].toString(), server.url("/long.html"));
     }
 
     void clickRecordsComeBeforeTheWindowTheyOpen()

@@ -13,6 +13,7 @@
 
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTemporaryDir>
@@ -157,9 +158,11 @@ private slots:
         QTest::keyClick(&w, Qt::Key_Left, Qt::AltModifier);
         QCOMPARE(clicks.count(), 1);
         QCOMPARE(clicks[0][0].value<Tool*>()->key(), QStringLiteral("b_back"));
-        w.tabs().currentView()->focusPage();
+        w.addressBox()->setFocus();
+        w.addressBox()->setEditText("typed over");
         QTest::keyClick(&w, Qt::Key_L, Qt::ControlModifier);
         QTRY_VERIFY(w.addressBox()->hasFocus());
+        QCOMPARE(w.addressBox()->lineEdit()->selectedText(), QStringLiteral("typed over"));
 
         // With the main toolbar gone the address box has its own line to fill.
         Tool* address = w.bar().tool(key::addressBar, key::addressTool);

@@ -41,7 +41,7 @@ struct Bar
     void type(const QString& text, Qt::KeyboardModifiers modifiers = {})
     {
         box.setEditText(text);
-        QTest::keyClick(box.lineEdit(), Qt::Key_Return, modifiers);
+        QTest::keyClick(&box, Qt::Key_Return, modifiers);
     }
 };
 
@@ -106,7 +106,7 @@ private slots:
         // Choosing an entry of the list sends it to the shown tab at once.
         b.box.addItem(QStringLiteral("http://e.test/"));
         b.box.setCurrentIndex(0);
-        QTest::keyClick(b.box.lineEdit(), Qt::Key_Down);
+        QTest::keyClick(&b.box, Qt::Key_Down);
         QCOMPARE(b.view(2)->calls.last(), QStringLiteral("navigate http://e.test/"));
     }
 
@@ -115,12 +115,17 @@ private slots:
         Bar b;
         QCOMPARE(b.box.itemData(0).toInt(), 0);
         QFocusEvent in(QEvent::FocusIn);
-        QApplication::sendEvent(b.box.lineEdit(), &in);
+        QApplication::sendEvent(&b.box, &in);
         QVERIFY(b.address->focusFlag());
         QCOMPARE(b.box.itemData(0).toInt(), 1);
+        // Leaving the box with a list entry's text in it sends nothing.
+        b.box.addItem(QStringLiteral("http://e.test/"));
+        b.box.setEditText(QString());
+        QTest::keyClicks(&b.box, QStringLiteral("http://e.test/"));
         QFocusEvent out(QEvent::FocusOut);
-        QApplication::sendEvent(b.box.lineEdit(), &out);
+        QApplication::sendEvent(&b.box, &out);
         QVERIFY(!b.address->focusFlag());
+        QCOMPARE(b.view(1)->calls, QStringList{});
     }
 
     void typedAddressesLoadUpToAGapAndRecordNewestFirst()

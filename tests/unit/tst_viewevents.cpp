@@ -167,11 +167,18 @@ private slots:
         emit e.view(1)->statusTextChanged(QStringLiteral("Opening"));
         QCOMPARE(hooked.count(), 1);
 
+        PageClick click;
+        click.trusted = true;
         e.clock.now = 100.5;
-        emit e.view(1)->pageClicked({});
+        emit e.view(1)->pageClicked(click);
         QCOMPARE(e.state.lastClickTime, 100);
         e.clock.now = 101.5;
-        emit e.view(1)->pageClicked({});
+        emit e.view(1)->pageClicked(click);
+        QCOMPARE(e.state.lastClickTime, 102);
+        // A script's click is not the user's.
+        click.trusted = false;
+        e.clock.now = 200;
+        emit e.view(1)->pageClicked(click);
         QCOMPARE(e.state.lastClickTime, 102);
     }
 
@@ -189,6 +196,8 @@ private slots:
         QCOMPARE(e.view(2)->calls, QStringList{"navigate http://a.test/"});
         click(key::fileMenu, key::newTabHome);
         QCOMPARE(e.view(3)->calls, QStringList{"home"});
+        emit e.view(3)->progressChanged(40, 100);
+        QCOMPARE(e.display.percent, 40);
         for (const char* tool : {key::back, key::forward, key::refresh, key::home, key::stop})
             click(key::mainBar, tool);
         QCOMPARE(e.view(3)->calls,

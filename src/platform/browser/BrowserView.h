@@ -61,6 +61,10 @@ public:
     // Empties the page and stops it reporting anything: used on retirement.
     virtual void clearDocument() = 0;
     virtual void focusPage() = 0;
+    // True while the view waits for the user to answer a prompt of its page
+    // (sign-in, script dialog, file choice); it emits idle() when that ends.
+    // A busy view must not be deleted: the prompt runs inside its own code.
+    virtual bool busy() const { return false; }
 
 signals:
     void titleChanged(const QString& title);
@@ -70,6 +74,7 @@ signals:
     // The page asked to close its own window.
     void windowClosing(bool isChildWindow);
     void fullScreenRequested(bool fullScreen);
+    void idle();
     void newWindowRequested(platform::NewWindowRequest& request);
     // From the page agent: every mouse-down and click in the page's frames.
     void pageMouseDown(const platform::PageClick& click);

@@ -61,8 +61,11 @@ void PageAgentBridge::report(const QVariantMap& record)
     click.inputType = record.value(QStringLiteral("inputType")).toString();
     click.focusedTag = record.value(QStringLiteral("focusedTag")).toString();
     click.focusedHref = record.value(QStringLiteral("focusedHref")).toString();
-    click.trusted = record.value(QStringLiteral("trusted")).toBool();
     click.inSubframe = record.value(QStringLiteral("subframe")).toBool();
+    // A relayed record is only as good as the relay: a page that stripped the
+    // top frame's listeners (document.open) could forge one. Only the top
+    // frame's own records are taken as the user's.
+    click.trusted = record.value(QStringLiteral("trusted")).toBool() && !click.inSubframe;
     if (click.kind == PageClick::Kind::MouseDown)
         emit pageMouseDown(click);
     else

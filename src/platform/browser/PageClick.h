@@ -26,7 +26,8 @@ struct PageClick
     // The document's focused element: tag and link address.
     QString focusedTag;
     QString focusedHref;
-    // False for a click made by a script rather than by the user.
+    // True only for a click the user made in the top frame: false for a click
+    // made by a script, and for every click relayed from a subframe.
     bool trusted = false;
     bool inSubframe = false;
 };

@@ -23,29 +23,50 @@ namespace platform {
 class WebEnginePage : public QWebEnginePage
 {
 public:
-    using QWebEnginePage::QWebEnginePage;
+    WebEnginePage(QWebEngineProfile* profile, QObject* parent, WebEngineBrowserView& owner)
+        : QWebEnginePage(profile, parent), owner_(owner)
+    {
+    }
     bool silent = false;
 
 protected:
+    // Script dialogs and file choosers wait for the user in a nested loop.
     void javaScriptAlert(const QUrl& origin, const QString& message) override
     {
-        if (!silent)
-            QWebEnginePage::javaScriptAlert(origin, message);
+        if (silent)
+            return;
+        WebEngineBrowserView::Prompt prompt(owner_);
+        QWebEnginePage::javaScriptAlert(origin, message);
     }
     bool javaScriptConfirm(const QUrl& origin, const QString& message) override
     {
-        return !silent && QWebEnginePage::javaScriptConfirm(origin, message);
+        if (silent)
+            return false;
+        WebEngineBrowserView::Prompt prompt(owner_);
+        return QWebEnginePage::javaScriptConfirm(origin, message);
     }
     bool javaScriptPrompt(const QUrl& origin, const QString& message, const QString& fallback,
                           QString* result) override
     {
-        return !silent && QWebEnginePage::javaScriptPrompt(origin, message, fallback, result);
+        if (silent)
+            return false;
+        WebEngineBrowserView::Prompt prompt(owner_);
+        return QWebEnginePage::javaScriptPrompt(origin, message, fallback, result);
+    }
+    QStringList chooseFiles(FileSelectionMode mode, const QStringList& oldFiles,
+                            const QStringList& acceptedMimeTypes) override
+    {
+        WebEngineBrowserView::Prompt prompt(owner_);
+        return QWebEnginePage::chooseFiles(mode, oldFiles, acceptedMimeTypes);
     }
     void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString&, int,
                                   const QString&) override
     {
         // Page scripts' console output is the page's business, not the program's log.
     }
+
+private:
+    WebEngineBrowserView& owner_;
 };
 
 namespace {
@@ -82,7 +103,7 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
     stack_->addWidget(view_);
     stack_->addWidget(notice_);
     container_->setFocusProxy(view_);
-    page_ = new WebEnginePage(&profile, view_);
+    page_ = new WebEnginePage(&profile, view_, *this);
     view_->setPage(page_);
 
     auto* agent = new PageAgentBridge(*page_);
@@ -94,6 +115,9 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
         emit statusTextChanged(url.isEmpty() ? idleStatus_ : url);
     });
     connect(page_, &QWebEnginePage::loadStarted, this, [this] {
+        // Any new load (back, forward, a link) replaces a notice.
+        if (!pendingCertificate_)
+            showPage();
         readyState_ = Loading;
         emit progressChanged(0, 100);
     });
@@ -273,7 +297,12 @@ void WebEngineBrowserView::askCredentials(const QUrl& url, QAuthenticator* authe
         prompt += QStringLiteral("\nIt says: ") + authenticator->realm();
     QString user = authenticator->user();
     QString password;
-    if (dialogs_.credentials(prompt, user, password)) {
+    bool answered = false;
+    {
+        Prompt waiting(*this);
+        answered = dialogs_.credentials(prompt, user, password);
+    }
+    if (answered) {
         authenticator->setUser(user);
         authenticator->setPassword(password);
     } else {
@@ -286,14 +315,14 @@ void WebEngineBrowserView::print()
 {
     if (printer_)
         return; // one print job at a time
-    // The printer must outlive the engine's asynchronous printing.
+    // The printer must outlive the engine's asynchronous printing; the dialog
+    // is not modal to the page's code, so the view may close meanwhile.
     printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    QPrintDialog dialog(printer_.get(), view_);
-    if (dialog.exec() != QDialog::Accepted) {
-        printer_.reset();
-        return;
-    }
-    view_->print(printer_.get());
+    auto* dialog = new QPrintDialog(printer_.get(), view_);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QDialog::accepted, this, [this] { view_->print(printer_.get()); });
+    connect(dialog, &QDialog::rejected, this, [this] { printer_.reset(); });
+    dialog->open();
 }
 
 void WebEngineBrowserView::navigate(const QString& address)
@@ -302,6 +331,8 @@ void WebEngineBrowserView::navigate(const QString& address)
         return;
     requestedAddress_ = address;
     readyState_ = Loading;
+    if (pendingCertificate_)
+        std::exchange(pendingCertificate_, std::nullopt)->rejectCertificate();
     showPage();
     view_->setUrl(QUrl::fromUserInput(address));
 }

@@ -48,11 +48,31 @@ public:
     void clearDocument() override;
     void focusPage() override;
 
+    bool busy() const override { return prompts_ > 0; }
+
     QWebEngineView* engineView() const { return view_; }
     // The notice shown in place of the page, or nullptr while the page shows.
     PageNotice* notice() const;
 
 private:
+    friend class WebEnginePage;
+    // Marks the view busy while a prompt of its page is open.
+    class Prompt
+    {
+    public:
+        explicit Prompt(WebEngineBrowserView& view) : view_(view) { ++view_.prompts_; }
+        ~Prompt()
+        {
+            if (--view_.prompts_ == 0)
+                emit view_.idle();
+        }
+        Prompt(const Prompt&) = delete;
+        Prompt& operator=(const Prompt&) = delete;
+
+    private:
+        WebEngineBrowserView& view_;
+    };
+
     void loadingChanged(const QWebEngineLoadingInfo& info);
     void setStatus(const QString& text);
     enum class NoticeKind { Crash, Certificate };
@@ -77,6 +97,7 @@ private:
     NoticeKind noticeKind_ = NoticeKind::Crash;
     std::optional<QWebEngineCertificateError> pendingCertificate_;
     std::unique_ptr<QPrinter> printer_;
+    int prompts_ = 0;
 };
 
 // Owns the program's persistent profile, its page agent and its downloads,

@@ -1,9 +1,11 @@
 #include "CommandBarWidgets.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDockWidget>
 #include <QHBoxLayout>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -261,9 +263,12 @@ void CommandBarWidgets::updateAction(Tool* tool)
     if (auto* toolBar = qobject_cast<QToolBar*>(action->parent())) {
         if (auto* button = qobject_cast<QToolButton*>(toolBar->widgetForAction(action))) {
             Qt::ToolButtonStyle style = Qt::ToolButtonIconOnly;
-            if (tool->displayStyle() == 3)
+            if (tool->displayStyle() == 3) {
                 style = Qt::ToolButtonTextBesideIcon;
-            else if (action->icon().isNull())
+                // Shown as given: page titles keep their "&" and " ..."
+                // (a button would make "&" a mnemonic and drop dots).
+                action->setIconText(QString(tool->caption()).replace('&', QLatin1String("&&")));
+            } else if (action->icon().isNull())
                 style = Qt::ToolButtonTextOnly;
             button->setToolButtonStyle(style);
         }
@@ -286,8 +291,14 @@ void CommandBarWidgets::updateShortcut(Tool* tool)
                 if (tool->enabled())
                     bar_.reportClick(tool);
             } else if (QWidget* control = tool->control()) {
-                // A hosted control has no click; its shortcut gives it the focus.
+                // A hosted control has no click; its shortcut gives it the
+                // focus, with its text selected to be typed over.
                 control->setFocus(Qt::ShortcutFocusReason);
+                auto* edit = qobject_cast<QLineEdit*>(control);
+                if (auto* combo = qobject_cast<QComboBox*>(control))
+                    edit = combo->lineEdit();
+                if (edit)
+                    edit->selectAll();
             }
         });
         shortcuts_.insert(tool, key);
