@@ -15,6 +15,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QWebEngineView>
 #include <csignal>
 
@@ -245,6 +246,39 @@ private slots:
         app.dialogs.logins = {{"ann", "secret"}};
         w.tabs().view(1)->refresh();
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Signed in"), 20000);
+    }
+
+    void untrustedCertificatesAskBeforeThePageShows()
+    {
+        LocalHttpsServer secure;
+        secure.setPage("/secret.html", titled("Behind a bad certificate"));
+        EngineApp app;
+        QVERIFY(app.window->start(server.url("/one.html")));
+        WebEngineBrowserView* view = app.engineView(1);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Page One"), 20000);
+        auto button = [&](const QString& caption) -> QPushButton* {
+            for (QPushButton* b : view->widget()->findChildren<QPushButton*>())
+                if (b->text() == caption && b->isVisible())
+                    return b;
+            return nullptr;
+        };
+
+        // Go back: the page never shows and the tab returns to where it was.
+        view->navigate(secure.url("/secret.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(view->notice(), 20000);
+        QCOMPARE(view->notice()->heading(), QStringLiteral("This connection is not private"));
+        QVERIFY(button("Go back"));
+        QTest::mouseClick(button("Go back"), Qt::LeftButton);
+        QVERIFY(!view->notice());
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Page One"), 20000);
+        QCOMPARE(secure.requests("/secret.html"), 0);
+
+        // Proceed: the user's choice lets the page through.
+        view->navigate(secure.url("/secret.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(view->notice(), 20000);
+        QTest::mouseClick(button("Proceed anyway"), Qt::LeftButton);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Behind a bad certificate"), 20000);
+        QCOMPARE(secure.requests("/secret.html"), 1);
     }
 
     void lastPagesComeBackAfterARealShutDown()

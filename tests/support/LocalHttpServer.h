@@ -1,12 +1,17 @@
 #pragma once
 // A tiny HTTP server on 127.0.0.1 (port chosen by the system) that answers GET
 // requests from a table of paths; anything else is 404. A path may want basic
-// sign-in or carry extra headers. For engine tests only.
+// sign-in or carry extra headers. LocalHttpsServer speaks HTTPS with a
+// self-signed certificate (tests/support/tls), which browsers do not trust.
+// For engine tests only.
+#include <QFile>
 #include <QHash>
+#include <QSslKey>
+#include <QSslServer>
 #include <QTcpServer>
 #include <QTcpSocket>
 
-class LocalHttpServer : public QTcpServer
+template <typename Server> class BasicHttpServer : public Server
 {
 public:
     struct Response
@@ -23,25 +28,29 @@ public:
         QByteArray credentials;  // "user:password" when sign-in is wanted
     };
 
-    LocalHttpServer()
+    explicit BasicHttpServer(QString scheme = QStringLiteral("http")) : scheme_(std::move(scheme))
     {
-        listen(QHostAddress::LocalHost, 0);
-        connect(this, &QTcpServer::newConnection, this, [this] {
-            while (QTcpSocket* socket = nextPendingConnection()) {
-                connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { answer(socket); });
-                connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+        this->listen(QHostAddress::LocalHost, 0);
+        QObject::connect(this, &QTcpServer::pendingConnectionAvailable, this, [this] {
+            while (QTcpSocket* socket = this->nextPendingConnection()) {
+                QObject::connect(socket, &QTcpSocket::readyRead, socket,
+                                 [this, socket] { answer(socket); });
+                QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
             }
         });
     }
 
-    void setPage(const QString& path, const QByteArray& html) { pages_.insert(path, Response(html)); }
+    void setPage(const QString& path, const QByteArray& html)
+    {
+        pages_.insert(path, Response(html));
+    }
     void setResponse(const QString& path, const Response& response)
     {
         pages_.insert(path, response);
     }
     QString url(const QString& path) const
     {
-        return QStringLiteral("http://127.0.0.1:%1%2").arg(serverPort()).arg(path);
+        return QStringLiteral("%1://127.0.0.1:%2%3").arg(scheme_).arg(this->serverPort()).arg(path);
     }
     int requests(const QString& path) const { return counts_.value(path); }
 
@@ -68,12 +77,33 @@ private:
             }
         }
         socket->write("HTTP/1.1 " + status + "\r\nContent-Type: " + response.contentType +
-                      "\r\nContent-Length: " + QByteArray::number(response.body.size()) +
-                      "\r\n" + response.extraHeaders + "Connection: close\r\n\r\n" +
-                      response.body);
+                      "\r\nContent-Length: " + QByteArray::number(response.body.size()) + "\r\n" +
+                      response.extraHeaders + "Connection: close\r\n\r\n" + response.body);
         socket->disconnectFromHost();
     }
 
+    QString scheme_;
     QHash<QString, Response> pages_;
     QHash<QString, int> counts_;
+};
+
+using LocalHttpServer = BasicHttpServer<QTcpServer>;
+
+class LocalHttpsServer : public BasicHttpServer<QSslServer>
+{
+public:
+    LocalHttpsServer() : BasicHttpServer<QSslServer>(QStringLiteral("https"))
+    {
+        QSslConfiguration tls = QSslConfiguration::defaultConfiguration();
+        tls.setLocalCertificate(QSslCertificate(read("localhost.crt")));
+        tls.setPrivateKey(QSslKey(read("localhost.key"), QSsl::Rsa));
+        setSslConfiguration(tls);
+    }
+
+private:
+    static QByteArray read(const char* name)
+    {
+        QFile file(QStringLiteral(QUB_TEST_SUPPORT_DIR "/tls/") + name);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
 };

@@ -124,6 +124,8 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
     connect(page_, &QWebEnginePage::loadProgress, this,
             [this](int percent) { emit progressChanged(percent, 100); });
     connect(page_, &QWebEnginePage::loadFinished, this, [this] {
+        if (std::exchange(backAfterRefusal_, false) && page_->history()->canGoBack())
+            goBack();
         readyState_ = Complete;
         // As the old control did: loading has ended, nothing is left to count.
         emit progressChanged(-1, -1);
@@ -173,12 +175,15 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
             refresh();
             return;
         }
-        // Go back: the refused page leaves the engine's own error page.
-        if (pendingCertificate_)
-            std::exchange(pendingCertificate_, std::nullopt)->rejectCertificate();
+        // Go back: the refused page ends in the engine's error page, which
+        // is then left for the page before it, if there is one.
         showPage();
-        if (page_->history()->canGoBack())
+        if (pendingCertificate_) {
+            backAfterRefusal_ = true;
+            std::exchange(pendingCertificate_, std::nullopt)->rejectCertificate();
+        } else if (page_->history()->canGoBack()) {
             goBack();
+        }
     });
     connect(notice_, &PageNotice::secondaryClicked, this, [this] {
         if (pendingCertificate_) {

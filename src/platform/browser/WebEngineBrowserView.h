@@ -98,6 +98,7 @@ private:
     std::optional<QWebEngineCertificateError> pendingCertificate_;
     std::unique_ptr<QPrinter> printer_;
     int prompts_ = 0;
+    bool backAfterRefusal_ = false;
 };
 
 // Owns the program's persistent profile, its page agent and its downloads,
