@@ -225,7 +225,9 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 20000);
         QCOMPARE(finished[0], (QVariantList{chosen, true}));
         QCOMPARE(readFile(chosen), QByteArray("0123456789"));
-        QVERIFY(app.factory.downloads().window()->isVisible());
+        DownloadsWindow* list = app.factory.downloads().window();
+        QVERIFY(list->isVisible());
+        QTRY_VERIFY(list->findChild<QPushButton*>()->text() == QStringLiteral("Open Folder"));
 
         // Cancelled: nothing anywhere near where it was offered.
         w.tabs().view(1)->navigate(server.url("/again.bin"));

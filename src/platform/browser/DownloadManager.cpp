@@ -22,7 +22,9 @@ DownloadManager::~DownloadManager()
 
 void DownloadManager::requested(QWebEngineDownloadRequest* download)
 {
+    // The dialog opens in the downloads folder only if it exists.
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+    QDir().mkpath(folder);
     const QString path = dialogs_.saveFileName(QStringLiteral("Save File"),
                                                QDir(folder).filePath(download->downloadFileName()));
     if (path.isEmpty()) {

@@ -95,6 +95,7 @@ void DownloadsWindow::add(QWebEngineDownloadRequest* download)
     };
     connect(download, &QWebEngineDownloadRequest::receivedBytesChanged, row, update);
     connect(download, &QWebEngineDownloadRequest::stateChanged, row, update);
+    connect(download, &QWebEngineDownloadRequest::isFinishedChanged, row, update);
     connect(button, &QPushButton::clicked, row, [download] {
         if (!download->isFinished())
             download->cancel();
