@@ -4,6 +4,7 @@
 #include "BenchPage.h"
 
 #include <QApplication>
+#include <QScreen>
 #include <QTabWidget>
 #include <QWebEngineView>
 
@@ -20,6 +21,9 @@ int main(int argc, char** argv)
     QTabWidget window;
     auto* first = new QWebEngineView;
     window.addTab(first, QStringLiteral("first"));
+    // As the program does: without a window manager a maximise request is
+    // not honoured, so the window is given the screen's size itself.
+    window.setGeometry(window.screen()->availableGeometry());
     window.showMaximized();
     int pending = 0;
     qint64 tabsStarted = 0;

@@ -65,6 +65,10 @@ void Tool::setIconName(const QString& name)
 
 void Tool::setPicture(const QIcon& picture)
 {
+    // Loading pictures are set on every progress step; the same one again
+    // must not redraw the bar.
+    if (picture_.cacheKey() == picture.cacheKey())
+        return;
     picture_ = picture;
     changed();
 }
