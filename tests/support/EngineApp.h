@@ -68,10 +68,10 @@ struct EngineApp
     }
     QToolButton* tabButton(int index) const
     {
-        platform::Tool* tool = window->bar().tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index));
+        platform::Tool* tool =
+            window->bar().tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index));
         auto* bar = static_cast<QToolBar*>(
             window->barWidgets()->container(window->bar().band(key::tabsBar)));
         return qobject_cast<QToolButton*>(bar->widgetForAction(window->barWidgets()->action(tool)));
     }
 };
-

@@ -7,6 +7,7 @@
 #include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
+#include "support/StripFixture.h"
 #include "support/TestMain.h"
 #include "tabs/TabStrip.h"
 
@@ -19,25 +20,16 @@ using namespace platform;
 
 namespace {
 
-struct Bar
+struct Bar : StripFixture
 {
-    MainState state;
-    CommandBar bar;
-    FakeViewFactory factory;
-    FakeStage stage;
-    std::unique_ptr<TabStrip> tabs;
     QComboBox box;
-    std::unique_ptr<AddressBar> address;
+    AddressBar address{box, tabs};
 
     Bar()
     {
-        SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
-        tabs = std::make_unique<TabStrip>(state, bar, factory, stage);
-        tabs->openFirstTab();
-        address = std::make_unique<AddressBar>(box, *tabs);
+        tabs.openFirstTab();
         box.addItem(QStringLiteral("About:Blank"));
     }
-    FakeBrowserView* view(int index) { return static_cast<FakeBrowserView*>(tabs->view(index)); }
     void type(const QString& text, Qt::KeyboardModifiers modifiers = {})
     {
         box.setEditText(text);
@@ -87,7 +79,7 @@ private slots:
     void keysAndChoicesSendTheAddressWhereTheySay()
     {
         Bar b;
-        QSignalSpy sent(b.address.get(), &AddressBar::addressSent);
+        QSignalSpy sent(&b.address, &AddressBar::addressSent);
         b.type(QStringLiteral("  a.test/one"));
         QCOMPARE(b.view(1)->calls, QStringList{"navigate a.test/one"});
         QCOMPARE(b.box.lineEdit()->selectedText(), QStringLiteral("  a.test/one"));
@@ -116,7 +108,7 @@ private slots:
         QCOMPARE(b.box.itemData(0).toInt(), 0);
         QFocusEvent in(QEvent::FocusIn);
         QApplication::sendEvent(&b.box, &in);
-        QVERIFY(b.address->focusFlag());
+        QVERIFY(b.address.focusFlag());
         QCOMPARE(b.box.itemData(0).toInt(), 1);
         // Leaving the box with a list entry's text in it sends nothing.
         b.box.addItem(QStringLiteral("http://e.test/"));
@@ -124,7 +116,7 @@ private slots:
         QTest::keyClicks(&b.box, QStringLiteral("http://e.test/"));
         QFocusEvent out(QEvent::FocusOut);
         QApplication::sendEvent(&b.box, &out);
-        QVERIFY(!b.address->focusFlag());
+        QVERIFY(!b.address.focusFlag());
         QCOMPARE(b.view(1)->calls, QStringList{});
     }
 
@@ -134,7 +126,7 @@ private slots:
         const UserRegistry registry(dir.filePath("sub/registry.ini"));
         auto load = [&] {
             Bar b;
-            b.address->loadTypedUrls(registry);
+            b.address.loadTypedUrls(registry);
             return items(b.box);
         };
         QCOMPARE(load(), QStringList{"About:Blank"});

@@ -6,6 +6,7 @@
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
+#include "support/StripFixture.h"
 #include "support/TestMain.h"
 #include "tabs/Ellipsis.h"
 #include "tabs/TabStrip.h"
@@ -16,20 +17,12 @@ using namespace platform;
 
 namespace {
 
-struct Fixture
+struct Fixture : StripFixture
 {
-    MainState state;
-    CommandBar bar;
-    FakeViewFactory factory;
-    FakeStage stage;
-    std::unique_ptr<TabStrip> tabs;
-
     Fixture()
     {
-        SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
-        tabs = std::make_unique<TabStrip>(state, bar, factory, stage);
-        tabs->createCatchView();
-        tabs->openFirstTab();
+        tabs.createCatchView();
+        tabs.openFirstTab();
     }
     Band& strip() { return *bar.band(key::tabsBar); }
     QStringList toolKeys()
@@ -47,8 +40,8 @@ struct Fixture
                 keys << strip().at(i)->key();
         return keys.join(',');
     }
-    QString tag(int index) { return tabs->view(index)->tag(); }
-    FakeBrowserView* fake(int index) { return static_cast<FakeBrowserView*>(tabs->view(index)); }
+    QString tag(int index) { return tabs.view(index)->tag(); }
+    FakeBrowserView* fake(int index) { return view(index); }
 };
 
 } // namespace
@@ -71,21 +64,21 @@ private slots:
         QCOMPARE(f.state.tabCount, 1);
         QCOMPARE(f.tag(1), QStringLiteral("1"));
         QCOMPARE(f.stage.shown, 1);
-        QVERIFY(f.tabs->view(0));
+        QVERIFY(f.tabs.view(0));
         QVERIFY(f.strip().tool("tabs-0") == nullptr);
     }
 
     void closingTheMiddleTabShiftsPositions()
     {
         Fixture f;
-        f.tabs->newTab("http://two/", true);
-        f.tabs->newTab("http://three/", true);
+        f.tabs.newTab("http://two/", true);
+        f.tabs.newTab("http://three/", true);
         QCOMPARE(f.state.currentTab, 3);
         QCOMPARE(f.state.previousTab, 2);
-        QSignalSpy closed(f.tabs.get(), &TabStrip::pageClosed);
+        QSignalSpy closed(&f.tabs, &TabStrip::pageClosed);
         f.fake(2)->setTitle("Second page with a long title");
 
-        f.tabs->closeTab(2);
+        f.tabs.closeTab(2);
         QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-3"}));
         QCOMPARE(f.tag(3), QStringLiteral("2"));
         QCOMPARE(f.state.tabView, (std::vector<int>{0, 1, 3}));
@@ -97,9 +90,9 @@ private slots:
         QCOMPARE(f.state.previousTab, 3);
         QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-1"));
         QCOMPARE(f.stage.shown, 1);
-        QVERIFY(f.tabs->view(2) == nullptr);
+        QVERIFY(f.tabs.view(2) == nullptr);
 
-        QCOMPARE(f.tabs->newTab({}, true), 4);
+        QCOMPARE(f.tabs.newTab({}, true), 4);
         QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-3", "tabs-4"}));
         QCOMPARE(f.tag(4), QStringLiteral("3"));
         QCOMPARE(f.state.tabView, (std::vector<int>{0, 1, 3, 4}));
@@ -108,19 +101,19 @@ private slots:
     void closingTheActiveTabShowsItsLeftNeighbour()
     {
         Fixture f;
-        f.tabs->newTab({}, true);
-        f.tabs->newTab({}, true);
-        f.tabs->activateTab(1);
-        f.tabs->activateTab(2);
+        f.tabs.newTab({}, true);
+        f.tabs.newTab({}, true);
+        f.tabs.activateTab(1);
+        f.tabs.activateTab(2);
         QCOMPARE(f.state.previousTab, 1);
-        f.tabs->closeTab(0);
+        f.tabs.closeTab(0);
         QCOMPARE(f.state.currentTab, 1);
         QCOMPARE(f.state.previousTab, 3); // the view now at the closed position
         QCOMPARE(f.tag(3), QStringLiteral("2"));
         QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-1"));
         // First tab closed while it was previous: falls back to position 1.
-        f.tabs->activateTab(3);
-        f.tabs->closeTab(1);
+        f.tabs.activateTab(3);
+        f.tabs.closeTab(1);
         QCOMPARE(f.toolKeys(), QStringList{"tabs-3"});
         QCOMPARE(f.state.currentTab, 3);
         QCOMPARE(f.tag(3), QStringLiteral("1"));
@@ -130,21 +123,21 @@ private slots:
     {
         Fixture f;
         f.fake(1)->navigate("http://one/");
-        f.tabs->closeTab(0);
+        f.tabs.closeTab(0);
         QCOMPARE(f.toolKeys(), QStringList{"tabs-2"});
         QCOMPARE(f.state.currentTab, 2);
         QVERIFY(!f.state.shuttingDown);
-        QVERIFY(f.tabs->view(1) == nullptr);
+        QVERIFY(f.tabs.view(1) == nullptr);
         QCOMPARE(f.stage.shown, 2);
-        QCOMPARE(f.tabs->view(2)->locationUrl(), QString());
+        QCOMPARE(f.tabs.view(2)->locationUrl(), QString());
     }
 
     void retiredViewsAreStoppedClearedAndDeleted()
     {
         Fixture f;
-        f.tabs->newTab("http://two/", true);
+        f.tabs.newTab("http://two/", true);
         QPointer<FakeBrowserView> two = f.fake(2);
-        f.tabs->closeTab(2);
+        f.tabs.closeTab(2);
         QCOMPARE(two->calls, (QStringList{"navigate http://two/", "stop", "clear"}));
         QVERIFY(two->silent());
         QVERIFY(two->widget()->isHidden());
@@ -156,8 +149,8 @@ private slots:
     {
         Fixture f;
         f.state.canGoBack[1] = true;
-        QSignalSpy activated(f.tabs.get(), &TabStrip::newTabActivated);
-        QCOMPARE(f.tabs->newTab("http://bg/", false), 2);
+        QSignalSpy activated(&f.tabs, &TabStrip::newTabActivated);
+        QCOMPARE(f.tabs.newTab("http://bg/", false), 2);
         QCOMPARE(f.state.currentTab, 1);
         QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-1"));
         QCOMPARE(f.stage.shown, 1);
@@ -169,10 +162,10 @@ private slots:
     void closeAllAndCloseOthers()
     {
         Fixture f;
-        f.tabs->newTab({}, true);
-        f.tabs->newTab({}, true);
+        f.tabs.newTab({}, true);
+        f.tabs.newTab({}, true);
         f.state.canGoForward = {false, false, true, false};
-        f.tabs->closeOtherTabs(2);
+        f.tabs.closeOtherTabs(2);
         QCOMPARE(f.toolKeys(), QStringList{"tabs-2"});
         QCOMPARE(f.tag(2), QStringLiteral("1"));
         QCOMPARE(f.state.currentTab, 2);
@@ -181,8 +174,8 @@ private slots:
         QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-2"));
         QCOMPARE(f.stage.shown, 2);
 
-        f.tabs->newTab({}, true);
-        f.tabs->closeAllTabs();
+        f.tabs.newTab({}, true);
+        f.tabs.closeAllTabs();
         QCOMPARE(f.toolKeys(), QStringList{"tabs-5"});
         QCOMPARE(f.state.currentTab, 5);
         QCOMPARE(f.state.tabView, (std::vector<int>{0, 5}));
@@ -193,19 +186,19 @@ private slots:
     void pagesClosingThemselves()
     {
         Fixture f;
-        f.tabs->newTab("http://two/", false);
-        f.tabs->newTab("http://three/", false);
-        f.tabs->pageClosing(2, true); // a frame: ignored
+        f.tabs.newTab("http://two/", false);
+        f.tabs.newTab("http://three/", false);
+        f.tabs.pageClosing(2, true); // a frame: ignored
         QCOMPARE(f.strip().count(), 3);
-        f.tabs->pageClosing(2, false);
+        f.tabs.pageClosing(2, false);
         QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-3"}));
         QCOMPARE(f.tag(3), QStringLiteral("2"));
         QCOMPARE(f.state.currentTab, 1);
         f.state.shuttingDown = true;
-        f.tabs->pageClosing(3, false);
+        f.tabs.pageClosing(3, false);
         QCOMPARE(f.strip().count(), 2);
         f.state.shuttingDown = false;
-        f.tabs->pageClosing(1, false); // the active tab closes as by the close command
+        f.tabs.pageClosing(1, false); // the active tab closes as by the close command
         QCOMPARE(f.toolKeys(), QStringList{"tabs-3"});
         QCOMPARE(f.state.currentTab, 3);
     }
@@ -213,24 +206,24 @@ private slots:
     void pointingAtTabEntries()
     {
         Fixture f;
-        f.tabs->newTab({}, false);
+        f.tabs.newTab({}, false);
         f.fake(2)->navigate("http://example.test/a%20b/" + QString(60, 'x'));
         Tool* one = f.strip().tool("tabs-1");
-        f.tabs->reportTool(one);
+        f.tabs.reportTool(one);
         QCOMPARE(one->tooltip(), QStringLiteral("Blank Page"));
         QVERIFY(f.state.tabMenuArmed);
         QCOMPARE(f.state.targetTab, 1);
         Tool* two = f.strip().tool("tabs-2");
-        f.tabs->reportTool(two);
+        f.tabs.reportTool(two);
         QVERIFY(two->tooltip().startsWith("http://example.test/a b/"));
         QVERIFY(two->tooltip().endsWith(" ..."));
         QVERIFY(two->tooltip().size() < 50);
         QCOMPARE(f.state.targetTab, 2);
-        f.tabs->reportTool(f.bar.tool(key::mainBar, "b_back"));
+        f.tabs.reportTool(f.bar.tool(key::mainBar, "b_back"));
         QVERIFY(!f.state.tabMenuArmed);
         QCOMPARE(f.state.targetTab, 2);
         f.state.tabMenuPending = true;
-        f.tabs->reportTool(f.bar.tool(key::mainBar, "b_back"));
+        f.tabs.reportTool(f.bar.tool(key::mainBar, "b_back"));
         QCOMPARE(f.state.targetTab, 0);
     }
 
@@ -258,8 +251,8 @@ private slots:
         Fixture f;
         FakeDisplay display;
         QComboBox box;
-        AddressBar addressBar(box, *f.tabs);
-        CommandDispatcher commands(f.state, f.bar, *f.tabs, display, addressBar);
+        AddressBar addressBar(box, f.tabs);
+        CommandDispatcher commands(f.state, f.bar, f.tabs, display, addressBar);
         commands.dispatch(f.bar.tool(key::fileMenu, key::newTab));
         commands.dispatch(f.bar.tool(key::fileMenu, key::newTab));
         QCOMPARE(f.state.currentTab, 3);
@@ -271,11 +264,11 @@ private slots:
         // The closed tab was the previous one, so its left neighbour shows.
         QCOMPARE(f.state.currentTab, 2);
         // The tab menu acts on the tab pointed at; the File menu on the shown one.
-        f.tabs->reportTool(f.strip().tool("tabs-1"));
+        f.tabs.reportTool(f.strip().tool("tabs-1"));
         commands.dispatch(f.bar.tool(key::fileMenu, key::closeTab));
         QCOMPARE(f.toolKeys(), QStringList{"tabs-1"});
-        f.tabs->newTab({}, true);
-        f.tabs->reportTool(f.strip().tool("tabs-1"));
+        f.tabs.newTab({}, true);
+        f.tabs.reportTool(f.strip().tool("tabs-1"));
         commands.dispatch(f.bar.tool(key::tabMenu, key::closeTab));
         QCOMPARE(f.toolKeys(), QStringList{"tabs-4"});
 
@@ -297,13 +290,13 @@ private slots:
         connect(&f.bar, &CommandBar::bandShown, &events, &BarEvents::bandShown);
         QSignalSpy popUps(&f.bar, &CommandBar::popUpRequested);
         QVERIFY(f.bar.reportCustomize()); // not over a tab: the bar's own menu
-        f.tabs->reportTool(f.strip().tool("tabs-1"));
+        f.tabs.reportTool(f.strip().tool("tabs-1"));
         QVERIFY(!f.bar.reportCustomize());
         QCOMPARE(popUps.count(), 1);
         QCOMPARE(popUps[0][0].value<Band*>()->key(), QStringLiteral("tab_Menu"));
         f.bar.reportShown(f.bar.band(key::tabMenu));
         QVERIFY(f.state.tabMenuPending);
-        f.tabs->reportTool(f.bar.tool(key::mainBar, "b_back"));
+        f.tabs.reportTool(f.bar.tool(key::mainBar, "b_back"));
         QCOMPARE(f.state.targetTab, 0);
         QVERIFY(f.bar.reportCustomize());
 

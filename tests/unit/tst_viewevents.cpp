@@ -6,6 +6,7 @@
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
+#include "support/StripFixture.h"
 #include "support/TestMain.h"
 #include "tabs/LoadingPictures.h"
 #include "tabs/TabStrip.h"
@@ -17,32 +18,22 @@ using namespace platform;
 
 namespace {
 
-struct Events
+struct Events : StripFixture
 {
-    MainState state;
-    CommandBar bar;
-    FakeViewFactory factory;
-    FakeStage stage;
     FakeDisplay display;
     SettableClock clock;
-    std::unique_ptr<TabStrip> tabs;
-    std::unique_ptr<ViewEvents> events;
+    ViewEvents events{state, bar, tabs, display, clock};
 
     Events()
     {
-        SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
         state.baseTitle = QStringLiteral("QUB-BROWSER 1.0");
-        tabs = std::make_unique<TabStrip>(state, bar, factory, stage);
-        events = std::make_unique<ViewEvents>(state, bar, *tabs, display, clock);
-        QObject::connect(tabs.get(), &TabStrip::viewCreated, events.get(), &ViewEvents::watch);
-        QObject::connect(tabs.get(), &TabStrip::activeTabRefreshed, events.get(),
+        QObject::connect(&tabs, &TabStrip::viewCreated, &events, &ViewEvents::watch);
+        QObject::connect(&tabs, &TabStrip::activeTabRefreshed, &events,
                          &ViewEvents::activeTabRefreshed);
-        QObject::connect(tabs.get(), &TabStrip::newTabActivated, events.get(),
-                         &ViewEvents::newTabActivated);
-        tabs->createCatchView();
-        tabs->openFirstTab();
+        QObject::connect(&tabs, &TabStrip::newTabActivated, &events, &ViewEvents::newTabActivated);
+        tabs.createCatchView();
+        tabs.openFirstTab();
     }
-    FakeBrowserView* view(int index) { return static_cast<FakeBrowserView*>(tabs->view(index)); }
     Tool* tab(int index) { return bar.tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index)); }
     bool backEnabled() { return bar.tool(key::mainBar, key::back)->enabled(); }
 };
@@ -85,7 +76,7 @@ private slots:
     void progressShowsOnTheActiveTabAndPicturesOnEveryTab()
     {
         Events e;
-        e.tabs->newTab({}, false);
+        e.tabs.newTab({}, false);
         emit e.view(2)->progressChanged(38, 100);
         QCOMPARE(e.display.percent, 0); // the new tab's reset, not the background 38
         QCOMPARE(e.tab(2)->picture().cacheKey(), loadingPicture(2, {}).cacheKey());
@@ -94,7 +85,7 @@ private slots:
         QCOMPARE(e.tab(2)->picture().cacheKey(), before);
         emit e.view(1)->progressChanged(60, 100);
         QCOMPARE(e.display.percent, 60);
-        e.tabs->activateTab(2);
+        e.tabs.activateTab(2);
         QCOMPARE(e.display.percent, 76);
     }
 
@@ -120,7 +111,7 @@ private slots:
         emit e.view(1)->titleChanged(QStringLiteral("Third"));
         QCOMPARE(e.display.caption, QStringLiteral("Again - QUB-BROWSER 1.0"));
         e.bar.tool(key::viewMenu, key::fullScreen)->setChecked(false);
-        e.tabs->newTab(QStringLiteral("http://b.test/"), false);
+        e.tabs.newTab(QStringLiteral("http://b.test/"), false);
         emit e.view(2)->titleChanged(QStringLiteral("Background"));
         emit e.view(2)->statusTextChanged(QStringLiteral("hover"));
         QCOMPARE(e.tab(2)->caption(), QStringLiteral("Background"));
@@ -131,7 +122,7 @@ private slots:
 
         // Activating the http tab captions the window with the program's name.
         e.view(2)->setTitle(QStringLiteral("Background"));
-        e.tabs->activateTab(2);
+        e.tabs.activateTab(2);
         QCOMPARE(e.display.caption, QStringLiteral("Background - QUB-BROWSER"));
         QCOMPARE(e.display.address, QStringLiteral("http://b.test/"));
     }
@@ -139,17 +130,17 @@ private slots:
     void backAndForwardFollowOnlyTheActiveTab()
     {
         Events e;
-        e.tabs->newTab({}, false);
+        e.tabs.newTab({}, false);
         emit e.view(2)->commandStateChanged(BrowserView::CommandBack, true);
         QVERIFY(e.state.canGoBack[2]);
         QVERIFY(!e.backEnabled());
         emit e.view(1)->commandStateChanged(-1, true); // update-all changes nothing
         QVERIFY(!e.backEnabled());
-        e.tabs->activateTab(2);
+        e.tabs.activateTab(2);
         QVERIFY(e.backEnabled());
         QVERIFY(!e.bar.tool(key::mainBar, key::forward)->enabled());
         // Closing tab 1 moves tab 2's state to position 1 with it.
-        e.tabs->closeTab(1);
+        e.tabs.closeTab(1);
         QVERIFY(e.state.canGoBack[1]);
         QVERIFY(e.backEnabled());
     }
@@ -157,7 +148,7 @@ private slots:
     void documentsAreHookedOnlyWithAnAddressAndClicksAreTimed()
     {
         Events e;
-        QSignalSpy hooked(e.events.get(), &ViewEvents::documentHooked);
+        QSignalSpy hooked(&e.events, &ViewEvents::documentHooked);
         emit e.view(1)->titleChanged(QStringLiteral("blank"));
         QCOMPARE(hooked.count(), 0);
         e.view(1)->navigate(QStringLiteral("http://a.test/"));
@@ -186,8 +177,8 @@ private slots:
     {
         Events e;
         QComboBox box;
-        AddressBar addressBar(box, *e.tabs);
-        CommandDispatcher commands(e.state, e.bar, *e.tabs, e.display, addressBar);
+        AddressBar addressBar(box, e.tabs);
+        CommandDispatcher commands(e.state, e.bar, e.tabs, e.display, addressBar);
         auto click = [&](const char* band, const char* tool) {
             commands.dispatch(e.bar.tool(band, tool));
         };
