@@ -43,9 +43,6 @@ private slots:
         server.setPage("/two.html", pageTwo);
         server.setPage("/alert.html", "<html><body><script>alert('hello');"
                                       "document.title = 'after alert';</script></body></html>");
-        server.setPage("/close.html", "<html><head><title>Closing</title></head><body>"
-                                      "<script>setTimeout(() => window.close(), 100);</script>"
-                                      "</body></html>");
     }
     void init() { testsupport::failOnUnexpectedWarnings(); }
 
@@ -67,13 +64,6 @@ private slots:
         QVERIFY(w.menuBar()->actions().size() >= 6);
 
         w.tabs().newTab(server.url("/two.html"), true);
-        w.tabs().newTab({}, true);
-        w.tabs().closeTab(2);
-        QCOMPARE(w.tabs().newTab({}, true), 4);
-        QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-3", "tabs-4"}));
-        QCOMPARE(w.tabs().view(3)->tag(), QStringLiteral("2"));
-        QCOMPARE(w.tabs().view(4)->tag(), QStringLiteral("3"));
-        QCOMPARE(w.state().tabView, (std::vector<int>{0, 1, 3, 4}));
         QCOMPARE(w.tabs().currentView()->widget()->parentWidget()->objectName(),
                  QStringLiteral("pic_WB"));
         QCOMPARE(w.tabs().view(1)->widget()->parentWidget()->objectName(),
@@ -94,11 +84,6 @@ private slots:
                                   20000);
         QTRY_COMPARE(w.tabs().view(silent)->readyState(), BrowserView::Complete);
         QCOMPARE(w.state().currentTab, 1);
-        // A page that closes its own window takes its tab with it.
-        const int closing = w.tabs().newTab(server.url("/close.html"), false);
-        QTRY_VERIFY_WITH_TIMEOUT(w.tabs().view(closing) == nullptr, 20000);
-        QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
-        QCOMPARE(w.tabs().view(silent)->tag(), QStringLiteral("2"));
     }
 
     void tabButtonsAnswerRealClicks()
