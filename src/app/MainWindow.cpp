@@ -62,9 +62,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
     hideFrame_->setObjectName(QStringLiteral("HideFrame"));
     addressBox_->setObjectName(QStringLiteral("cbo_Input"));
     addressBox_->setInsertPolicy(QComboBox::NoInsert);
-    // On the line edit, not the box: the box would turn a chosen suggestion
-    // into a list entry and send it a second time.
-    addressBox_->lineEdit()->setCompleter(completer_);
+    addressBar_.setCompleter(*completer_);
     pageIcon_->setObjectName(QStringLiteral("pic_ieicon"));
     pageIcon_->setPixmap(QIcon::fromTheme(QStringLiteral("text-html")).pixmap(16, 16));
     pageIcon_->setContentsMargins(4, 0, 4, 0);
@@ -94,11 +92,6 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
     connect(&tabs_, &TabStrip::tabLeft, &viewEvents_, &ViewEvents::tabLeft);
     connect(&viewEvents_, &ViewEvents::documentHooked, completer_,
             [this](platform::BrowserView* view) { completer_->addAddress(view->locationUrl()); });
-    connect(completer_, qOverload<const QString&>(&QCompleter::activated), &addressBar_,
-            [this](const QString& address) {
-                addressBox_->setEditText(address);
-                addressBar_.navigateFromAddressBar(false);
-            });
     connect(&addressBar_, &AddressBar::addressSent, this,
             [this](const QString& address) { platform::recordTypedUrl(registry_, address); });
     connect(&exit_, &ExitFlow::lastPageRecorded, this,

@@ -2,7 +2,9 @@
 #include "platform/UserRegistry.h"
 #include "tabs/TabStrip.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QCompleter>
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -16,6 +18,23 @@ AddressBar::AddressBar(QComboBox& box, TabStrip& tabs) : box_(box), tabs_(tabs)
     // one; only Enter and the list itself send an address.
     disconnect(box_.lineEdit(), &QLineEdit::editingFinished, &box_, nullptr);
     connect(&box_, &QComboBox::activated, this, [this] { navigateFromAddressBar(false); });
+}
+
+void AddressBar::setCompleter(QCompleter& completer)
+{
+    // On the line edit, not the box: the box would turn a chosen suggestion
+    // into a list entry and send it a second time.
+    box_.lineEdit()->setCompleter(&completer);
+    // The open list takes the keys and hands Enter to the line edit, past
+    // the box. Filters run newest first, so this one sees Enter before the
+    // completer's own.
+    suggestions_ = completer.popup();
+    suggestions_->installEventFilter(this);
+    connect(&completer, qOverload<const QString&>(&QCompleter::activated), this,
+            [this](const QString& address) {
+                box_.setEditText(address);
+                navigateFromAddressBar(false);
+            });
 }
 
 QString AddressBar::narrowTrim(const QString& text)
@@ -69,6 +88,9 @@ void AddressBar::setFocusFlag(int value)
 
 bool AddressBar::eventFilter(QObject* watched, QEvent* event)
 {
+    const bool fromSuggestions = watched == suggestions_;
+    if (fromSuggestions && event->type() != QEvent::KeyPress)
+        return false;
     switch (event->type()) {
     case QEvent::FocusIn:
         setFocusFlag(1);
@@ -82,6 +104,12 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event)
             break;
         const Qt::KeyboardModifiers shiftState =
             key->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
+        if (fromSuggestions) {
+            auto* list = static_cast<QAbstractItemView*>(watched);
+            if (const QModelIndex chosen = list->currentIndex(); chosen.isValid())
+                box_.setEditText(chosen.data().toString());
+            list->hide();
+        }
         navigateFromAddressBar(shiftState == Qt::ControlModifier);
         return true;
     }

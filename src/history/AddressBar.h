@@ -7,6 +7,7 @@
 #include <QObject>
 
 class QComboBox;
+class QCompleter;
 class TabStrip;
 
 namespace platform {
@@ -26,6 +27,9 @@ public:
     // Appends "url0" (when present), then "url1", "url2"... up to the first
     // missing one.
     void loadTypedUrls(const platform::UserRegistry& registry);
+    // Suggestions offered as the user types; Enter while they show sends the
+    // box's text (the highlighted one, if any) as Enter always does.
+    void setCompleter(QCompleter& completer);
     void navigateFromAddressBar(bool newTab);
     bool focusFlag() const;
 
@@ -41,4 +45,5 @@ private:
 
     QComboBox& box_;
     TabStrip& tabs_;
+    QObject* suggestions_ = nullptr;
 };

@@ -197,10 +197,7 @@ void TabStrip::retire(int index)
     v->widget()->hide();
     // The view may be the sender of the signal that led here, or be waiting
     // for the user inside a prompt of its page.
-    if (v->busy())
-        connect(v, &BrowserView::idle, v, &QObject::deleteLater);
-    else
-        v->deleteLater();
+    v->deleteWhenIdle();
 }
 
 void TabStrip::closeTab(int index)

@@ -149,6 +149,25 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Salt & pepper, thirty chars"), 20000);
         QCOMPARE(sent.count(), 1);
         QCOMPARE(sent[0][0].toString(), server.url("/long.html"));
+
+        // Enter with the list open and nothing chosen sends what was typed.
+        w.addressBox()->setEditText(QString());
+        QTest::keyClicks(w.addressBox(), server.url("/two.html"));
+        QTRY_VERIFY(suggestions->isVisible());
+        QTest::keyClick(suggestions, Qt::Key_Return);
+        QVERIFY(!suggestions->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page Two"), 20000);
+        QCOMPARE(sent.count(), 2);
+        QCOMPARE(sent[1][0].toString(), server.url("/two.html"));
+        // Ctrl+Enter on a chosen suggestion opens it in a new tab.
+        w.addressBox()->setEditText(QString());
+        QTest::keyClicks(w.addressBox(), "long");
+        QTRY_VERIFY(suggestions->isVisible());
+        suggestions->setCurrentIndex(suggestions->model()->index(0, 0));
+        QTest::keyClick(suggestions, Qt::Key_Return, Qt::ControlModifier);
+        QCOMPARE(w.state().currentTab, 3);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(3), "Salt & pepper, thirty chars"), 20000);
+        QCOMPARE(sent.count(), 3);
     }
 
     void clickRecordsComeBeforeTheWindowTheyOpen()
@@ -245,6 +264,13 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(app.dialogs.asked.size(), 3, 20000);
         QVERIFY(app.dialogs.asked[2].contains("127.0.0.1"));
         QVERIFY(w.tabs().view(1)->title() != QStringLiteral("Signed in"));
+        // A tab closed while its page waits for a sign-in goes once it is answered.
+        app.dialogs.whileAsking = [&] { w.tabs().closeTab(2); };
+        w.tabs().newTab(server.url("/private.html"), true);
+        QPointer<BrowserView> closed = w.tabs().view(2);
+        QTRY_VERIFY_WITH_TIMEOUT(!app.dialogs.whileAsking, 20000);
+        QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
+        QTRY_VERIFY(!closed);
         app.dialogs.logins = {{"ann", "secret"}};
         w.tabs().view(1)->refresh();
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Signed in"), 20000);
@@ -273,6 +299,15 @@ private slots:
         QTest::mouseClick(button("Go back"), Qt::LeftButton);
         QVERIFY(!view->notice());
         QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Page One"), 20000);
+        QCOMPARE(secure.requests("/secret.html"), 0);
+
+        // Stopping while the notice waits refuses the certificate too.
+        view->navigate(secure.url("/secret.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(view->notice(), 20000);
+        view->stop();
+        QVERIFY(!view->notice());
+        QTRY_VERIFY_WITH_TIMEOUT(view->readyState() == BrowserView::Complete, 20000);
+        QVERIFY(!view->notice());
         QCOMPARE(secure.requests("/secret.html"), 0);
 
         // Proceed: the user's choice lets the page through.

@@ -10,6 +10,7 @@
 #include <QStringList>
 #include <QWidget>
 #include <deque>
+#include <functional>
 #include <memory>
 
 class FakeBrowserView : public platform::BrowserView
@@ -98,6 +99,8 @@ public:
     bool credentials(const QString& prompt, QString& user, QString& password) override
     {
         asked << prompt;
+        if (whileAsking)
+            std::exchange(whileAsking, nullptr)();
         if (logins.empty())
             return false;
         std::tie(user, password) = takeFront(logins);
@@ -107,6 +110,8 @@ public:
     std::deque<Answer> answers;
     std::deque<QString> savePaths;
     std::deque<std::pair<QString, QString>> logins;
+    // Runs once inside the next sign-in prompt, as if the user acted meanwhile.
+    std::function<void()> whileAsking;
 
 private:
     template <typename T> static T takeFront(std::deque<T>& queue)

@@ -62,9 +62,17 @@ public:
     virtual void clearDocument() = 0;
     virtual void focusPage() = 0;
     // True while the view waits for the user to answer a prompt of its page
-    // (sign-in, script dialog, file choice); it emits idle() when that ends.
-    // A busy view must not be deleted: the prompt runs inside its own code.
+    // (sign-in, script dialog, file choice). A busy view must not be deleted:
+    // the prompt runs inside its own code.
     virtual bool busy() const { return false; }
+    // Deletes the view now, or when its last open prompt has been answered.
+    void deleteWhenIdle()
+    {
+        if (busy())
+            deleteWhenIdle_ = true;
+        else
+            deleteLater();
+    }
 
 signals:
     void titleChanged(const QString& title);
@@ -74,15 +82,23 @@ signals:
     // The page asked to close its own window.
     void windowClosing(bool isChildWindow);
     void fullScreenRequested(bool fullScreen);
-    void idle();
     void newWindowRequested(platform::NewWindowRequest& request);
     // From the page agent: every mouse-down and click in the page's frames.
     void pageMouseDown(const platform::PageClick& click);
     void pageClicked(const platform::PageClick& click);
 
+protected:
+    // Implementations call this when the last open prompt has been answered.
+    void promptsEnded()
+    {
+        if (deleteWhenIdle_)
+            deleteLater();
+    }
+
 private:
     const int index_;
     QString tag_;
+    bool deleteWhenIdle_ = false;
 };
 
 // Makes the views of one window; index 0 is the catch view.

@@ -123,12 +123,13 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
     });
     connect(page_, &QWebEnginePage::loadProgress, this,
             [this](int percent) { emit progressChanged(percent, 100); });
-    connect(page_, &QWebEnginePage::loadFinished, this, [this] {
-        if (std::exchange(backAfterRefusal_, false) && page_->history()->canGoBack())
-            goBack();
+    connect(page_, &QWebEnginePage::loadFinished, this, [this](bool ok) {
         readyState_ = Complete;
         // As the old control did: loading has ended, nothing is left to count.
         emit progressChanged(-1, -1);
+        // The refused page ends in the engine's error page, left for the page before.
+        if (std::exchange(backAfterRefusal_, false) && !ok && page_->history()->canGoBack())
+            goBack();
     });
     connect(page_, &QWebEnginePage::loadingChanged, this, &WebEngineBrowserView::loadingChanged);
     connect(page_, &QWebEnginePage::windowCloseRequested, this,
@@ -175,8 +176,6 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
             refresh();
             return;
         }
-        // Go back: the refused page ends in the engine's error page, which
-        // is then left for the page before it, if there is one.
         showPage();
         if (pendingCertificate_) {
             backAfterRefusal_ = true;
@@ -336,30 +335,42 @@ void WebEngineBrowserView::navigate(const QString& address)
         return;
     requestedAddress_ = address;
     readyState_ = Loading;
-    if (pendingCertificate_)
-        std::exchange(pendingCertificate_, std::nullopt)->rejectCertificate();
+    leaveUnansweredNotice();
     showPage();
     view_->setUrl(QUrl::fromUserInput(address));
 }
 
+void WebEngineBrowserView::leaveUnansweredNotice()
+{
+    backAfterRefusal_ = false;
+    if (pendingCertificate_) {
+        std::exchange(pendingCertificate_, std::nullopt)->rejectCertificate();
+        showPage();
+    }
+}
+
 void WebEngineBrowserView::stop()
 {
+    leaveUnansweredNotice();
     page_->triggerAction(QWebEnginePage::Stop);
 }
 
 void WebEngineBrowserView::refresh()
 {
+    leaveUnansweredNotice();
     showPage();
     page_->triggerAction(QWebEnginePage::Reload);
 }
 
 void WebEngineBrowserView::goBack()
 {
+    leaveUnansweredNotice();
     page_->triggerAction(QWebEnginePage::Back);
 }
 
 void WebEngineBrowserView::goForward()
 {
+    leaveUnansweredNotice();
     page_->triggerAction(QWebEnginePage::Forward);
 }
 

@@ -64,7 +64,7 @@ private:
         ~Prompt()
         {
             if (--view_.prompts_ == 0)
-                emit view_.idle();
+                view_.promptsEnded();
         }
         Prompt(const Prompt&) = delete;
         Prompt& operator=(const Prompt&) = delete;
@@ -80,6 +80,8 @@ private:
     void showNotice(NoticeKind kind);
     void rendererEnded(int status);
     void certificateError(const QWebEngineCertificateError& error);
+    // Going anywhere else while the certificate notice waits refuses it.
+    void leaveUnansweredNotice();
     void askCredentials(const QUrl& url, QAuthenticator* authenticator, const QString& host);
     void print();
 
