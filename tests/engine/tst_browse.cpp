@@ -168,6 +168,13 @@ private slots:
         QCOMPARE(w.state().currentTab, 3);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(3), "Salt & pepper, thirty chars"), 20000);
         QCOMPARE(sent.count(), 3);
+
+        // A missing page is the server's own page, not a failure to open one.
+        QSignalSpy status(w.tabs().view(3), &BrowserView::statusTextChanged);
+        w.tabs().view(3)->navigate(server.url("/missing.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(
+            !status.isEmpty() && !status.last()[0].toString().startsWith("Opening"), 20000);
+        QCOMPARE(status.last()[0].toString(), QStringLiteral("Done"));
     }
 
     void clickRecordsComeBeforeTheWindowTheyOpen()

@@ -228,8 +228,10 @@ void WebEngineBrowserView::loadingChanged(const QWebEngineLoadingInfo& info)
         setStatus(QStringLiteral("Stopped"));
         break;
     case QWebEngineLoadingInfo::LoadFailedStatus:
-        // -3 is a navigation the program or the user called off: no error.
-        setStatus(info.errorCode() == -3
+        // -3 is a navigation the program or the user called off, and an HTTP
+        // error status still brings the server's own page: neither is an error here.
+        setStatus(info.errorCode() == -3 ||
+                          info.errorDomain() == QWebEngineLoadingInfo::HttpStatusCodeDomain
                       ? QStringLiteral("Done")
                       : QStringLiteral("Cannot open %1: %2")
                             .arg(info.url().toDisplayString(), info.errorString()));
