@@ -5,7 +5,7 @@
 #include "app/MainWindow.h"
 #include "platform/AppDir.h"
 #include "platform/Dialogs.h"
-#include "platform/browser/WebEngineBrowserView.h"
+#include "platform/engine/WebEngineBrowserView.h"
 
 #include <QApplication>
 
@@ -45,7 +45,7 @@ int main(int argc, char** argv)
         MainWindow window(platform::appDir(), dialogs, factory, clock);
         int pending = 0;
         qint64 tabsStarted = 0;
-        QObject::connect(&window.tabs(), &TabStrip::viewCreated, &app,
+        QObject::connect(&window.parts().tabs, &TabStrip::viewCreated, &app,
                          [&](platform::BrowserView* view) {
                              if (view->index() < 2)
                                  return;
@@ -60,12 +60,12 @@ int main(int argc, char** argv)
                          });
         if (!window.start(url))
             return 1;
-        whenLoaded(window.tabs().view(1), [&] {
+        whenLoaded(window.parts().tabs.view(1), [&] {
             bench::report("loaded", bench::now());
             tabsStarted = bench::now();
             pending = tabs;
             for (int i = 0; i < tabs; ++i)
-                window.tabs().newTab(url, true);
+                window.parts().tabs.newTab(url, true);
         });
         // Ends without the exit question: nothing is saved.
         code = QApplication::exec();

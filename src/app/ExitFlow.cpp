@@ -1,19 +1,15 @@
 #include "ExitFlow.h"
-#include "Keys.h"
 #include "Language.h"
 #include "Settings.h"
 #include "platform/ClickHook.h"
 #include "platform/Dialogs.h"
-#include "platform/commandbar/CommandBar.h"
 #include "tabs/TabStrip.h"
 
 #include <QFile>
 
-ExitFlow::ExitFlow(MainState& state, platform::CommandBar& bar, TabStrip& tabs, Settings& settings,
-                   const Language& language, platform::Dialogs& dialogs,
-                   const platform::Clock& clock, platform::ClickHook& clickHook)
-    : state_(state), bar_(bar), tabs_(tabs), settings_(settings), language_(language),
-      dialogs_(dialogs), clock_(clock), clickHook_(clickHook)
+ExitFlow::ExitFlow(MainState& state, TabStrip& tabs, const Language& language,
+                   platform::Dialogs& dialogs, const platform::Clock& clock)
+    : state_(state), tabs_(tabs), language_(language), dialogs_(dialogs), clock_(clock)
 {
 }
 
@@ -28,36 +24,30 @@ bool ExitFlow::userCancels()
 
 void ExitFlow::askExitQuestion()
 {
-    state_.exitCancelled = userCancels();
-    state_.exitAnswered = true;
+    exitCancelled_ = userCancels();
+    exitAnswered_ = true;
 }
 
 bool ExitFlow::closeRequested()
 {
-    bool cancel = false;
-    if (state_.exitAnswered) {
-        cancel = state_.exitCancelled;
-        state_.exitAnswered = false;
-    } else {
-        cancel = userCancels();
-    }
+    const bool cancel = std::exchange(exitAnswered_, false) ? exitCancelled_ : userCancels();
     if (cancel)
         return false;
+    for (const auto& step : steps_)
+        step();
+    return true;
+}
 
+void ExitFlow::closeTabsSavingAddresses()
+{
     const double start = clock_.secondsSinceMidnight();
     state_.shuttingDown = true;
-    QStringList tabKeys;
-    const platform::Band* tabBand = bar_.band(key::tabsBar);
-    for (int i = 0; tabBand && i < tabBand->count(); ++i)
-        tabKeys.append(tabBand->at(i)->key());
-    for (const QString& tabKey : tabKeys) {
+    for (const int index : tabs_.band().viewIndices()) {
         double elapsed = clock_.secondsSinceMidnight() - start;
         if (elapsed < 0)
             elapsed += 24 * 60 * 60;
         if (elapsed > tabSavingLimitSeconds)
             break;
-        const int index =
-            tabKey.startsWith(QLatin1String(key::tabPrefix)) ? tabKey.mid(5).toInt() : 0;
         if (index < 1)
             continue;
         if (platform::BrowserView* view = tabs_.view(index)) {
@@ -66,8 +56,13 @@ bool ExitFlow::closeRequested()
         }
         tabs_.closeTab(index);
     }
-    settings_.save();
-    QFile::remove(state_.appDir + QStringLiteral("Temp.txt"));
-    clickHook_.stop();
-    return true;
+}
+
+void addShutdownSteps(ExitFlow& exit, const Settings& settings, platform::ClickHook& clickHook,
+                      const QString& appDir)
+{
+    exit.addStep([&exit] { exit.closeTabsSavingAddresses(); });
+    exit.addStep([&settings] { settings.save(); });
+    exit.addStep([appDir] { QFile::remove(appDir + QStringLiteral("Temp.txt")); });
+    exit.addStep([&clickHook] { clickHook.stop(); });
 }

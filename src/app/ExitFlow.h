@@ -1,15 +1,16 @@
 #pragma once
-// Leaving the program: the exit question, and the close request that saves
-// every tab's address, closes the tabs within 30 seconds, saves the settings
-// and stops the click hook. Cancel leaves everything as it was.
-#include "MainState.h"
+// Leaving the program: the exit question, then, once the user agreed, the
+// shut-down steps in the order they were added. Cancel leaves everything as
+// it was.
+#include "core/MainState.h"
 
 #include <QObject>
+#include <functional>
+#include <vector>
 
 namespace platform {
 class ClickHook;
 class Clock;
-class CommandBar;
 class Dialogs;
 } // namespace platform
 class Language;
@@ -20,15 +21,18 @@ class ExitFlow : public QObject
 {
     Q_OBJECT
 public:
-    ExitFlow(MainState& state, platform::CommandBar& bar, TabStrip& tabs, Settings& settings,
-             const Language& language, platform::Dialogs& dialogs, const platform::Clock& clock,
-             platform::ClickHook& clickHook);
+    ExitFlow(MainState& state, TabStrip& tabs, const Language& language, platform::Dialogs& dialogs,
+             const platform::Clock& clock);
 
     // Asks now and keeps the answer for the close request that follows.
     void askExitQuestion();
-    // True when the program may end; the shut-down has then been done.
+    // True when the program may end; the shut-down steps have then run.
     bool closeRequested();
+    void addStep(std::function<void()> step) { steps_.push_back(std::move(step)); }
 
+    // The first step: records every tab's address in strip order and closes
+    // the tab, until 30 seconds have passed.
+    void closeTabsSavingAddresses();
     static constexpr double tabSavingLimitSeconds = 30;
 
 signals:
@@ -39,11 +43,16 @@ private:
     bool userCancels();
 
     MainState& state_;
-    platform::CommandBar& bar_;
     TabStrip& tabs_;
-    Settings& settings_;
     const Language& language_;
     platform::Dialogs& dialogs_;
     const platform::Clock& clock_;
-    platform::ClickHook& clickHook_;
+    std::vector<std::function<void()>> steps_;
+    bool exitAnswered_ = false;
+    bool exitCancelled_ = false;
 };
+
+// The program's shut-down, in order: tabs saved and closed, settings saved,
+// the page tools' temporary file deleted, the click hook stopped.
+void addShutdownSteps(ExitFlow& exit, const Settings& settings, platform::ClickHook& clickHook,
+                      const QString& appDir);

@@ -1,5 +1,5 @@
 #include "Language.h"
-#include "Keys.h"
+#include "core/Keys.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/ini/ProfileFile.h"
 

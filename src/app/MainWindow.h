@@ -1,32 +1,26 @@
 #pragma once
 // The main window: the composition root. It creates the subsystems in
-// start-up order, hosts their controls in the command bar, and connects
-// events to the objects that handle them; it holds no rules of its own.
+// start-up order, each of which wires itself, runs the start-up steps, and
+// hands window events on; it holds no rules of its own.
 #include "ExitFlow.h"
+#include "HostedControls.h"
 #include "Language.h"
 #include "LastPages.h"
-#include "MainState.h"
 #include "Settings.h"
 #include "WindowDisplay.h"
-#include "commands/BarEvents.h"
-#include "commands/CommandDispatcher.h"
-#include "history/AddressBar.h"
+#include "commands/BarSwitches.h"
+#include "core/BarEventRouter.h"
+#include "core/CommandDispatcher.h"
+#include "core/MainState.h"
+#include "history/HistorySubsystem.h"
 #include "platform/ClickHook.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/UserRegistry.h"
 #include "platform/browser/WidgetViewStage.h"
 #include "platform/commandbar/CommandBar.h"
-#include "tabs/TabStrip.h"
-#include "tabs/ViewEvents.h"
+#include "tabs/TabSubsystem.h"
 
 #include <QMainWindow>
-#include <memory>
-
-class AddressCompleter;
-class ProgressDisplay;
-class QComboBox;
-class QLabel;
-class QLineEdit;
 
 namespace platform {
 class CommandBarWidgets;
@@ -46,19 +40,25 @@ public:
     // Asks the exit question, then closes the window as the answer says.
     void quit();
 
-    MainState& state() { return state_; }
-    platform::CommandBar& bar() { return bar_; }
-    platform::CommandBarWidgets* barWidgets() const { return barWidgets_; }
-    TabStrip& tabs() { return tabs_; }
-    ExitFlow& exitFlow() { return exit_; }
-    const platform::ClickHook& clickHook() const { return clickHook_; }
-    QComboBox* addressBox() const { return addressBox_; }
-    AddressBar& addressBar() { return addressBar_; }
-    AddressCompleter* addressCompleter() const { return completer_; }
-    ViewEvents& viewEvents() { return viewEvents_; }
-    ProgressDisplay* progressDisplay() const { return progress_; }
-    QLineEdit* statusText() const { return statusText_; }
-    const LastPages& lastPages() const { return lastPages_; }
+    // The parts, for tests and tools that look inside.
+    struct Parts
+    {
+        MainState& state;
+        platform::CommandBar& bar;
+        platform::CommandBarWidgets* barWidgets;
+        CommandDispatcher& commands;
+        TabStrip& tabs;
+        ViewEvents& viewEvents;
+        ExitFlow& exitFlow;
+        const platform::ClickHook& clickHook;
+        AddressBar& addressBar;
+        AddressCompleter& addressCompleter;
+        QComboBox* addressBox;
+        QLineEdit* statusText;
+        ProgressDisplay* progressDisplay;
+        const LastPages& lastPages;
+    };
+    Parts parts();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -66,10 +66,8 @@ protected:
 
 private:
     bool loadSkin();
-    void hostControls();
     void loadTabIcons();
     void layoutAddressTool();
-    void wireView(platform::BrowserView* view);
 
     platform::Dialogs& dialogs_;
     platform::BrowserViewFactory& factory_;
@@ -81,23 +79,16 @@ private:
     platform::ClickHook clickHook_;
     platform::UserRegistry registry_;
     LastPages lastPages_;
-
+    HostedControls controls_;
     QWidget* clientArea_;
     QWidget* hideFrame_;
-    QComboBox* addressBox_;
-    QLabel* pageIcon_;
-    QWidget* statusHost_;
-    QLineEdit* statusText_;
-    ProgressDisplay* progress_;
-    AddressCompleter* completer_;
-
     platform::WidgetViewStage stage_;
-    TabStrip tabs_;
     WindowDisplay display_;
-    ViewEvents viewEvents_;
-    AddressBar addressBar_;
-    CommandDispatcher dispatcher_;
-    BarEvents barEvents_;
+    CommandDispatcher commands_;
+    BarEventRouter barEvents_;
+    TabSubsystem tabs_;
+    HistorySubsystem history_;
+    BarSwitches switches_;
     ExitFlow exit_;
     platform::CommandBarWidgets* barWidgets_ = nullptr;
 };

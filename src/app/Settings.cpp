@@ -1,5 +1,5 @@
 #include "Settings.h"
-#include "Keys.h"
+#include "core/Keys.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/commandbar/AddBandTool.h"
 #include "platform/commandbar/CommandBar.h"

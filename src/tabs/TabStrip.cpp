@@ -1,7 +1,6 @@
 #include "TabStrip.h"
 #include "Ellipsis.h"
-#include "app/Keys.h"
-#include "platform/commandbar/AddBandTool.h"
+#include "core/Keys.h"
 #include "platform/commandbar/CommandBar.h"
 
 #include <QWidget>
@@ -11,14 +10,13 @@
 using platform::BrowserView;
 
 namespace {
-constexpr int tabToolBaseId = 50000;
-constexpr int tooltipWidth = 50;
 constexpr int blockedListWidth = 50;
 } // namespace
 
 TabStrip::TabStrip(MainState& state, platform::CommandBar& bar,
                    platform::BrowserViewFactory& factory, platform::ViewStage& stage)
-    : state_(state), bar_(bar), factory_(factory), stage_(stage)
+    : state_(state), bar_(bar), factory_(factory), stage_(stage), band_(bar),
+      positions_(state, [this](int index) { return view(index); })
 {
 }
 
@@ -28,42 +26,19 @@ TabStrip::~TabStrip()
         delete view;
 }
 
-std::optional<platform::SkinError> TabStrip::skinProblem(const platform::CommandBar& bar)
-{
-    const platform::Band* tabs = bar.band(key::tabsBar);
-    if (!tabs)
-        return platform::SkinError{0, QStringLiteral("band \"%1\" is missing").arg(key::tabsBar)};
-    if (tabs->kind() != platform::BandKind::Toolbar)
-        return platform::SkinError{
-            tabs->sourceLine(), QStringLiteral("band \"%1\" must be a toolbar").arg(key::tabsBar)};
-    if (tabs->count() > 0)
-        return platform::SkinError{
-            tabs->sourceLine(),
-            QStringLiteral("band \"%1\" must declare no tools: the tabs are its tools")
-                .arg(key::tabsBar)};
-    return std::nullopt;
-}
-
-platform::Band& TabStrip::band() const
-{
-    return *bar_.band(key::tabsBar);
-}
-
-platform::Tool* TabStrip::tabTool(int index) const
-{
-    return band().tool(key::tabPrefix + QString::number(index));
-}
-
-void TabStrip::setTabChecked(int index, bool checked)
-{
-    if (platform::Tool* tool = tabTool(index))
-        tool->setChecked(checked);
-}
-
 BrowserView* TabStrip::view(int index) const
 {
     const auto it = views_.find(index);
     return it == views_.end() ? nullptr : it->second;
+}
+
+std::vector<BrowserView*> TabStrip::tabViews() const
+{
+    std::vector<BrowserView*> views;
+    for (const int index : band_.viewIndices())
+        if (BrowserView* v = view(index))
+            views.push_back(v);
+    return views;
 }
 
 void TabStrip::createCatchView()
@@ -81,16 +56,6 @@ void TabStrip::openFirstTab()
     state_.previousTab = state_.currentTab;
 }
 
-void TabStrip::addTabTool(const QString& caption, int index, bool withIcon)
-{
-    platform::Tool* tool =
-        platform::AddBandTool(bar_, key::tabsBar, key::tabPrefix + QString::number(index),
-                              tabToolBaseId + index, QStringLiteral("0"), caption, withIcon);
-    tool->setDisplayStyle(3);
-    tool->setCheckable(true);
-    bar_.recalcLayout();
-}
-
 int TabStrip::newTab(const QString& address, bool activate)
 {
     if (state_.tabCount >= std::numeric_limits<qint16>::max())
@@ -99,22 +64,17 @@ int TabStrip::newTab(const QString& address, bool activate)
     BrowserView* view = factory_.create(index);
     views_[index] = view;
     emit viewCreated(view);
-    addTabTool(QStringLiteral("New"), index, true);
+    band_.add(index, QStringLiteral("New"), true);
 
     const platform::Tool* silent = bar_.tool(key::toolsMenu, key::silent);
     view->setSilent(silent && silent->checked());
-    const int position = band().count();
-    view->setTag(QString::number(position));
-    state_.tabView.resize(size_t(position) + 1, 0);
-    state_.canGoForward.resize(size_t(position) + 1, false);
-    state_.canGoBack.resize(size_t(position) + 1, false);
-    state_.tabView[size_t(position)] = index;
+    positions_.append(*view);
 
     if (!activate) {
         stage_.park(*view);
     } else {
-        setTabChecked(index, true);
-        setTabChecked(state_.currentTab, false);
+        band_.setChecked(index, true);
+        band_.setChecked(state_.currentTab, false);
         if (state_.currentTab != 0)
             if (BrowserView* old = this->view(state_.currentTab))
                 stage_.park(*old);
@@ -135,8 +95,8 @@ void TabStrip::activateTab(int index)
     BrowserView* target = view(index);
     if (!target)
         return;
-    setTabChecked(index, true);
-    setTabChecked(state_.currentTab, false);
+    band_.setChecked(index, true);
+    band_.setChecked(state_.currentTab, false);
     if (BrowserView* old = view(state_.currentTab)) {
         stage_.park(*old);
         emit tabLeft(old);
@@ -152,33 +112,6 @@ void TabStrip::openNewWindow(platform::NewWindowRequest& request)
         return;
     if (const int index = newTab({}, !request.inBackground()))
         request.openIn(*view(index));
-}
-
-void TabStrip::shiftLeftFrom(int position)
-{
-    const int last = lastPosition();
-    for (int q = position; q <= last; ++q) {
-        if (BrowserView* v = view(state_.tabView[size_t(q)]))
-            v->setTag(QString::number(v->tag().toInt() - 1));
-        if (q < last) {
-            state_.tabView[size_t(q)] = state_.tabView[size_t(q) + 1];
-            state_.canGoForward[size_t(q)] = state_.canGoForward[size_t(q) + 1];
-            state_.canGoBack[size_t(q)] = state_.canGoBack[size_t(q) + 1];
-        }
-    }
-    if (last >= 1) {
-        state_.tabView.pop_back();
-        state_.canGoForward.pop_back();
-        state_.canGoBack.pop_back();
-    }
-}
-
-// Tab keys are never used again, so the bar's collection lets them go too.
-void TabStrip::removeTabTool(int index)
-{
-    platform::Band& tabs = band();
-    bar_.removeTool(tabs, tabs.indexOf(tabTool(index)));
-    bar_.removeCollectionTool(key::tabPrefix + QString::number(index));
 }
 
 void TabStrip::retire(int index)
@@ -200,6 +133,12 @@ void TabStrip::retire(int index)
     v->deleteWhenIdle();
 }
 
+void TabStrip::drop(int index)
+{
+    retire(index);
+    band_.remove(index);
+}
+
 void TabStrip::closeTab(int index)
 {
     if (index == 0)
@@ -210,29 +149,25 @@ void TabStrip::closeTab(int index)
     const int position = closing->tag().toInt();
     if (const QString address = closing->locationUrl(); !address.isEmpty())
         emit pageClosed(ellipsis(closing->title(), blockedListWidth), address);
-    if (band().count() <= 1) {
+    if (band_.count() <= 1) {
         closeAllTabs();
         return;
     }
-    shiftLeftFrom(position);
-    removeTabTool(index);
+    positions_.removeAt(position);
+    band_.remove(index);
 
-    const int last = lastPosition();
-    const int fallback = position > 1 ? position - 1 : 1;
     const BrowserView* previous = view(state_.previousTab);
-    int shown = previous ? previous->tag().toInt() : 0;
-    if (shown == 0)
-        shown = fallback;
-    shown = std::clamp(shown, 1, last);
-    const int next = state_.tabView[size_t(shown)];
-    setTabChecked(next, true);
+    const int shown = positionShownAfterClose(position, previous ? previous->tag().toInt() : 0,
+                                              positions_.last());
+    const int next = positions_.viewAt(shown);
+    band_.setChecked(next, true);
     if (state_.currentTab != index && state_.currentTab != next)
-        setTabChecked(state_.currentTab, false);
+        band_.setChecked(state_.currentTab, false);
 
-    if (state_.currentTab == index)
-        state_.previousTab = position <= last ? state_.tabView[size_t(position)] : next;
-    else
-        state_.previousTab = state_.currentTab;
+    // The view that now stands at the closed position; none when the last
+    // tab was closed.
+    state_.previousTab =
+        state_.currentTab == index ? positions_.viewAt(position) : state_.currentTab;
     state_.currentTab = next;
     retire(index);
     refreshActiveTab();
@@ -243,14 +178,9 @@ void TabStrip::closeTab(int index)
 void TabStrip::closeAllTabs()
 {
     const bool wasShuttingDown = std::exchange(state_.shuttingDown, true);
-    for (int position = 1; position <= lastPosition(); ++position) {
-        const int index = state_.tabView[size_t(position)];
-        retire(index);
-        removeTabTool(index);
-    }
-    state_.tabView.assign(1, 0);
-    state_.canGoForward.assign(1, false);
-    state_.canGoBack.assign(1, false);
+    for (int position = 1; position <= positions_.last(); ++position)
+        drop(positions_.viewAt(position));
+    positions_.clear();
     state_.currentTab = 0;
     state_.previousTab = 0;
     newTab({}, true);
@@ -263,24 +193,14 @@ void TabStrip::closeOtherTabs(int index)
     BrowserView* kept = view(keep);
     if (!kept)
         return;
-    const int keptPosition = kept->tag().toInt();
-    const bool forward = state_.canGoForward[size_t(keptPosition)];
-    const bool back = state_.canGoBack[size_t(keptPosition)];
     const bool wasShuttingDown = std::exchange(state_.shuttingDown, true);
     state_.currentTab = keep;
     state_.previousTab = keep;
-    for (int position = lastPosition(); position >= 1; --position) {
-        const int other = state_.tabView[size_t(position)];
-        if (other == keep)
-            continue;
-        retire(other);
-        removeTabTool(other);
-    }
-    state_.tabView = {0, keep};
-    state_.canGoForward = {false, forward};
-    state_.canGoBack = {false, back};
-    kept->setTag(QStringLiteral("1"));
-    setTabChecked(keep, true);
+    for (int position = positions_.last(); position >= 1; --position)
+        if (const int other = positions_.viewAt(position); other != keep)
+            drop(other);
+    positions_.keepOnly(*kept);
+    band_.setChecked(keep, true);
     state_.shuttingDown = wasShuttingDown;
     refreshActiveTab();
 }
@@ -297,28 +217,8 @@ void TabStrip::pageClosing(int index, bool isChildWindow)
     if (!closing || index == 0)
         return;
     closing->stop();
-    shiftLeftFrom(closing->tag().toInt());
-    removeTabTool(index);
-    retire(index);
-}
-
-void TabStrip::reportTool(platform::Tool* tool)
-{
-    const QString name = tool ? tool->key() : QString();
-    if (name.left(5) != QLatin1String(key::tabPrefix)) {
-        state_.tabMenuArmed = false;
-        if (state_.tabMenuPending)
-            state_.targetTab = 0;
-        return;
-    }
-    state_.tabMenuArmed = true;
-    const int index = name.right(name.size() - 5).toInt();
-    QString address;
-    if (const BrowserView* v = view(index))
-        address = v->locationUrl().replace(QLatin1String("%20"), QLatin1String(" "));
-    const QString shortAddress = ellipsis(address, tooltipWidth);
-    tool->setTooltip(shortAddress.isEmpty() ? QStringLiteral("Blank Page") : shortAddress);
-    state_.targetTab = index;
+    positions_.removeAt(closing->tag().toInt());
+    drop(index);
 }
 
 void TabStrip::refreshActiveTab()

@@ -1,22 +1,15 @@
 #pragma once
 // The open tabs: one browser view per tab, numbered by view index (never
-// reused) and placed by strip position (kept in the view's tag), each shown
-// as a tool "tabs-" + index on the tab band. Opens, activates and closes tabs
-// and keeps MainState's tab fields in step. The active view is on the stage;
-// all others are parked, alive.
-#include "app/MainState.h"
+// reused) and placed by strip position, each shown as a tool on the tab
+// band. Opens, activates and closes tabs and keeps the tab state in step. The
+// active view is on the stage; all others are parked, alive.
+#include "TabBand.h"
+#include "core/MainState.h"
+#include "core/TabPositions.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/SkinLoader.h"
 
 #include <QObject>
 #include <map>
-#include <optional>
-
-namespace platform {
-class Band;
-class CommandBar;
-class Tool;
-} // namespace platform
 
 class TabStrip : public QObject
 {
@@ -26,9 +19,6 @@ public:
              platform::ViewStage& stage);
     ~TabStrip() override;
 
-    // What the tab band of a skin lacks for the strip to work.
-    static std::optional<platform::SkinError> skinProblem(const platform::CommandBar& bar);
-
     // View 0: never a tab, never shown.
     void createCatchView();
     // Start-up: view 1 as the one active tab "New".
@@ -36,8 +26,13 @@ public:
 
     platform::BrowserView* view(int index) const;
     platform::BrowserView* currentView() const { return view(state_.currentTab); }
+    // The view of every tab, in strip order.
+    std::vector<platform::BrowserView*> tabViews() const;
+    const TabBand& band() const { return band_; }
+    TabBand& band() { return band_; }
+    const TabPositions& positions() const { return positions_; }
+    TabPositions& positions() { return positions_; }
 
-    void addTabTool(const QString& caption, int index, bool withIcon);
     // Returns the new view index, or 0 when no more views can be numbered.
     int newTab(const QString& address, bool activate);
     void activateTab(int index);
@@ -47,8 +42,6 @@ public:
     void closeOtherTabs(int index);
     // A page asked to close its own window.
     void pageClosing(int index, bool isChildWindow);
-    // The command bar reports the tool under the pointer.
-    void reportTool(platform::Tool* tool);
     void refreshActiveTab();
     // A page asked for a new window: it opens in a new tab, in the background
     // when the page asked for that. Refused while the program shuts down.
@@ -65,17 +58,15 @@ signals:
     void pageClosed(const QString& shortTitle, const QString& address);
 
 private:
-    platform::Band& band() const;
-    platform::Tool* tabTool(int index) const;
-    void setTabChecked(int index, bool checked);
-    int lastPosition() const { return int(state_.tabView.size()) - 1; }
-    void shiftLeftFrom(int position);
-    void removeTabTool(int index);
     void retire(int index);
+    // Retires a tab and drops its tool, with no choice of a tab to show.
+    void drop(int index);
 
     MainState& state_;
     platform::CommandBar& bar_;
     platform::BrowserViewFactory& factory_;
     platform::ViewStage& stage_;
     std::map<int, platform::BrowserView*> views_;
+    TabBand band_;
+    TabPositions positions_;
 };

@@ -1,9 +1,10 @@
 #include "ViewEvents.h"
 #include "ActiveTabDisplay.h"
+#include "ActiveTabSignals.h"
 #include "Ellipsis.h"
 #include "LoadingPictures.h"
 #include "TabStrip.h"
-#include "app/Keys.h"
+#include "core/Keys.h"
 #include "platform/Clock.h"
 #include "platform/commandbar/CommandBar.h"
 
@@ -13,12 +14,6 @@ using platform::BrowserView;
 
 namespace {
 
-int positionOf(const BrowserView& view, const MainState& state)
-{
-    const int position = view.tag().toInt();
-    return position >= 1 && size_t(position) < state.tabView.size() ? position : 0;
-}
-
 QString shownAddress(const BrowserView& view)
 {
     return view.locationUrl().replace(QLatin1String("%20"), QLatin1String(" "));
@@ -27,9 +22,19 @@ QString shownAddress(const BrowserView& view)
 } // namespace
 
 ViewEvents::ViewEvents(MainState& state, platform::CommandBar& bar, TabStrip& tabs,
-                       ActiveTabDisplay& display, const platform::Clock& clock)
+                       ActiveTabDisplay& display, const platform::Clock& clock,
+                       ActiveTabSignals& active)
     : state_(state), bar_(bar), tabs_(tabs), display_(display), clock_(clock)
 {
+    connect(&active, &ActiveTabSignals::statusTextChanged, this, &ViewEvents::activeStatusText);
+    connect(&active, &ActiveTabSignals::progressChanged, this,
+            [this](BrowserView* view) { display_.setProgress(percentOf(view->index())); });
+    connect(&active, &ActiveTabSignals::titleChanged, this, &ViewEvents::activeTitle);
+    connect(&active, &ActiveTabSignals::fullScreenRequested, this, [this](BrowserView*, bool on) {
+        // Pages may always leave full screen; entering it is the window's toggle.
+        if (on)
+            emit fullScreenWanted();
+    });
 }
 
 int ViewEvents::loadingPercent(int progress, int maximum)
@@ -41,19 +46,16 @@ int ViewEvents::loadingPercent(int progress, int maximum)
 
 void ViewEvents::watch(BrowserView* view)
 {
-    const int index = view->index();
-    if (index == 0)
+    if (view->index() == 0)
         return; // the catch view is never a tab
-    connect(view, &BrowserView::statusTextChanged, this,
-            [this, index](const QString& text) { statusTextChange(index, text); });
     connect(view, &BrowserView::progressChanged, this,
-            [this, index](int progress, int maximum) { progressChange(index, progress, maximum); });
-    connect(view, &BrowserView::commandStateChanged, this, [this, index](int command, bool enable) {
-        commandStateChange(index, command, enable);
-    });
+            [this, view](int progress, int maximum) { progressChange(view, progress, maximum); });
+    connect(view, &BrowserView::commandStateChanged, this,
+            [this, view](int command, bool enable) { commandStateChange(view, command, enable); });
     connect(view, &BrowserView::titleChanged, this,
-            [this, index](const QString& title) { titleChange(index, title); });
+            [this, view](const QString& title) { titleChange(view, title); });
     connect(view, &BrowserView::pageClicked, this, &ViewEvents::documentClick);
+    const int index = view->index();
     connect(view, &QObject::destroyed, this, [this, index] { percent_.erase(index); });
 }
 
@@ -63,43 +65,32 @@ bool ViewEvents::fullScreen() const
     return tool && tool->checked();
 }
 
-void ViewEvents::statusTextChange(int index, const QString& text)
+void ViewEvents::activeStatusText(BrowserView* view, const QString& text)
 {
-    if (index != state_.currentTab)
-        return;
     display_.setStatusText(text);
     // A page that changes while it loads is hooked again.
-    BrowserView* view = tabs_.view(index);
-    if (view && !view->locationUrl().isEmpty() && view->readyState() != BrowserView::Uninitialized)
+    if (!view->locationUrl().isEmpty() && view->readyState() != BrowserView::Uninitialized)
         hookDocument(view);
 }
 
-void ViewEvents::progressChange(int index, int progress, int maximum)
+void ViewEvents::progressChange(BrowserView* view, int progress, int maximum)
 {
     const int percent = loadingPercent(progress, maximum);
-    percent_[index] = percent;
-    if (index == state_.currentTab)
-        display_.setProgress(percent);
-    const BrowserView* view = tabs_.view(index);
-    const int position = view ? positionOf(*view, state_) : 0;
+    percent_[view->index()] = percent;
+    const int position = tabs_.positions().positionOf(*view);
     const int band = loadingBand(percent);
     if (position == 0 || band == 0)
         return;
-    const QString toolKey = key::tabPrefix + QString::number(state_.tabView[size_t(position)]);
-    if (platform::Tool* tool = bar_.tool(key::tabsBar, toolKey))
-        tool->setPicture(loadingPicture(band, bar_.pagePicture()));
+    tabs_.band().setPicture(tabs_.positions().viewAt(position),
+                            loadingPicture(band, bar_.pagePicture()));
 }
 
-void ViewEvents::commandStateChange(int index, int command, bool enable)
+void ViewEvents::commandStateChange(BrowserView* view, int command, bool enable)
 {
-    const BrowserView* view = tabs_.view(index);
-    const int position = view ? positionOf(*view, state_) : 0;
+    const int position = tabs_.positions().positionOf(*view);
     if (position == 0)
         return;
-    if (command == BrowserView::CommandForward)
-        state_.canGoForward[size_t(position)] = enable;
-    else if (command == BrowserView::CommandBack)
-        state_.canGoBack[size_t(position)] = enable;
+    tabs_.positions().setCanGo(position, command, enable);
     refreshNavButtons();
 }
 
@@ -108,7 +99,7 @@ void ViewEvents::refreshNavButtons()
     if (state_.shuttingDown)
         return;
     const BrowserView* view = tabs_.currentView();
-    const int position = view ? positionOf(*view, state_) : 0;
+    const int position = view ? tabs_.positions().positionOf(*view) : 0;
     if (position == 0)
         return;
     if (platform::Tool* forward = bar_.tool(key::mainBar, key::forward))
@@ -119,30 +110,26 @@ void ViewEvents::refreshNavButtons()
 
 void ViewEvents::setTabCaption(int index, const QString& title)
 {
-    const QString caption = ellipsis(title, tabCaptionWidth);
-    platform::Tool* tool = bar_.tool(key::tabsBar, key::tabPrefix + QString::number(index));
-    if (tool && tool->caption() != caption) {
-        tool->setCaption(caption);
-        bar_.recalcLayout();
-    }
+    tabs_.band().setCaption(index, ellipsis(title, tabCaptionWidth));
 }
 
-void ViewEvents::titleChange(int index, const QString& text)
+void ViewEvents::titleChange(BrowserView* view, const QString& text)
 {
     if (text.isEmpty())
         return;
-    setTabCaption(index, text);
-    BrowserView* view = tabs_.view(index);
-    if (!view)
-        return;
-    if (index == state_.currentTab) {
-        if (!fullScreen())
-            display_.setCaption(text + QStringLiteral(" - ") + state_.baseTitle);
-        if (const QString address = shownAddress(*view); display_.addressText() != address)
-            display_.setAddressText(address);
-        view->focusPage();
-    }
+    setTabCaption(view->index(), text);
     hookDocument(view);
+}
+
+void ViewEvents::activeTitle(BrowserView* view, const QString& text)
+{
+    if (text.isEmpty())
+        return;
+    if (!fullScreen())
+        display_.setCaption(text + QStringLiteral(" - ") + state_.baseTitle);
+    if (const QString address = shownAddress(*view); display_.addressText() != address)
+        display_.setAddressText(address);
+    view->focusPage();
 }
 
 void ViewEvents::documentClick(const platform::PageClick& click)

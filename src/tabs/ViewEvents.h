@@ -4,7 +4,7 @@
 // text, progress, back and forward buttons. Background tabs change only their
 // own state. hookDocument() is the one place later subsystems attach their
 // document handlers: they listen to documentHooked.
-#include "app/MainState.h"
+#include "core/MainState.h"
 #include "platform/browser/PageClick.h"
 
 #include <QObject>
@@ -16,6 +16,7 @@ class Clock;
 class CommandBar;
 } // namespace platform
 class ActiveTabDisplay;
+class ActiveTabSignals;
 class TabStrip;
 
 class ViewEvents : public QObject
@@ -23,20 +24,17 @@ class ViewEvents : public QObject
     Q_OBJECT
 public:
     ViewEvents(MainState& state, platform::CommandBar& bar, TabStrip& tabs,
-               ActiveTabDisplay& display, const platform::Clock& clock);
+               ActiveTabDisplay& display, const platform::Clock& clock, ActiveTabSignals& active);
 
     static constexpr int tabCaptionWidth = 14;
     // Percent of progress against maximum, halves rounded to even; when
     // loading has ended (progress not below maximum) 100, or 0 for 0.
     static int loadingPercent(int progress, int maximum);
 
-    // Connects the view's events to the handlers below.
+    // Follows the view's events; call before the active-tab signals watch it,
+    // so the tab's own state is up to date when the window shows it.
     void watch(platform::BrowserView* view);
 
-    void statusTextChange(int index, const QString& text);
-    void progressChange(int index, int progress, int maximum);
-    void commandStateChange(int index, int command, bool enable);
-    void titleChange(int index, const QString& text);
     void refreshNavButtons();
     // A click the user made (not a script) in the view's page.
     void documentClick(const platform::PageClick& click);
@@ -54,8 +52,15 @@ signals:
     void documentHooked(platform::BrowserView* view);
     // The document hooked before is no longer the program's concern.
     void documentDropped();
+    // The active tab's page asked for full screen.
+    void fullScreenWanted();
 
 private:
+    void progressChange(platform::BrowserView* view, int progress, int maximum);
+    void commandStateChange(platform::BrowserView* view, int command, bool enable);
+    void titleChange(platform::BrowserView* view, const QString& text);
+    void activeStatusText(platform::BrowserView* view, const QString& text);
+    void activeTitle(platform::BrowserView* view, const QString& text);
     bool fullScreen() const;
     void setTabCaption(int index, const QString& title);
 

@@ -5,7 +5,7 @@
 #include "app/ProgressDisplay.h"
 #include "history/AddressCompleter.h"
 #include "platform/UserRegistry.h"
-#include "platform/browser/PageNotice.h"
+#include "platform/engine/PageNotice.h"
 #include "support/EngineApp.h"
 #include "support/Files.h"
 #include "support/LocalHttpServer.h"
@@ -55,8 +55,8 @@ void clickPage(WebEngineBrowserView* view, QPoint point)
 
 void typeAddress(MainWindow& w, const QString& address, Qt::KeyboardModifiers modifiers = {})
 {
-    w.addressBox()->setEditText(address);
-    QTest::keyClick(w.addressBox(), Qt::Key_Return, modifiers);
+    w.parts().addressBox->setEditText(address);
+    QTest::keyClick(w.parts().addressBox, Qt::Key_Return, modifiers);
 }
 
 } // namespace
@@ -96,82 +96,86 @@ private slots:
         EngineApp app;
         QVERIFY(app.window->start(server.url("/one.html")));
         MainWindow& w = *app.window;
-        Tool* back = w.bar().tool(key::mainBar, key::back);
-        Tool* forward = w.bar().tool(key::mainBar, key::forward);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
-        QCOMPARE(w.bar().tool(key::tabsBar, "tabs-1")->caption(), QStringLiteral("Page One"));
+        Tool* back = w.parts().bar.tool(key::mainBar, key::back);
+        Tool* forward = w.parts().bar.tool(key::mainBar, key::forward);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page One"), 20000);
+        QCOMPARE(w.parts().bar.tool(key::tabsBar, "tabs-1")->caption(), QStringLiteral("Page One"));
         QCOMPARE(w.windowTitle(),
                  "Page One - QUB-BROWSER " + QCoreApplication::applicationVersion());
-        QCOMPARE(w.addressBox()->currentText(), server.url("/one.html"));
-        QTRY_COMPARE(w.statusText()->text(), QStringLiteral("Done"));
-        QCOMPARE(w.progressDisplay()->percent(), 100);
+        QCOMPARE(w.parts().addressBox->currentText(), server.url("/one.html"));
+        QTRY_COMPARE(w.parts().statusText->text(), QStringLiteral("Done"));
+        QCOMPARE(w.parts().progressDisplay->percent(), 100);
         QVERIFY(!back->enabled());
 
         // Enter sends the box's text to this tab; the box recorded it.
         typeAddress(w, "  " + server.url("/two.html"));
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page Two"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page Two"), 20000);
         QTRY_VERIFY(back->enabled());
         QCOMPARE(UserRegistry().readValue(typedUrlsKey, "url1"), server.url("/two.html"));
 
         // Ctrl+Enter opens a new tab, whose buttons are its own.
         typeAddress(w, server.url("/long.html"), Qt::ControlModifier);
-        QCOMPARE(w.state().currentTab, 2);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(2), "Salt & pepper, thirty chars"), 20000);
-        QCOMPARE(w.bar().tool(key::tabsBar, "tabs-2")->caption(), QStringLiteral("Salt & pe ..."));
+        QCOMPARE(w.parts().state.currentTab, 2);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(2), "Salt & pepper, thirty chars"),
+                                 20000);
+        QCOMPARE(w.parts().bar.tool(key::tabsBar, "tabs-2")->caption(),
+                 QStringLiteral("Salt & pe ..."));
         // The button shows the caption as it is: no mnemonic, dots kept.
         QCOMPARE(app.tabButton(2)->text(), QStringLiteral("Salt && pe ..."));
         QVERIFY(!back->enabled());
         // The background tab going back changes nothing shown until it is active.
-        w.tabs().view(1)->goBack();
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
-        QTRY_VERIFY(w.state().canGoForward[1]);
+        w.parts().tabs.view(1)->goBack();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page One"), 20000);
+        QTRY_VERIFY(w.parts().state.canGoForward[1]);
         QVERIFY(!forward->enabled());
         QCOMPARE(w.windowTitle(), "Salt & pepper, thirty chars - QUB-BROWSER " +
                                       QCoreApplication::applicationVersion());
-        w.bar().reportClick(w.bar().tool(key::tabsBar, "tabs-1"));
+        w.parts().bar.reportClick(w.parts().bar.tool(key::tabsBar, "tabs-1"));
         QVERIFY(forward->enabled());
         QVERIFY(!back->enabled());
         QCOMPARE(w.windowTitle(), QStringLiteral("Page One - QUB-BROWSER"));
-        QCOMPARE(w.addressBox()->currentText(), server.url("/one.html"));
-        w.bar().reportClick(forward);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page Two"), 20000);
+        QCOMPARE(w.parts().addressBox->currentText(), server.url("/one.html"));
+        w.parts().bar.reportClick(forward);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page Two"), 20000);
         QTRY_VERIFY(back->enabled() && !forward->enabled());
 
         // A suggestion chosen while typing is sent once, to this tab.
-        QSignalSpy sent(&w.addressBar(), &AddressBar::addressSent);
-        w.addressBox()->setFocus();
-        w.addressBox()->setEditText(QString());
-        QTest::keyClicks(w.addressBox(), "long");
-        QAbstractItemView* suggestions = w.addressCompleter()->popup();
+        QSignalSpy sent(&w.parts().addressBar, &AddressBar::addressSent);
+        w.parts().addressBox->setFocus();
+        w.parts().addressBox->setEditText(QString());
+        QTest::keyClicks(w.parts().addressBox, "long");
+        QAbstractItemView* suggestions = w.parts().addressCompleter.popup();
         QTRY_VERIFY(suggestions->isVisible());
         suggestions->setCurrentIndex(suggestions->model()->index(0, 0));
         QTest::keyClick(suggestions, Qt::Key_Return);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Salt & pepper, thirty chars"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Salt & pepper, thirty chars"),
+                                 20000);
         QCOMPARE(sent.count(), 1);
         QCOMPARE(sent[0][0].toString(), server.url("/long.html"));
 
         // Enter with the list open and nothing chosen sends what was typed.
-        w.addressBox()->setEditText(QString());
-        QTest::keyClicks(w.addressBox(), server.url("/two.html"));
+        w.parts().addressBox->setEditText(QString());
+        QTest::keyClicks(w.parts().addressBox, server.url("/two.html"));
         QTRY_VERIFY(suggestions->isVisible());
         QTest::keyClick(suggestions, Qt::Key_Return);
         QVERIFY(!suggestions->isVisible());
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page Two"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page Two"), 20000);
         QCOMPARE(sent.count(), 2);
         QCOMPARE(sent[1][0].toString(), server.url("/two.html"));
         // Ctrl+Enter on a chosen suggestion opens it in a new tab.
-        w.addressBox()->setEditText(QString());
-        QTest::keyClicks(w.addressBox(), "long");
+        w.parts().addressBox->setEditText(QString());
+        QTest::keyClicks(w.parts().addressBox, "long");
         QTRY_VERIFY(suggestions->isVisible());
         suggestions->setCurrentIndex(suggestions->model()->index(0, 0));
         QTest::keyClick(suggestions, Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(w.state().currentTab, 3);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(3), "Salt & pepper, thirty chars"), 20000);
+        QCOMPARE(w.parts().state.currentTab, 3);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(3), "Salt & pepper, thirty chars"),
+                                 20000);
         QCOMPARE(sent.count(), 3);
 
         // A missing page is the server's own page, not a failure to open one.
-        QSignalSpy status(w.tabs().view(3), &BrowserView::statusTextChanged);
-        w.tabs().view(3)->navigate(server.url("/missing.html"));
+        QSignalSpy status(w.parts().tabs.view(3), &BrowserView::statusTextChanged);
+        w.parts().tabs.view(3)->navigate(server.url("/missing.html"));
         QTRY_VERIFY_WITH_TIMEOUT(
             !status.isEmpty() && !status.last()[0].toString().startsWith("Opening"), 20000);
         QCOMPARE(status.last()[0].toString(), QStringLiteral("Done"));
@@ -182,9 +186,9 @@ private slots:
         EngineApp app;
         QVERIFY(app.window->start(server.url("/opener.html")));
         MainWindow& w = *app.window;
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Opener"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Opener"), 20000);
         QStringList events;
-        BrowserView* opener = w.tabs().view(1);
+        BrowserView* opener = w.parts().tabs.view(1);
         connect(opener, &BrowserView::pageMouseDown, this,
                 [&](const PageClick& c) { events << "mousedown " + c.tag; });
         connect(opener, &BrowserView::pageClicked, this, [&](const PageClick& c) {
@@ -196,14 +200,14 @@ private slots:
         clickPage(app.engineView(1), QPoint(50, 50));
         QTRY_COMPARE_WITH_TIMEOUT(events.size(), 3, 20000);
         QCOMPARE(events, (QStringList{"mousedown BUTTON", "click BUTTON 1", "window /child.html"}));
-        QCOMPARE(w.state().lastClickTime, 40000);
+        QCOMPARE(w.parts().state.lastClickTime, 40000);
 
         // The page's window is a tab, and closing itself closes the tab.
         QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
-        QCOMPARE(w.state().currentTab, 2);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(2), "Child"), 20000);
+        QCOMPARE(w.parts().state.currentTab, 2);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(2), "Child"), 20000);
         QTRY_COMPARE_WITH_TIMEOUT(app.tabKeys(), QStringList{"tabs-1"}, 20000);
-        QCOMPARE(w.state().currentTab, 1);
+        QCOMPARE(w.parts().state.currentTab, 1);
 
         // A click inside a frame reaches the program too, and follows its link.
         QSignalSpy clicks(opener, &BrowserView::pageClicked);
@@ -222,7 +226,7 @@ private slots:
         EngineApp app;
         QVERIFY(app.window->start(server.url("/one.html")));
         MainWindow& w = *app.window;
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page One"), 20000);
         WebEngineBrowserView* view = app.engineView(1);
         const qint64 pid = view->engineView()->page()->renderProcessPid();
         QVERIFY(pid > 0);
@@ -231,7 +235,7 @@ private slots:
         QCOMPARE(view->notice()->heading(), QStringLiteral("This page stopped working"));
         QVERIFY(w.isVisible());
         const int before = server.requests("/one.html");
-        w.bar().reportClick(w.bar().tool(key::mainBar, key::refresh));
+        w.parts().bar.reportClick(w.parts().bar.tool(key::mainBar, key::refresh));
         QVERIFY(!view->notice());
         QTRY_COMPARE_WITH_TIMEOUT(server.requests("/one.html"), before + 1, 20000);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Page One"), 20000);
@@ -247,7 +251,7 @@ private slots:
         const QString chosen = target.filePath("chosen.bin");
         app.dialogs.savePaths = {chosen};
         QSignalSpy finished(&app.factory.downloads(), &DownloadManager::finished);
-        w.tabs().view(1)->navigate(server.url("/file.bin"));
+        w.parts().tabs.view(1)->navigate(server.url("/file.bin"));
         QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 1, 20000);
         QCOMPARE(finished[0], (QVariantList{chosen, true}));
         QCOMPARE(readFile(chosen), QByteArray("0123456789"));
@@ -256,7 +260,7 @@ private slots:
         QTRY_VERIFY(list->findChild<QPushButton*>()->text() == QStringLiteral("Open Folder"));
 
         // Cancelled: nothing anywhere near where it was offered.
-        w.tabs().view(1)->navigate(server.url("/again.bin"));
+        w.parts().tabs.view(1)->navigate(server.url("/again.bin"));
         QTRY_COMPARE_WITH_TIMEOUT(app.dialogs.asked.size(), 2, 20000);
         const QFileInfo offered(app.dialogs.asked[1]);
         QCOMPARE(offered.fileName(), QStringLiteral("file.bin"));
@@ -267,20 +271,20 @@ private slots:
         QCOMPARE(QDir(target.path()).entryList(QDir::Files), QStringList{"chosen.bin"});
 
         // Sign-in: cancelled first, then answered.
-        w.tabs().view(1)->navigate(server.url("/private.html"));
+        w.parts().tabs.view(1)->navigate(server.url("/private.html"));
         QTRY_COMPARE_WITH_TIMEOUT(app.dialogs.asked.size(), 3, 20000);
         QVERIFY(app.dialogs.asked[2].contains("127.0.0.1"));
-        QVERIFY(w.tabs().view(1)->title() != QStringLiteral("Signed in"));
+        QVERIFY(w.parts().tabs.view(1)->title() != QStringLiteral("Signed in"));
         // A tab closed while its page waits for a sign-in goes once it is answered.
-        app.dialogs.whileAsking = [&] { w.tabs().closeTab(2); };
-        w.tabs().newTab(server.url("/private.html"), true);
-        QPointer<BrowserView> closed = w.tabs().view(2);
+        app.dialogs.whileAsking = [&] { w.parts().tabs.closeTab(2); };
+        w.parts().tabs.newTab(server.url("/private.html"), true);
+        QPointer<BrowserView> closed = w.parts().tabs.view(2);
         QTRY_VERIFY_WITH_TIMEOUT(!app.dialogs.whileAsking, 20000);
         QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
         QTRY_VERIFY(!closed);
         app.dialogs.logins = {{"ann", "secret"}};
-        w.tabs().view(1)->refresh();
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Signed in"), 20000);
+        w.parts().tabs.view(1)->refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Signed in"), 20000);
     }
 
     void untrustedCertificatesAskBeforeThePageShows()
@@ -329,10 +333,10 @@ private slots:
     {
         EngineApp app;
         QVERIFY(app.window->start(server.url("/one.html")));
-        app.window->tabs().newTab({}, true);
-        app.window->tabs().newTab(server.url("/two.html"), true);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.window->tabs().view(3), "Page Two"), 20000);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.window->tabs().view(1), "Page One"), 20000);
+        app.window->parts().tabs.newTab({}, true);
+        app.window->parts().tabs.newTab(server.url("/two.html"), true);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.window->parts().tabs.view(3), "Page Two"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.window->parts().tabs.view(1), "Page One"), 20000);
         app.dialogs.answers = {Dialogs::Answer::Ok};
         app.window->quit();
         QVERIFY(!app.window->isVisible());
@@ -343,9 +347,9 @@ private slots:
         QVERIFY(app.window->start({}));
         MainWindow& w = *app.window;
         QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
-        QCOMPARE(w.state().currentTab, 2);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(1), "Page One"), 20000);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.tabs().view(2), "Page Two"), 20000);
+        QCOMPARE(w.parts().state.currentTab, 2);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page One"), 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(2), "Page Two"), 20000);
         QVERIFY(!QFile::exists(app.appDir + "LastPages.ini"));
     }
 };

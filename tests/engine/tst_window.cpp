@@ -1,10 +1,10 @@
 // The real main window on the real engine: start-up from the shipped skin,
 // tabs of real views, real clicks on the tab band, and the exit.
 #include "app/AddressToolWidth.h"
-#include "app/Keys.h"
 #include "app/MainWindow.h"
-#include "platform/browser/WebEngineBrowserView.h"
+#include "core/Keys.h"
 #include "platform/commandbar/CommandBarWidgets.h"
+#include "platform/engine/WebEngineBrowserView.h"
 #include "support/EngineApp.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
@@ -55,18 +55,19 @@ private slots:
         QCOMPARE(w.windowTitle(),
                  QStringLiteral("QUB-BROWSER ") + QCoreApplication::applicationVersion());
         QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
-        QTRY_COMPARE_WITH_TIMEOUT(w.tabs().view(1)->title(), QStringLiteral("Page One"), 20000);
-        QCOMPARE(w.tabs().view(1)->locationUrl(), server.url("/one.html"));
-        QCOMPARE(w.tabs().view(1)->widget()->parentWidget()->objectName(),
+        QTRY_COMPARE_WITH_TIMEOUT(w.parts().tabs.view(1)->title(), QStringLiteral("Page One"),
+                                  20000);
+        QCOMPARE(w.parts().tabs.view(1)->locationUrl(), server.url("/one.html"));
+        QCOMPARE(w.parts().tabs.view(1)->widget()->parentWidget()->objectName(),
                  QStringLiteral("pic_WB"));
-        QVERIFY(w.tabs().view(0)->widget()->isHidden());
-        QCOMPARE(w.addressBox()->itemText(0), QStringLiteral("About:Blank"));
+        QVERIFY(w.parts().tabs.view(0)->widget()->isHidden());
+        QCOMPARE(w.parts().addressBox->itemText(0), QStringLiteral("About:Blank"));
         QVERIFY(w.menuBar()->actions().size() >= 6);
 
-        w.tabs().newTab(server.url("/two.html"), true);
-        QCOMPARE(w.tabs().currentView()->widget()->parentWidget()->objectName(),
+        w.parts().tabs.newTab(server.url("/two.html"), true);
+        QCOMPARE(w.parts().tabs.currentView()->widget()->parentWidget()->objectName(),
                  QStringLiteral("pic_WB"));
-        QCOMPARE(w.tabs().view(1)->widget()->parentWidget()->objectName(),
+        QCOMPARE(w.parts().tabs.view(1)->widget()->parentWidget()->objectName(),
                  QStringLiteral("HideFrame"));
     }
 
@@ -75,15 +76,15 @@ private slots:
         App app;
         QVERIFY(app.window->start({}));
         MainWindow& w = *app.window;
-        QCOMPARE(w.tabs().view(1)->readyState(), BrowserView::Uninitialized);
-        QCOMPARE(w.tabs().view(1)->locationUrl(), QString());
+        QCOMPARE(w.parts().tabs.view(1)->readyState(), BrowserView::Uninitialized);
+        QCOMPARE(w.parts().tabs.view(1)->locationUrl(), QString());
         // A silent view shows no script dialog: the page runs straight on.
-        w.bar().tool(key::toolsMenu, key::silent)->setChecked(true);
-        const int silent = w.tabs().newTab(server.url("/alert.html"), false);
-        QTRY_COMPARE_WITH_TIMEOUT(w.tabs().view(silent)->title(), QStringLiteral("after alert"),
-                                  20000);
-        QTRY_COMPARE(w.tabs().view(silent)->readyState(), BrowserView::Complete);
-        QCOMPARE(w.state().currentTab, 1);
+        w.parts().bar.tool(key::toolsMenu, key::silent)->setChecked(true);
+        const int silent = w.parts().tabs.newTab(server.url("/alert.html"), false);
+        QTRY_COMPARE_WITH_TIMEOUT(w.parts().tabs.view(silent)->title(),
+                                  QStringLiteral("after alert"), 20000);
+        QTRY_COMPARE(w.parts().tabs.view(silent)->readyState(), BrowserView::Complete);
+        QCOMPARE(w.parts().state.currentTab, 1);
     }
 
     void tabButtonsAnswerRealClicks()
@@ -95,10 +96,10 @@ private slots:
         QVERIFY(first && first->isVisible());
         app.clock.now = 43210.5;
         QTest::mouseClick(first, Qt::LeftButton, {}, QPoint(4, 6));
-        QCOMPARE(w.state().currentTab, 1);
+        QCOMPARE(w.parts().state.currentTab, 1);
         // The click hook saw the press.
-        QCOMPARE(w.clickHook().lastPressTime(), 43210.5);
-        QCOMPARE(w.clickHook().lastPressPoint(), first->mapToGlobal(QPoint(4, 6)));
+        QCOMPARE(w.parts().clickHook.lastPressTime(), 43210.5);
+        QCOMPARE(w.parts().clickHook.lastPressPoint(), first->mapToGlobal(QPoint(4, 6)));
         QVERIFY(first->isChecked());
         QVERIFY(!app.tabButton(3)->isChecked());
         QTest::mouseClick(app.tabButton(3), Qt::MiddleButton);
@@ -115,13 +116,14 @@ private slots:
         // Right-click tab 1 while tab 3 shows, then choose Close Tab in its menu.
         QToolButton* first = app.tabButton(1);
         QTest::mouseMove(first);
-        QTRY_COMPARE(w.state().targetTab, 1);
+        QTRY_COMPARE(w.parts().state.targetTab, 1);
         QContextMenuEvent rightClick(QContextMenuEvent::Mouse, QPoint(5, 5),
                                      first->mapToGlobal(QPoint(5, 5)));
         QApplication::sendEvent(first, &rightClick);
-        QMenu* menu = w.barWidgets()->menu(key::tabMenu);
+        QMenu* menu = w.parts().barWidgets->menu(key::tabMenu);
         QTRY_VERIFY(menu->isVisible());
-        QAction* close = w.barWidgets()->action(w.bar().tool(key::tabMenu, key::closeTab));
+        QAction* close =
+            w.parts().barWidgets->action(w.parts().bar.tool(key::tabMenu, key::closeTab));
         const QPoint item = menu->actionGeometry(close).center();
         QTest::mouseMove(menu, item);
         QTRY_COMPARE(menu->activeAction(), close);
@@ -129,31 +131,32 @@ private slots:
         QTRY_COMPARE(app.tabKeys(), (QStringList{"tabs-2", "tabs-3"}));
 
         // Leaving the tabs disarms the tab menu.
-        QTest::mouseMove(w.addressBox());
-        QTRY_VERIFY(!w.state().tabMenuArmed);
+        QTest::mouseMove(w.parts().addressBox);
+        QTRY_VERIFY(!w.parts().state.tabMenuArmed);
 
         // Shortcuts work with their band hidden; a control's shortcut focuses it.
-        w.bar().band(key::mainBar)->setVisible(false);
+        w.parts().bar.band(key::mainBar)->setVisible(false);
         w.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&w));
-        QSignalSpy clicks(&w.bar(), &CommandBar::toolClicked);
+        QSignalSpy clicks(&w.parts().bar, &CommandBar::toolClicked);
         QTest::keyClick(&w, Qt::Key_Left, Qt::AltModifier);
         QCOMPARE(clicks.count(), 0); // Back is disabled on a blank tab
-        w.bar().tool(key::mainBar, "b_back")->setEnabled(true);
+        w.parts().bar.tool(key::mainBar, "b_back")->setEnabled(true);
         QTest::keyClick(&w, Qt::Key_Left, Qt::AltModifier);
         QCOMPARE(clicks.count(), 1);
         QCOMPARE(clicks[0][0].value<Tool*>()->key(), QStringLiteral("b_back"));
-        w.addressBox()->setFocus();
-        w.addressBox()->setEditText("typed over");
+        w.parts().addressBox->setFocus();
+        w.parts().addressBox->setEditText("typed over");
         QTest::keyClick(&w, Qt::Key_L, Qt::ControlModifier);
-        QTRY_VERIFY(w.addressBox()->hasFocus());
-        QCOMPARE(w.addressBox()->lineEdit()->selectedText(), QStringLiteral("typed over"));
+        QTRY_VERIFY(w.parts().addressBox->hasFocus());
+        QCOMPARE(w.parts().addressBox->lineEdit()->selectedText(), QStringLiteral("typed over"));
 
         // With the main toolbar gone the address box has its own line to fill.
-        Tool* address = w.bar().tool(key::addressBar, key::addressTool);
-        const int ownLine = addressToolWidth(false, w.barWidgets()->pixelsToTwips(w.width()),
-                                             w.bar().leftTwips(*w.bar().band(key::addressBar)));
-        w.bar().recalcLayout();
+        Tool* address = w.parts().bar.tool(key::addressBar, key::addressTool);
+        const int ownLine =
+            addressToolWidth(false, w.parts().barWidgets->pixelsToTwips(w.width()),
+                             w.parts().bar.leftTwips(*w.parts().bar.band(key::addressBar)));
+        w.parts().bar.recalcLayout();
         QTRY_COMPARE(address->width(), ownLine);
     }
 
@@ -164,7 +167,7 @@ private slots:
         writeFile(app.appDir + "Browser.ini", before);
         QVERIFY(app.window->start(server.url("/one.html")));
         MainWindow& w = *app.window;
-        w.bar().tool(key::toolsMenu, key::stopPopups)->setChecked(true);
+        w.parts().bar.tool(key::toolsMenu, key::stopPopups)->setChecked(true);
 
         app.dialogs.answers = {Dialogs::Answer::Cancel};
         QVERIFY(!w.close());
@@ -214,8 +217,8 @@ private slots:
         writeFile(app.appDir + "Browser.ini",
                   QByteArray("\xff\xfe[QUB-BROWSER\n=\n=ADDRESSBAR\0\n[[]]", 30));
         QVERIFY(app.window->start({}));
-        QVERIFY(app.window->bar().band(key::addressBar)->visible());
-        QVERIFY(app.window->bar().tool(key::viewMenu, key::showAddressBar)->checked());
+        QVERIFY(app.window->parts().bar.band(key::addressBar)->visible());
+        QVERIFY(app.window->parts().bar.tool(key::viewMenu, key::showAddressBar)->checked());
     }
 };
 

@@ -1,11 +1,11 @@
 #pragma once
 // The real main window on the real engine in a program folder of its own,
 // with scripted dialogs and a settable clock: the fixture of engine tests.
-#include "app/Keys.h"
 #include "app/MainWindow.h"
-#include "platform/browser/DownloadManager.h"
-#include "platform/browser/WebEngineBrowserView.h"
+#include "core/Keys.h"
 #include "platform/commandbar/CommandBarWidgets.h"
+#include "platform/engine/DownloadManager.h"
+#include "platform/engine/WebEngineBrowserView.h"
 #include "support/Fakes.h"
 
 #include <QCoreApplication>
@@ -45,7 +45,7 @@ struct EngineApp
     }
     platform::WebEngineBrowserView* engineView(int index) const
     {
-        return static_cast<platform::WebEngineBrowserView*>(window->tabs().view(index));
+        return static_cast<platform::WebEngineBrowserView*>(window->parts().tabs.view(index));
     }
     ~EngineApp()
     {
@@ -54,14 +54,14 @@ struct EngineApp
     }
     MainWindow& withThreeBlankTabs()
     {
-        window->tabs().newTab({}, true);
-        window->tabs().newTab({}, true);
+        window->parts().tabs.newTab({}, true);
+        window->parts().tabs.newTab({}, true);
         return *window;
     }
     QStringList tabKeys() const
     {
         QStringList keys;
-        const platform::Band* band = window->bar().band(key::tabsBar);
+        const platform::Band* band = window->parts().bar.band(key::tabsBar);
         for (int i = 0; i < band->count(); ++i)
             keys << band->at(i)->key();
         return keys;
@@ -69,9 +69,10 @@ struct EngineApp
     QToolButton* tabButton(int index) const
     {
         platform::Tool* tool =
-            window->bar().tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index));
+            window->parts().bar.tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index));
         auto* bar = static_cast<QToolBar*>(
-            window->barWidgets()->container(window->bar().band(key::tabsBar)));
-        return qobject_cast<QToolButton*>(bar->widgetForAction(window->barWidgets()->action(tool)));
+            window->parts().barWidgets->container(window->parts().bar.band(key::tabsBar)));
+        return qobject_cast<QToolButton*>(
+            bar->widgetForAction(window->parts().barWidgets->action(tool)));
     }
 };

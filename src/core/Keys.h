@@ -1,6 +1,8 @@
 #pragma once
 // Every band and tool key the program looks up by name, declared once. The
 // shipped skin is checked against lookedUpTools() by a test.
+#include "Commands.h"
+
 #include <QString>
 #include <utility>
 #include <vector>
@@ -25,32 +27,31 @@ inline constexpr const char* pageIconTool = "ctl_ieicon";
 inline constexpr const char* statusTextTool = "ctl_statustext";
 inline constexpr const char* progressTool = "ctl_progress";
 
-inline constexpr const char* tabPrefix = "tabs-";
-
-inline constexpr const char* newTab = "b_newt";
-inline constexpr const char* newTabHome = "b_new2";
-inline constexpr const char* duplicateTab = "b_new3";
-inline constexpr const char* back = "b_back";
-inline constexpr const char* forward = "b_forward";
-inline constexpr const char* stop = "b_stop";
-inline constexpr const char* stopAll = "b_stopall";
-inline constexpr const char* refresh = "b_refresh";
-inline constexpr const char* refreshAll = "b_refreshall";
-inline constexpr const char* home = "b_home";
-inline constexpr const char* go = "b_go";
-inline constexpr const char* closeTab = "b_close";
-inline constexpr const char* closeOthers = "b_closeall1";
-inline constexpr const char* closeAll = "b_closeall2";
-inline constexpr const char* quit = "b_quit";
-inline constexpr const char* showMainBar = "b_toolsbarok";
-inline constexpr const char* showAddressBar = "b_addrok";
-inline constexpr const char* showStatusBar = "b_statusok";
-inline constexpr const char* favIcons = "b_iconon";
-inline constexpr const char* companionBar = "b_opengetbar";
-inline constexpr const char* silent = "b_besilent";
-inline constexpr const char* stopPopups = "b_stoppopup";
-inline constexpr const char* killPopups = "b_killpop";
-inline constexpr const char* fullScreen = "b_fullscreen";
+// Command tools the program finds by key take their key from the command table.
+inline constexpr const char* newTab = cmd::keyOf(cmd::Command::NewTab);
+inline constexpr const char* newTabHome = cmd::keyOf(cmd::Command::NewTabHome);
+inline constexpr const char* duplicateTab = cmd::keyOf(cmd::Command::DuplicateTab);
+inline constexpr const char* back = cmd::keyOf(cmd::Command::Back);
+inline constexpr const char* forward = cmd::keyOf(cmd::Command::Forward);
+inline constexpr const char* stop = cmd::keyOf(cmd::Command::Stop);
+inline constexpr const char* stopAll = cmd::keyOf(cmd::Command::StopAll);
+inline constexpr const char* refresh = cmd::keyOf(cmd::Command::Refresh);
+inline constexpr const char* refreshAll = cmd::keyOf(cmd::Command::RefreshAll);
+inline constexpr const char* home = cmd::keyOf(cmd::Command::Home);
+inline constexpr const char* go = cmd::keyOf(cmd::Command::Go);
+inline constexpr const char* closeTab = cmd::keyOf(cmd::Command::CloseTab);
+inline constexpr const char* closeOthers = cmd::keyOf(cmd::Command::CloseOthers);
+inline constexpr const char* closeAll = cmd::keyOf(cmd::Command::CloseAll);
+inline constexpr const char* quit = cmd::keyOf(cmd::Command::Quit);
+inline constexpr const char* showMainBar = cmd::keyOf(cmd::Command::ShowMainBar);
+inline constexpr const char* showAddressBar = cmd::keyOf(cmd::Command::ShowAddressBar);
+inline constexpr const char* showStatusBar = cmd::keyOf(cmd::Command::ShowStatusBar);
+inline constexpr const char* favIcons = cmd::keyOf(cmd::Command::FavouriteIcons);
+inline constexpr const char* companionBar = cmd::keyOf(cmd::Command::CompanionBar);
+inline constexpr const char* silent = cmd::keyOf(cmd::Command::Silent);
+inline constexpr const char* stopPopups = cmd::keyOf(cmd::Command::StopPopups);
+inline constexpr const char* killPopups = cmd::keyOf(cmd::Command::KillPopups);
+inline constexpr const char* fullScreen = cmd::keyOf(cmd::Command::FullScreen);
 
 // (band, tool) pairs the program finds by key; an empty tool means the band
 // alone.

@@ -3,7 +3,7 @@
 // program's shared profile, plus what the old browser control did by itself:
 // status texts, sign-in prompts, a notice in place of a crashed page or of a
 // page whose certificate is not trusted, and printing for window.print().
-#include "BrowserView.h"
+#include "platform/browser/BrowserView.h"
 
 #include <QPointer>
 #include <QUrl>

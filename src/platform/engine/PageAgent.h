@@ -3,7 +3,7 @@
 // of its own that page scripts cannot see, and pushes mouse-down and click
 // records to the program over a web channel. Subframes hand their records to
 // the top frame, which alone holds the channel. See docs/page-agent.md.
-#include "PageClick.h"
+#include "platform/browser/PageClick.h"
 
 #include <QObject>
 #include <QVariantMap>

@@ -1,0 +1,44 @@
+#pragma once
+// The command bar's events other than tool clicks, routed by band or tool
+// key to the one handler that registered for it: a menu about to drop down,
+// a band reported shown, a tool's secondary action (double or middle click).
+// Events nobody registered for do nothing.
+#include "Commands.h"
+
+#include <QHash>
+#include <QObject>
+#include <functional>
+
+namespace platform {
+class Band;
+class CommandBar;
+class Tool;
+} // namespace platform
+
+class BarEventRouter : public QObject
+{
+    Q_OBJECT
+public:
+    using BandHandler = std::function<void(platform::Band&)>;
+    using ToolHandler = std::function<void(platform::Tool&)>;
+
+    explicit BarEventRouter(platform::CommandBar& bar);
+
+    void onDropDown(const QString& bandKey, BandHandler handler);
+    void onBandShown(const QString& bandKey, BandHandler handler);
+    void onSecondaryAction(const QString& toolKey, ToolHandler handler);
+    void onSecondaryAction(cmd::Route route, ToolHandler handler);
+
+    void dropDown(platform::Band* band);
+    void bandShown(platform::Band* band);
+    void secondaryAction(platform::Tool* tool);
+
+private:
+    template <typename Handler>
+    static void add(QHash<QString, Handler>& table, const QString& key, Handler handler);
+
+    QHash<QString, BandHandler> dropDowns_;
+    QHash<QString, BandHandler> shown_;
+    QHash<QString, ToolHandler> secondary_;
+    QHash<QString, ToolHandler> secondaryRoutes_;
+};

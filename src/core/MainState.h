@@ -1,0 +1,26 @@
+#pragma once
+// The main window's shared state, split by owner: each part has one writer
+// and is read by the subsystems the main window wires together. Plain data.
+#include "TabMenuState.h"
+#include "TabState.h"
+
+#include <QIcon>
+#include <QString>
+#include <array>
+
+struct MainState : TabState, TabMenuState
+{
+    // Set at start-up only.
+    QString appDir;
+    std::array<QIcon, 3> tabIcons;
+    // Written by the language file's loader.
+    QString baseTitle;
+
+    // Set by the exit for good, and by the bulk closes of the tab strip while
+    // they run; new windows are refused while it is set.
+    bool shuttingDown = false;
+
+    // Written by the view events: time of day, in whole seconds, of the last
+    // click in a page.
+    int lastClickTime = 0;
+};
