@@ -7,6 +7,7 @@
 #include "platform/browser/BrowserView.h"
 #include "tabs/ActiveTabDisplay.h"
 
+#include <QPointer>
 #include <QStringList>
 #include <QWidget>
 #include <deque>
@@ -17,9 +18,11 @@ class FakeBrowserView : public platform::BrowserView
 {
     Q_OBJECT
 public:
-    explicit FakeBrowserView(int index) : BrowserView(index) {}
+    explicit FakeBrowserView(int index) : BrowserView(index), widget_(new QWidget) {}
+    // The stage may have given the widget to a window that deleted it first.
+    ~FakeBrowserView() override { delete widget_; }
 
-    QWidget* widget() override { return &widget_; }
+    QWidget* widget() override { return widget_; }
     void navigate(const QString& address) override
     {
         address_ = address;
@@ -46,7 +49,7 @@ public:
     int focusCalls = 0;
 
 private:
-    QWidget widget_;
+    QPointer<QWidget> widget_;
     QString address_;
     QString title_;
     ReadyState state_ = Uninitialized;

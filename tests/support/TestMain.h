@@ -9,9 +9,11 @@ namespace testsupport {
 
 inline void failOnUnexpectedWarnings()
 {
-    // The engine's start-up notes say nothing about the program.
+    // The engine's start-up notes, and the offscreen platform's note that it
+    // has no window manager to tell sizes to, say nothing about the program.
     QTest::failOnWarning(
-        QRegularExpression(QStringLiteral("^(?!.*(Sandboxing disabled by user|XDG_RUNTIME_DIR)).*"),
+        QRegularExpression(QStringLiteral("^(?!.*(Sandboxing disabled by user|XDG_RUNTIME_DIR|"
+                                          "does not support propagateSizeHints)).*"),
                            QRegularExpression::DotMatchesEverythingOption));
 }
 

@@ -115,6 +115,43 @@ private slots:
         QCOMPARE(f.tag(3), QStringLiteral("1"));
     }
 
+    void closingTheLastActiveTabLeavesNoPreviousTab()
+    {
+        Fixture f;
+        f.tabs.newTab({}, true);
+        f.tabs.newTab({}, true);
+        f.tabs.activateTab(1);
+        f.tabs.activateTab(3);
+        f.tabs.closeTab(0);
+        // Nothing stands at the closed position any more.
+        QCOMPARE(f.state.currentTab, 1);
+        QCOMPARE(f.state.previousTab, 0);
+        // With no previous tab, closing the first shows the one now first.
+        f.tabs.closeTab(0);
+        QCOMPARE(f.state.currentTab, 2);
+        QCOMPARE(f.toolKeys(), QStringList{"tabs-2"});
+    }
+
+    void tabShownAfterAClose_data()
+    {
+        QTest::addColumn<int>("closed");
+        QTest::addColumn<int>("previous");
+        QTest::addColumn<int>("last");
+        QTest::addColumn<int>("shown");
+        QTest::newRow("previous tab named") << 3 << 1 << 3 << 1;
+        QTest::newRow("no previous: left neighbour") << 3 << 0 << 3 << 2;
+        QTest::newRow("first closed, no previous") << 1 << 0 << 2 << 1;
+        QTest::newRow("previous beyond the end") << 2 << 4 << 2 << 2;
+        QTest::newRow("previous below the start") << 2 << -1 << 2 << 1;
+    }
+    void tabShownAfterAClose()
+    {
+        QFETCH(int, closed);
+        QFETCH(int, previous);
+        QFETCH(int, last);
+        QTEST(positionShownAfterClose(closed, previous, last), "shown");
+    }
+
     void closingTheOnlyTabResetsIt()
     {
         Fixture f;

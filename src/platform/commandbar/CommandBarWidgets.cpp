@@ -312,7 +312,10 @@ void CommandBarWidgets::updateBand(Band* band)
     if (!container)
         return;
     if (auto* menu = qobject_cast<QMenu*>(container)) {
-        menu->setTitle(band->caption());
+        // A drop-down tool's action stands for the menu once it opens it; the
+        // title would overwrite that tool's own (translated) caption.
+        if (!actions_.key(menu->menuAction(), nullptr))
+            menu->setTitle(band->caption());
         return;
     }
     container->setWindowTitle(band->caption());

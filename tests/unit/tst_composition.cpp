@@ -1,0 +1,72 @@
+// The real main window composed on fake views: every tool of the shipped
+// skin clicked, every menu dropped down, every secondary action tried, with
+// no crash and no warning, and the window still a working browser after it.
+#include "app/MainWindow.h"
+#include "core/Keys.h"
+#include "platform/commandbar/CommandBarWidgets.h"
+#include "support/Fakes.h"
+#include "support/TestMain.h"
+
+#include <QAction>
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace platform;
+
+class CompositionTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void everyToolOfTheShippedSkin()
+    {
+        QTemporaryDir dir;
+        const QString appDir = dir.path() + '/';
+        for (const char* name : {"default.tb2", "lng.ini"})
+            QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, appDir + name));
+        ScriptedDialogs dialogs;
+        SettableClock clock;
+        FakeViewFactory factory;
+        MainWindow window(appDir, dialogs, factory, clock);
+        QVERIFY(window.start(QStringLiteral("http://start.test/")));
+        MainWindow::Parts parts = window.parts();
+        parts.tabs.newTab(QStringLiteral("http://second.test/"), true);
+
+        // Snapshots: clicks add and remove tools as they go.
+        std::vector<std::pair<QString, QString>> tools;
+        QStringList bands;
+        for (const auto& band : parts.bar.bands()) {
+            bands << band->key();
+            for (int i = 0; i < band->count(); ++i)
+                tools.emplace_back(band->key(), band->at(i)->key());
+        }
+        // The exit question is answered Cancel every time it comes.
+        dialogs.answers.assign(tools.size(), Dialogs::Answer::Cancel);
+        for (const auto& [band, key] : tools) {
+            Tool* tool = parts.bar.tool(band, key);
+            if (!tool)
+                continue; // a click before took it away
+            if (QAction* action = parts.barWidgets->action(tool); action && action->isEnabled())
+                action->trigger();
+            else
+                parts.bar.reportClick(tool);
+        }
+        for (const QString& band : bands)
+            parts.bar.reportDropDown(parts.bar.band(band));
+        for (const auto& [band, key] : tools)
+            if (Tool* tool = parts.bar.tool(band, key))
+                parts.bar.reportSecondary(tool);
+
+        QCOMPARE(dialogs.asked, QStringList{"Do you want to close QUB-BROWSER and all its tabs?"});
+        QVERIFY(window.isVisible());
+        const int tabs = parts.bar.band(key::tabsBar)->count();
+        QVERIFY(tabs >= 1);
+        parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::newTab));
+        QCOMPARE(parts.bar.band(key::tabsBar)->count(), tabs + 1);
+        QCOMPARE(parts.state.currentTab, parts.state.tabCount);
+    }
+};
+
+QUB_TEST_MAIN(CompositionTest)
+#include "tst_composition.moc"
