@@ -5,7 +5,7 @@
 #include "app/MainWindow.h"
 #include "platform/AppDir.h"
 #include "platform/Dialogs.h"
-#include "platform/engine/WebEngineBrowserView.h"
+#include "platform/engine/WebEngineViewFactory.h"
 
 #include <QApplication>
 

@@ -106,12 +106,21 @@ void TabStrip::activateTab(int index)
     refreshActiveTab();
 }
 
-void TabStrip::openNewWindow(platform::NewWindowRequest& request)
+void TabStrip::openNewWindow(BrowserView& opener, platform::NewWindowRequest& request)
 {
     if (state_.shuttingDown)
         return;
-    if (const int index = newTab({}, !request.inBackground()))
-        request.openIn(*view(index));
+    switch (newWindowPolicy_->decide(opener, request)) {
+    case platform::NewWindowPolicy::Verdict::OpenInNewTab:
+        if (const int index = newTab({}, !request.inBackground()))
+            request.openIn(*view(index));
+        break;
+    case platform::NewWindowPolicy::Verdict::Catch:
+        request.openIn(*view(0));
+        break;
+    case platform::NewWindowPolicy::Verdict::Refuse:
+        break;
+    }
 }
 
 void TabStrip::retire(int index)

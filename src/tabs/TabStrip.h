@@ -7,6 +7,7 @@
 #include "core/MainState.h"
 #include "core/TabPositions.h"
 #include "platform/browser/BrowserView.h"
+#include "platform/browser/ViewPolicies.h"
 
 #include <QObject>
 #include <map>
@@ -43,9 +44,11 @@ public:
     // A page asked to close its own window.
     void pageClosing(int index, bool isChildWindow);
     void refreshActiveTab();
-    // A page asked for a new window: it opens in a new tab, in the background
-    // when the page asked for that. Refused while the program shuts down.
-    void openNewWindow(platform::NewWindowRequest& request);
+    // A page asked for a new window. The new-window policy decides; an allowed
+    // one opens in a new tab, in the background when the page asked for that.
+    // Refused while the program shuts down.
+    void openNewWindow(platform::BrowserView& opener, platform::NewWindowRequest& request);
+    void setNewWindowPolicy(platform::NewWindowPolicy& policy) { newWindowPolicy_ = &policy; }
 
 signals:
     void viewCreated(platform::BrowserView* view);
@@ -69,4 +72,6 @@ private:
     std::map<int, platform::BrowserView*> views_;
     TabBand band_;
     TabPositions positions_;
+    platform::OpenEveryNewWindow openEveryNewWindow_;
+    platform::NewWindowPolicy* newWindowPolicy_ = &openEveryNewWindow_;
 };

@@ -26,7 +26,9 @@ void TabSubsystem::wireView(platform::BrowserView* view)
     QObject::connect(view, &platform::BrowserView::windowClosing, &strip_,
                      [this, index](bool isChild) { strip_.pageClosing(index, isChild); });
     QObject::connect(view, &platform::BrowserView::newWindowRequested, &strip_,
-                     &TabStrip::openNewWindow);
+                     [this, view](platform::NewWindowRequest& request) {
+                         strip_.openNewWindow(*view, request);
+                     });
     events_.watch(view);
     active_.watch(view);
 }

@@ -6,6 +6,7 @@
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/engine/DownloadManager.h"
 #include "platform/engine/WebEngineBrowserView.h"
+#include "platform/engine/WebEngineViewFactory.h"
 #include "support/Fakes.h"
 
 #include <QCoreApplication>

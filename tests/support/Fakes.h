@@ -5,6 +5,8 @@
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
 #include "platform/browser/BrowserView.h"
+#include "platform/browser/ViewPolicies.h"
+#include "support/FakeFacets.h"
 #include "tabs/ActiveTabDisplay.h"
 
 #include <QPointer>
@@ -41,12 +43,24 @@ public:
     bool silent() const override { return silent_; }
     void clearDocument() override { calls << QStringLiteral("clear"); }
     void focusPage() override { ++focusCalls; }
+    platform::ZoomFacet& zoom() override { return zoomFacet; }
+    platform::EditingFacet& editing() override { return editingFacet; }
+    platform::FindFacet& finder() override { return findFacet; }
+    platform::PrintingFacet& printing() override { return printingFacet; }
+    platform::DocumentFacet& document() override { return documentFacet; }
+    platform::SecurityFacet& security() override { return securityFacet; }
 
     void setTitle(const QString& title) { title_ = title; }
     void setReadyState(ReadyState state) { state_ = state; }
 
     QStringList calls;
     int focusCalls = 0;
+    FakeZoom zoomFacet;
+    FakeEditing editingFacet;
+    FakeFind findFacet;
+    FakePrinting printingFacet;
+    FakeDocument documentFacet;
+    FakeSecurity securityFacet;
 
 private:
     QPointer<QWidget> widget_;
@@ -66,8 +80,15 @@ public:
         return view;
     }
     void setHomeAddress(const QString& address) override { home = address; }
+    void setNavigationPolicy(platform::NavigationPolicy& policy) override
+    {
+        navigationPolicy = &policy;
+    }
+    platform::ConnectionState& connection() override { return connectionState; }
     std::vector<FakeBrowserView*> created;
     QString home;
+    platform::NavigationPolicy* navigationPolicy = nullptr;
+    FakeConnection connectionState;
 };
 
 class FakeStage : public platform::ViewStage

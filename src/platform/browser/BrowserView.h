@@ -3,6 +3,7 @@
 // of the program sees only this interface; WebEngineBrowserView implements it
 // on the real engine and tests use a fake of the same shape.
 #include "PageClick.h"
+#include "ViewFacets.h"
 
 #include <QObject>
 #include <QString>
@@ -13,6 +14,7 @@ class QWidget;
 namespace platform {
 
 class BrowserView;
+class NavigationPolicy;
 
 // A page asks for a new window. Handled inside the signal's slot: either
 // openIn() a view, or leave it, which refuses the window.
@@ -26,6 +28,15 @@ public:
     // The page (a middle click, say) asked for a tab in the background.
     virtual bool inBackground() const = 0;
     virtual void openIn(BrowserView& view) = 0;
+};
+
+// A view is about to go somewhere: a link, a form, a script, a typed address.
+struct NavigationRequest
+{
+    enum class Kind { Link, Typed, Form, BackForward, Reload, Redirect, Other };
+    QUrl url;
+    Kind kind = Kind::Other;
+    bool mainFrame = true;
 };
 
 class BrowserView : public QObject
@@ -61,10 +72,33 @@ public:
     // Empties the page and stops it reporting anything: used on retirement.
     virtual void clearDocument() = 0;
     virtual void focusPage() = 0;
-    // True while the view waits for the user to answer a prompt of its page
-    // (sign-in, script dialog, file choice). A busy view must not be deleted:
-    // the prompt runs inside its own code.
-    virtual bool busy() const { return false; }
+
+    virtual ZoomFacet& zoom() = 0;
+    virtual EditingFacet& editing() = 0;
+    virtual FindFacet& finder() = 0;
+    virtual PrintingFacet& printing() = 0;
+    virtual DocumentFacet& document() = 0;
+    virtual SecurityFacet& security() = 0;
+
+    // Held while the view waits for the user to answer a prompt of its page
+    // (sign-in, script dialog, file choice, print preview). A busy view must
+    // not be deleted: the prompt runs inside its own code.
+    class Prompt
+    {
+    public:
+        explicit Prompt(BrowserView& view) : view_(view) { ++view_.prompts_; }
+        ~Prompt()
+        {
+            if (--view_.prompts_ == 0 && view_.deleteWhenIdle_)
+                view_.deleteLater();
+        }
+        Prompt(const Prompt&) = delete;
+        Prompt& operator=(const Prompt&) = delete;
+
+    private:
+        BrowserView& view_;
+    };
+    bool busy() const { return prompts_ > 0; }
     // Deletes the view now, or when its last open prompt has been answered.
     void deleteWhenIdle()
     {
@@ -86,18 +120,13 @@ signals:
     // From the page agent: every mouse-down and click in the page's frames.
     void pageMouseDown(const platform::PageClick& click);
     void pageClicked(const platform::PageClick& click);
-
-protected:
-    // Implementations call this when the last open prompt has been answered.
-    void promptsEnded()
-    {
-        if (deleteWhenIdle_)
-            deleteLater();
-    }
+    // The page's encryption level changed (see SecurityFacet).
+    void lockLevelChanged(int level);
 
 private:
     const int index_;
     QString tag_;
+    int prompts_ = 0;
     bool deleteWhenIdle_ = false;
 };
 
@@ -109,6 +138,9 @@ public:
     virtual BrowserView* create(int index) = 0;
     // Where GoHome goes, for every view made before or after.
     virtual void setHomeAddress(const QString& address) = 0;
+    // Asked before every navigation of every view, made before or after.
+    virtual void setNavigationPolicy(NavigationPolicy& policy) = 0;
+    virtual ConnectionState& connection() = 0;
 };
 
 // Where views live on screen: the one active view fills the client area, every

@@ -22,28 +22,39 @@ DownloadManager::~DownloadManager()
 
 void DownloadManager::requested(QWebEngineDownloadRequest* download)
 {
-    // The dialog opens in the downloads folder only if it exists.
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
-    QDir().mkpath(folder);
-    const QString path = dialogs_.saveFileName(QStringLiteral("Save File"),
-                                               QDir(folder).filePath(download->downloadFileName()));
-    if (path.isEmpty()) {
-        download->cancel();
-        return;
+    QString path;
+    if (download->isSavePageDownload()) {
+        // A saved page comes accepted, with the path the user already chose.
+        path = QDir(download->downloadDirectory()).filePath(download->downloadFileName());
+    } else {
+        path = askPath(*download);
+        if (path.isEmpty()) {
+            download->cancel();
+            return;
+        }
+        const QFileInfo target(path);
+        download->setDownloadDirectory(target.absolutePath());
+        download->setDownloadFileName(target.fileName());
+        download->accept();
     }
-    const QFileInfo target(path);
-    download->setDownloadDirectory(target.absolutePath());
-    download->setDownloadFileName(target.fileName());
     connect(download, &QWebEngineDownloadRequest::isFinishedChanged, this, [this, download, path] {
         emit finished(path, download->state() == QWebEngineDownloadRequest::DownloadCompleted);
     });
-    download->accept();
     if (!window_)
         window_ = new DownloadsWindow;
     window_->add(download);
     window_->show();
     window_->raise();
     emit started(path);
+}
+
+QString DownloadManager::askPath(const QWebEngineDownloadRequest& download)
+{
+    // The dialog opens in the downloads folder only if it exists.
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+    QDir().mkpath(folder);
+    return dialogs_.saveFileName(QStringLiteral("Save File"),
+                                 QDir(folder).filePath(download.downloadFileName()));
 }
 
 } // namespace platform

@@ -1,7 +1,7 @@
 #pragma once
 // Downloads of the profile: asks where to save each file (nothing is written
-// when the user cancels), then lists it in the downloads window with its
-// progress and, when done, where it went.
+// when the user cancels; a saved page comes with its path), then lists it in the downloads window
+// with its progress and, when done, where it went.
 #include "DownloadsWindow.h"
 
 #include <QObject>
@@ -31,6 +31,8 @@ signals:
 
 private:
     void requested(QWebEngineDownloadRequest* download);
+    // Empty when the user cancelled.
+    QString askPath(const QWebEngineDownloadRequest& download);
 
     Dialogs& dialogs_;
     QPointer<DownloadsWindow> window_;

@@ -1,73 +1,21 @@
 #include "WebEngineBrowserView.h"
-#include "DownloadManager.h"
+#include "EngineProfile.h"
 #include "PageAgent.h"
 #include "PageNotice.h"
+#include "WebEnginePage.h"
 #include "platform/Dialogs.h"
+#include "platform/browser/AddressUrl.h"
+#include "platform/browser/StatusText.h"
 
 #include <QAction>
 #include <QAuthenticator>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QStackedLayout>
 #include <QWebEngineFullScreenRequest>
-#include <QWebEngineHistory>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineNewWindowRequest>
-#include <QWebEnginePage>
-#include <QWebEngineProfile>
-#include <QWebEngineSettings>
 #include <QWebEngineView>
 
 namespace platform {
-
-class WebEnginePage : public QWebEnginePage
-{
-public:
-    WebEnginePage(QWebEngineProfile* profile, QObject* parent, WebEngineBrowserView& owner)
-        : QWebEnginePage(profile, parent), owner_(owner)
-    {
-    }
-    bool silent = false;
-
-protected:
-    // Script dialogs and file choosers wait for the user in a nested loop.
-    void javaScriptAlert(const QUrl& origin, const QString& message) override
-    {
-        if (silent)
-            return;
-        WebEngineBrowserView::Prompt prompt(owner_);
-        QWebEnginePage::javaScriptAlert(origin, message);
-    }
-    bool javaScriptConfirm(const QUrl& origin, const QString& message) override
-    {
-        if (silent)
-            return false;
-        WebEngineBrowserView::Prompt prompt(owner_);
-        return QWebEnginePage::javaScriptConfirm(origin, message);
-    }
-    bool javaScriptPrompt(const QUrl& origin, const QString& message, const QString& fallback,
-                          QString* result) override
-    {
-        if (silent)
-            return false;
-        WebEngineBrowserView::Prompt prompt(owner_);
-        return QWebEnginePage::javaScriptPrompt(origin, message, fallback, result);
-    }
-    QStringList chooseFiles(FileSelectionMode mode, const QStringList& oldFiles,
-                            const QStringList& acceptedMimeTypes) override
-    {
-        WebEngineBrowserView::Prompt prompt(owner_);
-        return QWebEnginePage::chooseFiles(mode, oldFiles, acceptedMimeTypes);
-    }
-    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString&, int,
-                                  const QString&) override
-    {
-        // Page scripts' console output is the page's business, not the program's log.
-    }
-
-private:
-    WebEngineBrowserView& owner_;
-};
 
 namespace {
 
@@ -91,11 +39,34 @@ private:
     QWebEngineNewWindowRequest& request_;
 };
 
+LoadReport reportOf(const QWebEngineLoadingInfo& info)
+{
+    LoadReport report;
+    switch (info.status()) {
+    case QWebEngineLoadingInfo::LoadStartedStatus:
+        report.phase = LoadReport::Phase::Started;
+        break;
+    case QWebEngineLoadingInfo::LoadSucceededStatus:
+        report.phase = LoadReport::Phase::Succeeded;
+        break;
+    case QWebEngineLoadingInfo::LoadStoppedStatus:
+        report.phase = LoadReport::Phase::Stopped;
+        break;
+    case QWebEngineLoadingInfo::LoadFailedStatus:
+        report.phase = LoadReport::Phase::Failed;
+        break;
+    }
+    report.url = info.url();
+    report.errorCode = info.errorCode();
+    report.httpStatus = info.errorDomain() == QWebEngineLoadingInfo::HttpStatusCodeDomain;
+    report.errorText = info.errorString();
+    return report;
+}
+
 } // namespace
 
-WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile,
-                                           const QString& homeAddress, Dialogs& dialogs)
-    : BrowserView(index), container_(new QWidget), homeAddress_(homeAddress), dialogs_(dialogs)
+WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
+    : BrowserView(index), engine_(profile), container_(new QWidget)
 {
     stack_ = new QStackedLayout(container_);
     view_ = new QWebEngineView(container_);
@@ -103,9 +74,21 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
     stack_->addWidget(view_);
     stack_->addWidget(notice_);
     container_->setFocusProxy(view_);
-    page_ = new WebEnginePage(&profile, view_, *this);
+    page_ = new WebEnginePage(profile, *this, view_);
     view_->setPage(page_);
 
+    gate_ = new CertificateGate(*page_, *notice_);
+    zoom_ = std::make_unique<EngineZoom>(*page_);
+    editing_ = std::make_unique<EngineEditing>(*page_, alive_);
+    find_ = std::make_unique<EngineFind>(*page_, alive_);
+    document_ = std::make_unique<EngineDocument>(*page_, alive_);
+    printing_ = new EnginePrinting(*view_, profile.pageLayout(), *this);
+    security_ = new EngineSecurity(*page_, *gate_, *this);
+    wirePage();
+}
+
+void WebEngineBrowserView::wirePage()
+{
     auto* agent = new PageAgentBridge(*page_);
     connect(agent, &PageAgentBridge::pageMouseDown, this, &BrowserView::pageMouseDown);
     connect(agent, &PageAgentBridge::pageClicked, this, &BrowserView::pageClicked);
@@ -116,22 +99,20 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
     });
     connect(page_, &QWebEnginePage::loadStarted, this, [this] {
         // Any new load (back, forward, a link) replaces a notice.
-        if (!pendingCertificate_)
+        if (!gate_->waiting())
             showPage();
         readyState_ = Loading;
         emit progressChanged(0, 100);
     });
     connect(page_, &QWebEnginePage::loadProgress, this,
             [this](int percent) { emit progressChanged(percent, 100); });
-    connect(page_, &QWebEnginePage::loadFinished, this, [this](bool ok) {
+    connect(page_, &QWebEnginePage::loadFinished, this, [this] {
         readyState_ = Complete;
         // As the old control did: loading has ended, nothing is left to count.
         emit progressChanged(-1, -1);
-        // The refused page ends in the engine's error page, left for the page before.
-        if (std::exchange(backAfterRefusal_, false) && !ok && page_->history()->canGoBack())
-            goBack();
     });
-    connect(page_, &QWebEnginePage::loadingChanged, this, &WebEngineBrowserView::loadingChanged);
+    connect(page_, &QWebEnginePage::loadingChanged, this,
+            [this](const QWebEngineLoadingInfo& info) { setStatus(statusText(reportOf(info))); });
     connect(page_, &QWebEnginePage::windowCloseRequested, this,
             [this] { emit windowClosing(false); });
     connect(page_, &QWebEnginePage::fullScreenRequested, this,
@@ -153,16 +134,12 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
             [this](QWebEnginePage::RenderProcessTerminationStatus status, int) {
                 rendererEnded(status);
             });
-    connect(page_, &QWebEnginePage::certificateError, this,
-            &WebEngineBrowserView::certificateError);
     connect(page_, &QWebEnginePage::authenticationRequired, this,
             [this](const QUrl& url, QAuthenticator* authenticator) {
                 askCredentials(url, authenticator, {});
             });
     connect(page_, &QWebEnginePage::proxyAuthenticationRequired, this,
             &WebEngineBrowserView::askCredentials);
-    connect(view_, &QWebEngineView::printRequested, this, &WebEngineBrowserView::print);
-    connect(view_, &QWebEngineView::printFinished, this, [this] { printer_.reset(); });
 
     QAction* back = page_->action(QWebEnginePage::Back);
     QAction* forward = page_->action(QWebEnginePage::Forward);
@@ -171,31 +148,24 @@ WebEngineBrowserView::WebEngineBrowserView(int index, QWebEngineProfile& profile
     connect(forward, &QAction::changed, this,
             [this, forward] { emit commandStateChanged(CommandForward, forward->isEnabled()); });
 
+    connect(gate_, &CertificateGate::noticeShown, this, [this](const QString& status) {
+        showNotice(false);
+        if (!status.isEmpty())
+            setStatus(status);
+    });
+    connect(gate_, &CertificateGate::pageShown, this, &WebEngineBrowserView::showPage);
     connect(notice_, &PageNotice::primaryClicked, this, [this] {
-        if (noticeKind_ == NoticeKind::Crash) {
+        if (crashNotice_)
             refresh();
-            return;
-        }
-        showPage();
-        if (pendingCertificate_) {
-            backAfterRefusal_ = true;
-            std::exchange(pendingCertificate_, std::nullopt)->rejectCertificate();
-        } else if (page_->history()->canGoBack()) {
-            goBack();
-        }
+        else
+            gate_->goBack();
     });
-    connect(notice_, &PageNotice::secondaryClicked, this, [this] {
-        if (pendingCertificate_) {
-            std::exchange(pendingCertificate_, std::nullopt)->acceptCertificate();
-            showPage();
-        }
-    });
+    connect(notice_, &PageNotice::secondaryClicked, gate_, &CertificateGate::proceed);
 }
 
 WebEngineBrowserView::~WebEngineBrowserView()
 {
-    if (pendingCertificate_)
-        pendingCertificate_->rejectCertificate();
+    *alive_ = false;
     delete container_;
 }
 
@@ -215,38 +185,14 @@ void WebEngineBrowserView::setStatus(const QString& text)
     emit statusTextChanged(text);
 }
 
-void WebEngineBrowserView::loadingChanged(const QWebEngineLoadingInfo& info)
-{
-    switch (info.status()) {
-    case QWebEngineLoadingInfo::LoadStartedStatus:
-        setStatus(QStringLiteral("Opening %1 ...").arg(info.url().toDisplayString()));
-        break;
-    case QWebEngineLoadingInfo::LoadSucceededStatus:
-        setStatus(QStringLiteral("Done"));
-        break;
-    case QWebEngineLoadingInfo::LoadStoppedStatus:
-        setStatus(QStringLiteral("Stopped"));
-        break;
-    case QWebEngineLoadingInfo::LoadFailedStatus:
-        // -3 is a navigation the program or the user called off, and an HTTP
-        // error status still brings the server's own page: neither is an error here.
-        setStatus(info.errorCode() == -3 ||
-                          info.errorDomain() == QWebEngineLoadingInfo::HttpStatusCodeDomain
-                      ? QStringLiteral("Done")
-                      : QStringLiteral("Cannot open %1: %2")
-                            .arg(info.url().toDisplayString(), info.errorString()));
-        break;
-    }
-}
-
 void WebEngineBrowserView::showPage()
 {
     stack_->setCurrentWidget(view_);
 }
 
-void WebEngineBrowserView::showNotice(NoticeKind kind)
+void WebEngineBrowserView::showNotice(bool crash)
 {
-    noticeKind_ = kind;
+    crashNotice_ = crash;
     stack_->setCurrentWidget(notice_);
 }
 
@@ -265,32 +211,8 @@ void WebEngineBrowserView::rendererEnded(int status)
                                 "affected. Reload the page to try again.")
                      .arg(locationUrl().toHtmlEscaped(), how),
                  QStringLiteral("Reload"));
-    showNotice(NoticeKind::Crash);
+    showNotice(true);
     setStatus(QStringLiteral("This page stopped working"));
-}
-
-void WebEngineBrowserView::certificateError(const QWebEngineCertificateError& error)
-{
-    const QString host = error.url().host().toHtmlEscaped();
-    const QString why = error.description().toHtmlEscaped();
-    if (!error.isOverridable()) {
-        notice_->set(QStringLiteral("This site cannot be trusted"),
-                     QStringLiteral("The certificate of %1 is not valid: %2").arg(host, why),
-                     QStringLiteral("Go back"));
-        showNotice(NoticeKind::Certificate);
-        return; // refused when this returns
-    }
-    if (pendingCertificate_)
-        pendingCertificate_->rejectCertificate();
-    pendingCertificate_ = error;
-    pendingCertificate_->defer();
-    notice_->set(QStringLiteral("This connection is not private"),
-                 QStringLiteral("The certificate of %1 is not trusted: %2<br>Someone may be "
-                                "trying to read or change what you send to this site.")
-                     .arg(host, why),
-                 QStringLiteral("Go back"), QStringLiteral("Proceed anyway"));
-    showNotice(NoticeKind::Certificate);
-    setStatus(QStringLiteral("Certificate not trusted"));
 }
 
 void WebEngineBrowserView::askCredentials(const QUrl& url, QAuthenticator* authenticator,
@@ -306,7 +228,7 @@ void WebEngineBrowserView::askCredentials(const QUrl& url, QAuthenticator* authe
     bool answered = false;
     {
         Prompt waiting(*this);
-        answered = dialogs_.credentials(prompt, user, password);
+        answered = engine_.dialogs().credentials(prompt, user, password);
     }
     if (answered) {
         authenticator->setUser(user);
@@ -317,68 +239,45 @@ void WebEngineBrowserView::askCredentials(const QUrl& url, QAuthenticator* authe
     }
 }
 
-void WebEngineBrowserView::print()
-{
-    if (printer_)
-        return; // one print job at a time
-    // The printer must outlive the engine's asynchronous printing; the dialog
-    // is not modal to the page's code, so the view may close meanwhile.
-    printer_ = std::make_unique<QPrinter>(QPrinter::HighResolution);
-    auto* dialog = new QPrintDialog(printer_.get(), view_);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QDialog::accepted, this, [this] { view_->print(printer_.get()); });
-    connect(dialog, &QDialog::rejected, this, [this] { printer_.reset(); });
-    dialog->open();
-}
-
 void WebEngineBrowserView::navigate(const QString& address)
 {
     if (address.isEmpty())
         return;
     requestedAddress_ = address;
     readyState_ = Loading;
-    leaveUnansweredNotice();
+    gate_->leave();
     showPage();
-    view_->setUrl(QUrl::fromUserInput(address));
-}
-
-void WebEngineBrowserView::leaveUnansweredNotice()
-{
-    backAfterRefusal_ = false;
-    if (pendingCertificate_) {
-        std::exchange(pendingCertificate_, std::nullopt)->rejectCertificate();
-        showPage();
-    }
+    view_->setUrl(urlFromAddress(address));
 }
 
 void WebEngineBrowserView::stop()
 {
-    leaveUnansweredNotice();
+    gate_->leave();
     page_->triggerAction(QWebEnginePage::Stop);
 }
 
 void WebEngineBrowserView::refresh()
 {
-    leaveUnansweredNotice();
+    gate_->leave();
     showPage();
     page_->triggerAction(QWebEnginePage::Reload);
 }
 
 void WebEngineBrowserView::goBack()
 {
-    leaveUnansweredNotice();
+    gate_->leave();
     page_->triggerAction(QWebEnginePage::Back);
 }
 
 void WebEngineBrowserView::goForward()
 {
-    leaveUnansweredNotice();
+    gate_->leave();
     page_->triggerAction(QWebEnginePage::Forward);
 }
 
 void WebEngineBrowserView::goHome()
 {
-    navigate(homeAddress_);
+    navigate(engine_.homeAddress());
 }
 
 QString WebEngineBrowserView::locationUrl() const
@@ -406,6 +305,8 @@ bool WebEngineBrowserView::silent() const
 
 void WebEngineBrowserView::clearDocument()
 {
+    // A retired view answers nobody any more.
+    *alive_ = false;
     blockSignals(true);
     page_->setHtml(QString());
 }
@@ -413,26 +314,6 @@ void WebEngineBrowserView::clearDocument()
 void WebEngineBrowserView::focusPage()
 {
     view_->setFocus();
-}
-
-WebEngineViewFactory::WebEngineViewFactory(Dialogs& dialogs)
-    : dialogs_(dialogs), profile_(new QWebEngineProfile(QStringLiteral("QUB-BROWSER")))
-{
-    profile_->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
-    profile_->settings()->setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
-    installPageAgent(*profile_);
-    downloads_ = new DownloadManager(*profile_, dialogs_);
-}
-
-WebEngineViewFactory::~WebEngineViewFactory()
-{
-    delete downloads_;
-    delete profile_;
-}
-
-BrowserView* WebEngineViewFactory::create(int index)
-{
-    return new WebEngineBrowserView(index, *profile_, homeAddress_, dialogs_);
 }
 
 } // namespace platform

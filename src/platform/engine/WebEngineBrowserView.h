@@ -1,27 +1,28 @@
 #pragma once
 // BrowserView on Qt WebEngine: a QWebEngineView with a page of its own on the
-// program's shared profile, plus what the old browser control did by itself:
-// status texts, sign-in prompts, a notice in place of a crashed page or of a
-// page whose certificate is not trusted, and printing for window.print().
+// window's shared profile, plus what the old browser control did by itself:
+// status texts, sign-in prompts, and a notice in place of a crashed page or
+// of a page whose certificate is not trusted.
+#include "CertificateGate.h"
+#include "EngineDocument.h"
+#include "EngineEditing.h"
+#include "EngineFind.h"
+#include "EnginePrinting.h"
+#include "EngineSecurity.h"
+#include "EngineZoom.h"
 #include "platform/browser/BrowserView.h"
 
 #include <QPointer>
-#include <QUrl>
-#include <QWebEngineCertificateError>
 #include <memory>
-#include <optional>
 
 class QAuthenticator;
-class QPrinter;
 class QStackedLayout;
 class QWebEngineLoadingInfo;
-class QWebEngineProfile;
 class QWebEngineView;
 
 namespace platform {
 
-class Dialogs;
-class DownloadManager;
+class EngineProfile;
 class PageNotice;
 class WebEnginePage;
 
@@ -29,8 +30,7 @@ class WebEngineBrowserView : public BrowserView
 {
     Q_OBJECT
 public:
-    WebEngineBrowserView(int index, QWebEngineProfile& profile, const QString& homeAddress,
-                         Dialogs& dialogs);
+    WebEngineBrowserView(int index, EngineProfile& profile);
     ~WebEngineBrowserView() override;
 
     QWidget* widget() override;
@@ -48,78 +48,44 @@ public:
     void clearDocument() override;
     void focusPage() override;
 
-    bool busy() const override { return prompts_ > 0; }
+    ZoomFacet& zoom() override { return *zoom_; }
+    EditingFacet& editing() override { return *editing_; }
+    FindFacet& finder() override { return *find_; }
+    PrintingFacet& printing() override { return *printing_; }
+    DocumentFacet& document() override { return *document_; }
+    SecurityFacet& security() override { return *security_; }
 
     QWebEngineView* engineView() const { return view_; }
     // The notice shown in place of the page, or nullptr while the page shows.
     PageNotice* notice() const;
 
 private:
-    friend class WebEnginePage;
-    // Marks the view busy while a prompt of its page is open.
-    class Prompt
-    {
-    public:
-        explicit Prompt(WebEngineBrowserView& view) : view_(view) { ++view_.prompts_; }
-        ~Prompt()
-        {
-            if (--view_.prompts_ == 0)
-                view_.promptsEnded();
-        }
-        Prompt(const Prompt&) = delete;
-        Prompt& operator=(const Prompt&) = delete;
-
-    private:
-        WebEngineBrowserView& view_;
-    };
-
-    void loadingChanged(const QWebEngineLoadingInfo& info);
+    void wirePage();
     void setStatus(const QString& text);
-    enum class NoticeKind { Crash, Certificate };
     void showPage();
-    void showNotice(NoticeKind kind);
+    void showNotice(bool crash);
     void rendererEnded(int status);
-    void certificateError(const QWebEngineCertificateError& error);
-    // Going anywhere else while the certificate notice waits refuses it.
-    void leaveUnansweredNotice();
     void askCredentials(const QUrl& url, QAuthenticator* authenticator, const QString& host);
-    void print();
 
+    EngineProfile& engine_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
     QPointer<QWidget> container_;
     QStackedLayout* stack_ = nullptr;
     QWebEngineView* view_ = nullptr;
     PageNotice* notice_ = nullptr;
     WebEnginePage* page_ = nullptr;
-    const QString& homeAddress_;
-    Dialogs& dialogs_;
+    CertificateGate* gate_ = nullptr;
+    std::unique_ptr<EngineZoom> zoom_;
+    std::unique_ptr<EngineEditing> editing_;
+    std::unique_ptr<EngineFind> find_;
+    std::unique_ptr<EngineDocument> document_;
+    EnginePrinting* printing_ = nullptr;
+    EngineSecurity* security_ = nullptr;
     ReadyState readyState_ = Uninitialized;
     QString requestedAddress_;
     // What the status shows when the pointer is over no link.
     QString idleStatus_;
-    NoticeKind noticeKind_ = NoticeKind::Crash;
-    std::optional<QWebEngineCertificateError> pendingCertificate_;
-    std::unique_ptr<QPrinter> printer_;
-    int prompts_ = 0;
-    bool backAfterRefusal_ = false;
-};
-
-// Owns the program's persistent profile, its page agent and its downloads,
-// and makes its views.
-class WebEngineViewFactory : public BrowserViewFactory
-{
-public:
-    explicit WebEngineViewFactory(Dialogs& dialogs);
-    ~WebEngineViewFactory() override;
-    BrowserView* create(int index) override;
-    void setHomeAddress(const QString& address) override { homeAddress_ = address; }
-    QWebEngineProfile& profile() const { return *profile_; }
-    DownloadManager& downloads() const { return *downloads_; }
-
-private:
-    Dialogs& dialogs_;
-    QWebEngineProfile* profile_;
-    DownloadManager* downloads_;
-    QString homeAddress_ = QStringLiteral("about:blank");
+    bool crashNotice_ = false;
 };
 
 } // namespace platform

@@ -1,0 +1,99 @@
+#pragma once
+// The parts of a browser view that only some commands need, each a small
+// interface of its own. The engine implements each in a file of its own;
+// tests use fakes of the same shape.
+#include <QString>
+#include <QUrl>
+#include <QVariant>
+#include <functional>
+
+namespace platform {
+
+// Five text sizes, from the smallest (0) to the biggest (4); 2 is normal.
+class ZoomFacet
+{
+public:
+    static constexpr int levelCount = 5;
+    virtual ~ZoomFacet() = default;
+    // The level the page shows now, or -1 when its zoom is none of the five.
+    virtual int level() const = 0;
+    virtual void setLevel(int level) = 0;
+};
+
+enum class EditCommand { Undo, Redo, Cut, Copy, Paste, Delete, SelectAll };
+
+// The document's own name of an editing command ("undo", "selectall", ...).
+QString editCommandName(EditCommand command);
+
+// Answers arrive later, from the page's process. An answer is dropped when its
+// view is retired or gone by then, so a caller never hears from a closed tab.
+class EditingFacet
+{
+public:
+    virtual ~EditingFacet() = default;
+    virtual void run(EditCommand command) = 0;
+    virtual void queryEnabled(EditCommand command, std::function<void(bool)> answer) = 0;
+};
+
+class FindFacet
+{
+public:
+    struct Options
+    {
+        bool backward = false;
+        bool caseSensitive = false;
+    };
+    virtual ~FindFacet() = default;
+    // Marks the next match; answer gets the number of matches in the page.
+    virtual void find(const QString& text, Options options, std::function<void(int)> answer) = 0;
+    // Removes the marks of the last find.
+    virtual void clear() = 0;
+};
+
+class PrintingFacet
+{
+public:
+    enum class SaveFormat { CompleteHtml, SingleHtml, WebArchive };
+    virtual ~PrintingFacet() = default;
+    // Each asks the user in a dialog of its own first; a cancelled dialog prints nothing.
+    virtual void print() = 0;
+    virtual void printPreview() = 0;
+    // The paper and margins every later print of the window uses.
+    virtual void pageSetup() = 0;
+    // Saves the page to a path already chosen by the user.
+    virtual void saveAs(const QString& path, SaveFormat format) = 0;
+};
+
+// Questions to the page's document, asked in the page agent's own script
+// world, so that page scripts can neither see nor answer them.
+class DocumentFacet
+{
+public:
+    virtual ~DocumentFacet() = default;
+    // Evaluates script in the top document; answer gets its value.
+    virtual void ask(const QString& script, std::function<void(const QVariant&)> answer) = 0;
+};
+
+// The encryption level of the page, in the numbers of the lock icon: 0 not
+// secure, 1 mixed, 2 secure. Changes come as the view's lockLevelChanged.
+class SecurityFacet
+{
+public:
+    virtual ~SecurityFacet() = default;
+    virtual int lockLevel() const = 0;
+};
+
+// Only an https page can be secure; it is mixed when the user let an untrusted
+// certificate of its host through. Every other page is not secure.
+int lockLevel(const QUrl& url, bool certificateOverridden);
+
+// Whether the whole browser works offline: no request leaves the machine.
+class ConnectionState
+{
+public:
+    virtual ~ConnectionState() = default;
+    virtual bool offline() const = 0;
+    virtual void setOffline(bool offline) = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,37 @@
+#include "EngineProfile.h"
+#include "DownloadManager.h"
+#include "OfflineSwitch.h"
+#include "PageAgent.h"
+
+#include <QPageSize>
+#include <QWebEngineProfile>
+#include <QWebEngineSettings>
+
+namespace platform {
+
+EngineProfile::EngineProfile(Dialogs& dialogs)
+    : dialogs_(dialogs), profile_(new QWebEngineProfile(QStringLiteral("QUB-BROWSER"))),
+      pageLayout_(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15),
+                  QPageLayout::Millimeter)
+{
+    profile_->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+    profile_->settings()->setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
+    installPageAgent(*profile_);
+    downloads_ = new DownloadManager(*profile_, dialogs_);
+    offline_ = new OfflineSwitch;
+    profile_->setUrlRequestInterceptor(offline_);
+}
+
+EngineProfile::~EngineProfile()
+{
+    delete downloads_;
+    delete profile_;
+    delete offline_;
+}
+
+ConnectionState& EngineProfile::connection() const
+{
+    return *offline_;
+}
+
+} // namespace platform

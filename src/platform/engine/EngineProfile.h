@@ -1,0 +1,48 @@
+#pragma once
+// What every view of the window shares on the engine: the persistent profile
+// with its page agent, downloads and offline switch, the page layout of
+// printing, the home address and the navigation policy.
+#include "platform/browser/ViewPolicies.h"
+
+#include <QPageLayout>
+#include <QString>
+
+class QWebEngineProfile;
+
+namespace platform {
+
+class Dialogs;
+class DownloadManager;
+class OfflineSwitch;
+
+class EngineProfile
+{
+public:
+    explicit EngineProfile(Dialogs& dialogs);
+    ~EngineProfile();
+    EngineProfile(const EngineProfile&) = delete;
+    EngineProfile& operator=(const EngineProfile&) = delete;
+
+    QWebEngineProfile& profile() const { return *profile_; }
+    DownloadManager& downloads() const { return *downloads_; }
+    ConnectionState& connection() const;
+    Dialogs& dialogs() const { return dialogs_; }
+
+    const QString& homeAddress() const { return homeAddress_; }
+    void setHomeAddress(const QString& address) { homeAddress_ = address; }
+    NavigationPolicy& navigationPolicy() const { return *navigationPolicy_; }
+    void setNavigationPolicy(NavigationPolicy& policy) { navigationPolicy_ = &policy; }
+    QPageLayout& pageLayout() { return pageLayout_; }
+
+private:
+    Dialogs& dialogs_;
+    QWebEngineProfile* profile_;
+    DownloadManager* downloads_;
+    OfflineSwitch* offline_;
+    AllowEveryNavigation allowEveryNavigation_;
+    NavigationPolicy* navigationPolicy_ = &allowEveryNavigation_;
+    QString homeAddress_ = QStringLiteral("about:blank");
+    QPageLayout pageLayout_;
+};
+
+} // namespace platform

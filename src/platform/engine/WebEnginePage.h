@@ -1,0 +1,39 @@
+#pragma once
+// The engine page of one view: keeps the view busy while a prompt of the page
+// waits for the user, keeps a silent view's pages quiet, and asks the
+// window's navigation policy before every navigation.
+#include <QWebEnginePage>
+
+namespace platform {
+
+class BrowserView;
+class EngineProfile;
+
+class WebEnginePage : public QWebEnginePage
+{
+public:
+    WebEnginePage(EngineProfile& profile, BrowserView& owner, QObject* parent);
+
+    bool silent = false;
+
+protected:
+    bool acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) override;
+    // Script dialogs and file choosers wait for the user in a nested loop.
+    void javaScriptAlert(const QUrl& origin, const QString& message) override;
+    bool javaScriptConfirm(const QUrl& origin, const QString& message) override;
+    bool javaScriptPrompt(const QUrl& origin, const QString& message, const QString& fallback,
+                          QString* result) override;
+    QStringList chooseFiles(FileSelectionMode mode, const QStringList& oldFiles,
+                            const QStringList& acceptedMimeTypes) override;
+    // Page scripts' console output is the page's business, not the program's log.
+    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString&, int,
+                                  const QString&) override
+    {
+    }
+
+private:
+    EngineProfile& engine_;
+    BrowserView& owner_;
+};
+
+} // namespace platform

@@ -1,0 +1,107 @@
+#pragma once
+// Test doubles of the browser-view facets. They record what they are told;
+// questions to the page wait in a queue until the test answers them, as the
+// engine's answers arrive only later.
+#include "platform/browser/ViewFacets.h"
+
+#include <QMap>
+#include <QStringList>
+#include <deque>
+#include <functional>
+
+class FakeZoom : public platform::ZoomFacet
+{
+public:
+    int level() const override { return level_; }
+    void setLevel(int level) override { level_ = level; }
+
+private:
+    int level_ = 2;
+};
+
+class FakeEditing : public platform::EditingFacet
+{
+public:
+    void run(platform::EditCommand command) override { ran << platform::editCommandName(command); }
+    void queryEnabled(platform::EditCommand command, std::function<void(bool)> answer) override
+    {
+        const QString name = platform::editCommandName(command);
+        pending.push_back([this, name, answer] { answer(enabled.value(name)); });
+    }
+    // Delivers every answer asked for so far.
+    void answerAll()
+    {
+        while (!pending.empty()) {
+            auto next = std::move(pending.front());
+            pending.pop_front();
+            next();
+        }
+    }
+    QStringList ran;
+    QMap<QString, bool> enabled;
+    std::deque<std::function<void()>> pending;
+};
+
+class FakeFind : public platform::FindFacet
+{
+public:
+    void find(const QString& text, Options options, std::function<void(int)> answer) override
+    {
+        searched << (options.backward ? QStringLiteral("back ") : QString()) + text;
+        answer(matches);
+    }
+    void clear() override { searched << QString(); }
+    QStringList searched;
+    int matches = 0;
+};
+
+class FakePrinting : public platform::PrintingFacet
+{
+public:
+    void print() override { calls << QStringLiteral("print"); }
+    void printPreview() override { calls << QStringLiteral("preview"); }
+    void pageSetup() override { calls << QStringLiteral("setup"); }
+    void saveAs(const QString& path, SaveFormat) override
+    {
+        calls << QStringLiteral("save ") + path;
+    }
+    QStringList calls;
+};
+
+class FakeDocument : public platform::DocumentFacet
+{
+public:
+    void ask(const QString& script, std::function<void(const QVariant&)> answer) override
+    {
+        asked << script;
+        pending.push_back([this, script, answer] { answer(answers.value(script)); });
+    }
+    void answerAll()
+    {
+        while (!pending.empty()) {
+            auto next = std::move(pending.front());
+            pending.pop_front();
+            next();
+        }
+    }
+    QStringList asked;
+    QMap<QString, QVariant> answers;
+    std::deque<std::function<void()>> pending;
+};
+
+class FakeSecurity : public platform::SecurityFacet
+{
+public:
+    int lockLevel() const override { return level; }
+    int level = 0;
+};
+
+class FakeConnection : public platform::ConnectionState
+{
+public:
+    bool offline() const override { return offline_; }
+    void setOffline(bool offline) override { offline_ = offline; }
+
+private:
+    bool offline_ = false;
+};
