@@ -9,6 +9,25 @@
 #include <deque>
 #include <functional>
 
+// Answers the page has not given yet, delivered when the test says.
+class AnswerQueue
+{
+public:
+    void push(std::function<void()> answer) { pending_.push_back(std::move(answer)); }
+    bool empty() const { return pending_.empty(); }
+    void answerAll()
+    {
+        while (!pending_.empty()) {
+            auto next = std::move(pending_.front());
+            pending_.pop_front();
+            next();
+        }
+    }
+
+private:
+    std::deque<std::function<void()>> pending_;
+};
+
 class FakeZoom : public platform::ZoomFacet
 {
 public:
@@ -26,20 +45,11 @@ public:
     void queryEnabled(platform::EditCommand command, std::function<void(bool)> answer) override
     {
         const QString name = platform::editCommandName(command);
-        pending.push_back([this, name, answer] { answer(enabled.value(name)); });
-    }
-    // Delivers every answer asked for so far.
-    void answerAll()
-    {
-        while (!pending.empty()) {
-            auto next = std::move(pending.front());
-            pending.pop_front();
-            next();
-        }
+        pending.push([this, name, answer] { answer(enabled.value(name)); });
     }
     QStringList ran;
     QMap<QString, bool> enabled;
-    std::deque<std::function<void()>> pending;
+    AnswerQueue pending;
 };
 
 class FakeFind : public platform::FindFacet
@@ -74,19 +84,11 @@ public:
     void ask(const QString& script, std::function<void(const QVariant&)> answer) override
     {
         asked << script;
-        pending.push_back([this, script, answer] { answer(answers.value(script)); });
-    }
-    void answerAll()
-    {
-        while (!pending.empty()) {
-            auto next = std::move(pending.front());
-            pending.pop_front();
-            next();
-        }
+        pending.push([this, script, answer] { answer(answers.value(script)); });
     }
     QStringList asked;
     QMap<QString, QVariant> answers;
-    std::deque<std::function<void()>> pending;
+    AnswerQueue pending;
 };
 
 class FakeSecurity : public platform::SecurityFacet
