@@ -82,16 +82,12 @@ void Settings::load()
 
 bool Settings::save() const
 {
-    const platform::ProfileFile file(fileName());
-    bool ok = true;
+    platform::ProfileFile::Entries entries;
     for (const Switch& s : switches) {
         // A skin without the switch leaves its value in the file as it was.
-        const platform::Tool* tool = bar_.tool(s.band, s.tool);
-        if (!tool)
-            continue;
-        ok = file.writeString(section, QLatin1String(s.name),
-                              tool->checked() ? QStringLiteral("1") : QStringLiteral("0")) &&
-             ok;
+        if (const platform::Tool* tool = bar_.tool(s.band, s.tool))
+            entries.append({QLatin1String(s.name),
+                            tool->checked() ? QStringLiteral("1") : QStringLiteral("0")});
     }
     // With no entry checked (a proxy the list no longer holds), the proxy in
     // use is kept as it was.
@@ -106,5 +102,7 @@ bool Settings::save() const
     }
     if (proxy == emptyProxy)
         proxy.clear();
-    return file.writeString(section, proxyKey, proxy) && ok;
+    entries.append({proxyKey, proxy});
+    // One write, so that a shut-down cut short leaves the old settings or the new.
+    return platform::ProfileFile(fileName()).writeStrings(section, entries);
 }

@@ -20,11 +20,10 @@ QString UserRegistry::readValue(const QString& keyPath, const QString& valueName
     return ProfileFile(path_).readString(keyPath, valueName).left(1023);
 }
 
-bool UserRegistry::writeValue(const QString& keyPath, const QString& valueName,
-                              const QString& text) const
+bool UserRegistry::writeValues(const QString& keyPath, const ProfileFile::Entries& values) const
 {
     QDir().mkpath(QFileInfo(path_).absolutePath());
-    return ProfileFile(path_).writeString(keyPath, valueName, text);
+    return ProfileFile(path_).writeStrings(keyPath, values);
 }
 
 void recordTypedUrl(const UserRegistry& registry, const QString& address)
@@ -39,8 +38,11 @@ void recordTypedUrl(const UserRegistry& registry, const QString& address)
         if (url != address)
             urls << url;
     }
+    // One write for the whole list: cut short, it is the old list or the new.
+    ProfileFile::Entries values;
     for (int n = 1; n <= std::min(int(urls.size()), maxTypedUrls); ++n)
-        registry.writeValue(typedUrlsKey, QStringLiteral("url%1").arg(n), urls[n - 1]);
+        values.append({QStringLiteral("url%1").arg(n), urls[n - 1]});
+    registry.writeValues(typedUrlsKey, values);
 }
 
 } // namespace platform

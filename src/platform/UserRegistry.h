@@ -2,6 +2,8 @@
 // The per-user store that stands in for the system registry: one ini file in
 // the user's configuration folder, a registry key per section and a value per
 // entry. The program keeps its typed addresses here.
+#include "ini/ProfileFile.h"
+
 #include <QString>
 
 namespace platform {
@@ -16,7 +18,8 @@ public:
     // The text of a value; empty when the key or value is missing. Like the
     // registry reader it stands in for, at most 1023 characters.
     QString readValue(const QString& keyPath, const QString& valueName) const;
-    bool writeValue(const QString& keyPath, const QString& valueName, const QString& text) const;
+    // Values of one key, all in one atomic write.
+    bool writeValues(const QString& keyPath, const ProfileFile::Entries& values) const;
 
 private:
     QString path_;

@@ -113,6 +113,43 @@ std::optional<QString> lookup(const QString& path, const QString& section, const
     return std::nullopt;
 }
 
+// Replaces the key's line in the section, or adds it after the section's last
+// entry, or adds the section at the end.
+void setEntry(Lines& lines, const QString& section, const QString& key, const QString& value)
+{
+    const QString newLine = key + QLatin1Char('=') + value;
+    qsizetype sectionStart = -1;
+    qsizetype insertAt = -1;
+    for (qsizetype i = 0; i < lines.text.size(); ++i) {
+        if (auto name = sectionName(lines.text[i])) {
+            if (sectionStart >= 0)
+                break;
+            if (sameName(*name, section)) {
+                sectionStart = i;
+                insertAt = i + 1;
+            }
+            continue;
+        }
+        if (sectionStart < 0)
+            continue;
+        if (auto kv = entry(lines.text[i]); kv && sameName(kv->first, key)) {
+            lines.raw[i] = lines.encode(newLine);
+            lines.text[i] = newLine;
+            return;
+        }
+        if (!lines.text[i].trimmed().isEmpty())
+            insertAt = i + 1;
+    }
+    if (sectionStart < 0) {
+        const QString header = QLatin1Char('[') + section + QLatin1Char(']');
+        lines.raw << lines.encode(header) << lines.encode(newLine);
+        lines.text << header << newLine;
+    } else {
+        lines.raw.insert(insertAt, lines.encode(newLine));
+        lines.text.insert(insertAt, newLine);
+    }
+}
+
 } // namespace
 
 QString ProfileFile::readString(const QString& section, const QString& key,
@@ -140,40 +177,16 @@ int ProfileFile::readInt(const QString& section, const QString& key, int fallbac
 bool ProfileFile::writeString(const QString& section, const QString& key,
                               const QString& value) const
 {
+    return writeStrings(section, {{key, value}});
+}
+
+bool ProfileFile::writeStrings(const QString& section, const Entries& entries) const
+{
     Lines lines = readLines(path_);
     if (!lines.readable)
         return false;
-    const QString newLine = key + QLatin1Char('=') + value;
-    qsizetype sectionStart = -1;
-    qsizetype insertAt = -1;
-    bool written = false;
-    for (qsizetype i = 0; i < lines.text.size() && !written; ++i) {
-        if (auto name = sectionName(lines.text[i])) {
-            if (sectionStart >= 0)
-                break;
-            if (sameName(*name, section)) {
-                sectionStart = i;
-                insertAt = i + 1;
-            }
-            continue;
-        }
-        if (sectionStart < 0)
-            continue;
-        if (auto kv = entry(lines.text[i]); kv && sameName(kv->first, key)) {
-            lines.raw[i] = lines.encode(newLine);
-            written = true;
-        } else if (!lines.text[i].trimmed().isEmpty()) {
-            insertAt = i + 1;
-        }
-    }
-    if (!written) {
-        if (sectionStart < 0) {
-            lines.raw.append(lines.encode(QLatin1Char('[') + section + QLatin1Char(']')));
-            lines.raw.append(lines.encode(newLine));
-        } else {
-            lines.raw.insert(insertAt, lines.encode(newLine));
-        }
-    }
+    for (const auto& [key, value] : entries)
+        setEntry(lines, section, key, value);
     QSaveFile file(path_);
     if (!file.open(QIODevice::WriteOnly))
         return false;

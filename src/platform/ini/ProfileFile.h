@@ -4,7 +4,9 @@
 // values are dropped, one pair of surrounding quotes is removed from a value,
 // and a write changes only its own line, keeping every other line, comment
 // and unknown key as it was. Writes are atomic.
+#include <QList>
 #include <QString>
+#include <utility>
 
 namespace platform {
 
@@ -23,6 +25,10 @@ public:
     int readInt(const QString& section, const QString& key, int fallback) const;
     // False when the file could not be written; the old file is then intact.
     bool writeString(const QString& section, const QString& key, const QString& value) const;
+    // Several keys of one section in one atomic write: a reader, or a crash,
+    // sees all of them changed or none.
+    using Entries = QList<std::pair<QString, QString>>;
+    bool writeStrings(const QString& section, const Entries& entries) const;
 
 private:
     QString path_;
