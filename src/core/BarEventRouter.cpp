@@ -61,9 +61,13 @@ void BarEventRouter::secondaryAction(platform::Tool* tool)
         (*it)(*tool);
         return;
     }
+    // The handler may delete the tool (closing a tab drops its tool), and no
+    // generated key matches two prefixes: the first match is the only one.
     for (const cmd::RouteInfo& route : cmd::routeTable)
-        if (cmd::onRoute(tool->key(), route.id))
+        if (cmd::onRoute(tool->key(), route.id)) {
             if (const auto it = secondaryRoutes_.constFind(QLatin1String(route.prefix));
                 it != secondaryRoutes_.cend())
                 (*it)(*tool);
+            return;
+        }
 }

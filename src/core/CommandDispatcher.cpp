@@ -52,7 +52,8 @@ void CommandDispatcher::dispatch(platform::Tool* tool)
 {
     if (!tool)
         return;
-    const QString& key = tool->key();
+    // A handler may delete the tool (closing a tab drops its tool).
+    const QString key = tool->key();
     if (const cmd::CommandInfo* command = cmd::find(key)) {
         const Handler& handler = commands_[size_t(command->id)];
         if (!handler)
@@ -67,10 +68,13 @@ void CommandDispatcher::dispatch(platform::Tool* tool)
         handler(context);
         return;
     }
-    // Each prefix is tested by itself; no generated key matches two.
+    // No generated key matches two prefixes, so the first match is the only one.
     for (const cmd::RouteInfo& route : cmd::routeTable)
-        if (cmd::onRoute(key, route.id) && routes_[size_t(route.id)])
-            routes_[size_t(route.id)](CommandContext{*tool});
+        if (cmd::onRoute(key, route.id)) {
+            if (routes_[size_t(route.id)])
+                routes_[size_t(route.id)](CommandContext{*tool});
+            return;
+        }
 }
 
 void CommandDispatcher::run(cmd::Command command)
