@@ -64,6 +64,13 @@ private slots:
         QTest::newRow("no section header") << QByteArray("K=1\n") << "S"
                                            << "K"
                                            << "dflt" << 7;
+        QTest::newRow("a file that is not UTF-8 is Latin-1")
+            << QByteArray("[S]\nK=Caf\xe9\n") << "S"
+            << "K" << QString::fromUtf8("Caf\u00e9") << 0;
+        QTest::newRow("Latin-1 to the last byte") << QByteArray("[S]\nK=Caf\xe9") << "S"
+                                                  << "K" << QString::fromUtf8("Caf\u00e9") << 0;
+        QTest::newRow("UTF-8") << QByteArray("[S]\nK=Caf\xc3\xa9\n") << "S"
+                               << "K" << QString::fromUtf8("Caf\u00e9") << 0;
     }
     void reading()
     {

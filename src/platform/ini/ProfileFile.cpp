@@ -45,8 +45,10 @@ Lines readLines(const QString& path)
         return lines;
     }
     QByteArray bytes = file.readAll();
-    QStringDecoder check(QStringDecoder::Utf8);
-    check.decode(bytes);
+    QStringDecoder check(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    // The decoder decodes only when its result is taken; stateless, so that a
+    // sequence cut off at the end counts as an error.
+    const QString decoded = check.decode(bytes);
     lines.utf8 = !check.hasError();
     if (!bytes.isEmpty() && !bytes.contains("\r\n"))
         lines.newline = "\n";
