@@ -40,8 +40,14 @@ void recordTypedUrl(const UserRegistry& registry, const QString& address)
     }
     // One write for the whole list: cut short, it is the old list or the new.
     ProfileFile::Entries values;
-    for (int n = 1; n <= std::min(int(urls.size()), maxTypedUrls); ++n)
-        values.append({QStringLiteral("url%1").arg(n), urls[n - 1]});
+    for (int n = 1; n <= maxTypedUrls; ++n) {
+        const QString name = QStringLiteral("url%1").arg(n);
+        if (n <= urls.size())
+            values.append({name, urls[n - 1]});
+        // An entry left behind a gap would show again once the gap is filled.
+        else if (!registry.readValue(typedUrlsKey, name).isEmpty())
+            values.append({name, QString()});
+    }
     registry.writeValues(typedUrlsKey, values);
 }
 
