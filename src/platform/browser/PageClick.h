@@ -4,6 +4,7 @@
 // request that the same click causes (see docs/page-agent.md).
 #include <QPoint>
 #include <QString>
+#include <QVariantMap>
 
 namespace platform {
 
@@ -31,5 +32,9 @@ struct PageClick
     bool trusted = false;
     bool inSubframe = false;
 };
+
+// A record as the page agent sends it. Whatever the page made of it, the
+// result is a click; a record relayed from a subframe is never trusted.
+PageClick pageClickFromRecord(const QVariantMap& record);
 
 } // namespace platform

@@ -47,25 +47,7 @@ PageAgentBridge::PageAgentBridge(QWebEnginePage& page) : QObject(&page)
 
 void PageAgentBridge::report(const QVariantMap& record)
 {
-    PageClick click;
-    click.kind = record.value(QStringLiteral("kind")).toString() == QLatin1String("mousedown")
-                     ? PageClick::Kind::MouseDown
-                     : PageClick::Kind::Click;
-    click.pageTime = record.value(QStringLiteral("time")).toDouble();
-    click.screenPoint = QPoint(record.value(QStringLiteral("screenX")).toInt(),
-                               record.value(QStringLiteral("screenY")).toInt());
-    click.pagePoint = QPoint(record.value(QStringLiteral("pageX")).toInt(),
-                             record.value(QStringLiteral("pageY")).toInt());
-    click.tag = record.value(QStringLiteral("tag")).toString();
-    click.href = record.value(QStringLiteral("href")).toString();
-    click.inputType = record.value(QStringLiteral("inputType")).toString();
-    click.focusedTag = record.value(QStringLiteral("focusedTag")).toString();
-    click.focusedHref = record.value(QStringLiteral("focusedHref")).toString();
-    click.inSubframe = record.value(QStringLiteral("subframe")).toBool();
-    // A relayed record is only as good as the relay: a page that stripped the
-    // top frame's listeners (document.open) could forge one. Only the top
-    // frame's own records are taken as the user's.
-    click.trusted = record.value(QStringLiteral("trusted")).toBool() && !click.inSubframe;
+    const PageClick click = pageClickFromRecord(record);
     if (click.kind == PageClick::Kind::MouseDown)
         emit pageMouseDown(click);
     else

@@ -1,0 +1,84 @@
+// Kills the writer (tests/durability/writer.cpp) with SIGKILL at random
+// moments, many times, and checks after each kill that every file is whole:
+// the settings all old or all new, the typed addresses an unbroken list, the
+// last pages whole lines numbered without a gap.
+#include "platform/UserRegistry.h"
+#include "platform/ini/ProfileFile.h"
+#include "support/TestMain.h"
+
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+
+namespace {
+
+const QStringList switchKeys = {"ADDRESSBAR", "STATUSBAR", "TOOLSBAR",  "ICONON",
+                                "OPENGETBAR", "BESILENT",  "STOPPOPUP", "KILLPOP"};
+
+int number(const QString& address)
+{
+    static const QRegularExpression digits(QStringLiteral("-(\\d+)\\."));
+    return digits.match(address).captured(1).toInt();
+}
+
+} // namespace
+
+class DurabilityTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void filesAreWholeAfterEveryKill()
+    {
+        QTemporaryDir dir;
+        const QString appDir = dir.path() + '/';
+        const QString registryPath = appDir + "registry.ini";
+        QRandomGenerator random(QRandomGenerator::global()->generate());
+        int killedWhileWriting = 0;
+        for (int round = 0; round < 40; ++round) {
+            QProcess writer;
+            writer.start(QStringLiteral(QUB_DURABILITY_WRITER),
+                         {appDir, registryPath, QStringLiteral(QUB_SKIN_FILE)});
+            QVERIFY(writer.waitForStarted());
+            // The first kill comes once every file has been written once.
+            if (round == 0)
+                QTRY_VERIFY(QFile::exists(appDir + "LastPages.ini"));
+            QTest::qWait(int(random.bounded(30, 250)));
+            QCOMPARE(writer.state(), QProcess::Running);
+            writer.kill();
+            QVERIFY(writer.waitForFinished());
+
+            const platform::ProfileFile settings(appDir + "Browser.ini");
+            const QString first = settings.readString("QUB-BROWSER", switchKeys[0]);
+            QVERIFY2(first == "0" || first == "1", qPrintable(first));
+            for (const QString& key : switchKeys)
+                QCOMPARE(settings.readString("QUB-BROWSER", key), first);
+
+            QFile pages(appDir + "LastPages.ini");
+            QVERIFY(pages.open(QIODevice::ReadOnly));
+            const QByteArray text = pages.readAll();
+            QVERIFY(text.endsWith("\r\n"));
+            QList<QByteArray> lines = text.split('\n');
+            lines.removeLast();
+            for (int i = 0; i < lines.size(); ++i)
+                QCOMPARE(lines[i], QStringLiteral("http://page-%1.example/\r").arg(i + 1).toUtf8());
+
+            // Newest first, each one before the last, never more than kept.
+            const platform::UserRegistry registry(registryPath);
+            const int newest = number(registry.readValue(platform::typedUrlsKey, "url1"));
+            QVERIFY(newest >= lines.size() && newest <= lines.size() + 1);
+            killedWhileWriting += newest != lines.size();
+            for (int n = 2; n <= platform::maxTypedUrls; ++n) {
+                const QString url =
+                    registry.readValue(platform::typedUrlsKey, QString("url%1").arg(n));
+                QCOMPARE(url.isEmpty() ? 0 : number(url), std::max(newest - n + 1, 0));
+            }
+        }
+        qInfo("%d of 40 kills fell between a typed address and its page line", killedWhileWriting);
+    }
+};
+
+QUB_TEST_MAIN(DurabilityTest)
+#include "tst_durability.moc"
