@@ -1,6 +1,6 @@
 #pragma once
 // A tiny HTTP server on 127.0.0.1 (port chosen by the system) that answers GET
-// requests from a table of paths; anything else is 404. A path may want basic
+// requests from a table of paths, whatever the query; anything else is 404. A path may want basic
 // sign-in or carry extra headers. LocalHttpsServer speaks HTTPS with a
 // self-signed certificate (tests/support/tls), which browsers do not trust.
 // For engine tests only.
@@ -61,7 +61,8 @@ private:
         if (!request.contains("\r\n\r\n"))
             return;
         socket->readAll();
-        const QString path = QString::fromLatin1(request.split(' ').value(1));
+        // The query does not choose the page; pages read it themselves.
+        const QString path = QString::fromLatin1(request.split(' ').value(1)).section('?', 0, 0);
         counts_[path] += 1;
         QByteArray status = "200 OK";
         Response response(QByteArrayLiteral("not found"));

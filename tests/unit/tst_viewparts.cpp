@@ -1,6 +1,7 @@
 // The pure parts of a browser view (status texts, addresses, the lock level)
 // and the new-window policy as the tab strip carries out its verdicts.
 #include "platform/browser/AddressUrl.h"
+#include "platform/browser/ScriptDialogLimit.h"
 #include "platform/browser/StatusText.h"
 #include "platform/browser/ViewFacets.h"
 #include "platform/browser/ViewPolicies.h"
@@ -95,6 +96,26 @@ private slots:
         QCOMPARE(lockLevel(QUrl("https://example.org/"), true), 1);
         QCOMPARE(lockLevel(QUrl("about:blank"), false), 0);
         QCOMPARE(lockLevel(QUrl("file:///tmp/a.html"), false), 0);
+    }
+
+    void aDialogStormIsCutShortButSpacedDialogsAreNot()
+    {
+        ScriptDialogLimit storm;
+        for (qint64 t = 0; t < 3 * 100; t += 100) {
+            QVERIFY(storm.allows());
+            storm.answered(t, t + 50);
+        }
+        QVERIFY(!storm.allows());
+        storm.reset();
+        QVERIFY(storm.allows());
+
+        // A user reading each dialog for a while is never cut off.
+        ScriptDialogLimit spaced;
+        for (qint64 t = 0; t < 10 * 2000; t += 2000) {
+            QVERIFY(spaced.allows());
+            spaced.answered(t, t + 900);
+        }
+        QVERIFY(spaced.allows());
     }
 
     void theNewWindowPolicyDecidesWhereAWindowOpens()

@@ -1,5 +1,6 @@
 #include "WebEnginePage.h"
 #include "EngineProfile.h"
+#include "platform/Dialogs.h"
 
 #include <QWebEngineProfile>
 
@@ -33,36 +34,62 @@ NavigationRequest::Kind kindOf(QWebEnginePage::NavigationType type)
 WebEnginePage::WebEnginePage(EngineProfile& profile, BrowserView& owner, QObject* parent)
     : QWebEnginePage(&profile.profile(), parent), engine_(profile), owner_(owner)
 {
+    clock_.start();
+}
+
+template <typename Ask> void WebEnginePage::showDialog(Ask ask)
+{
+    if (silent || !dialogLimit_.allows())
+        return;
+    const qint64 shown = clock_.elapsed();
+    {
+        BrowserView::Prompt prompt(owner_);
+        ask();
+    }
+    dialogLimit_.answered(shown, clock_.elapsed());
+}
+
+QString WebEnginePage::dialogTitle(const QUrl& origin)
+{
+    return QStringLiteral("The page at %1 says")
+        .arg(origin.host().isEmpty() ? origin.toDisplayString() : origin.host());
 }
 
 bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame)
 {
-    return engine_.navigationPolicy().allows(owner_, {url, kindOf(type), isMainFrame});
+    const bool allowed =
+        engine_.navigationPolicy().allows(owner_, {url, kindOf(type), isMainFrame});
+    // Here, not at loadStarted: that signal can arrive after the new
+    // document's first script has already asked.
+    if (allowed && isMainFrame)
+        dialogLimit_.reset();
+    return allowed;
 }
 
 void WebEnginePage::javaScriptAlert(const QUrl& origin, const QString& message)
 {
-    if (silent)
-        return;
-    BrowserView::Prompt prompt(owner_);
-    QWebEnginePage::javaScriptAlert(origin, message);
+    showDialog([&] {
+        engine_.dialogs().message(message, Dialogs::Buttons::Ok, Dialogs::Icon::Information,
+                                  dialogTitle(origin));
+    });
 }
 
 bool WebEnginePage::javaScriptConfirm(const QUrl& origin, const QString& message)
 {
-    if (silent)
-        return false;
-    BrowserView::Prompt prompt(owner_);
-    return QWebEnginePage::javaScriptConfirm(origin, message);
+    bool ok = false;
+    showDialog([&] {
+        ok = engine_.dialogs().message(message, Dialogs::Buttons::OkCancel, Dialogs::Icon::Question,
+                                       dialogTitle(origin)) == Dialogs::Answer::Ok;
+    });
+    return ok;
 }
 
 bool WebEnginePage::javaScriptPrompt(const QUrl& origin, const QString& message,
                                      const QString& fallback, QString* result)
 {
-    if (silent)
-        return false;
-    BrowserView::Prompt prompt(owner_);
-    return QWebEnginePage::javaScriptPrompt(origin, message, fallback, result);
+    bool ok = false;
+    showDialog([&] { ok = QWebEnginePage::javaScriptPrompt(origin, message, fallback, result); });
+    return ok;
 }
 
 QStringList WebEnginePage::chooseFiles(FileSelectionMode mode, const QStringList& oldFiles,

@@ -1,7 +1,10 @@
 #pragma once
 // The engine page of one view: keeps the view busy while a prompt of the page
-// waits for the user, keeps a silent view's pages quiet, and asks the
-// window's navigation policy before every navigation.
+// waits for the user, keeps a silent view's pages quiet and a page's dialog
+// storm short, and asks the window's navigation policy before every navigation.
+#include "platform/browser/ScriptDialogLimit.h"
+
+#include <QElapsedTimer>
 #include <QWebEnginePage>
 
 namespace platform {
@@ -32,8 +35,15 @@ protected:
     }
 
 private:
+    // Shows one script dialog through ask, unless the view is silent or the
+    // page has had its fill.
+    template <typename Ask> void showDialog(Ask ask);
+    static QString dialogTitle(const QUrl& origin);
+
     EngineProfile& engine_;
     BrowserView& owner_;
+    ScriptDialogLimit dialogLimit_;
+    QElapsedTimer clock_;
 };
 
 } // namespace platform

@@ -1,0 +1,101 @@
+// Hostile pages on the real engine: the window keeps answering, a dialog
+// storm ends after a few dialogs, and nothing a page forges counts as the
+// user's click. The longest pause of the event loop is measured and logged;
+// a pause of seconds, a hang, fails.
+#include "platform/browser/ScriptDialogLimit.h"
+#include "support/EngineApp.h"
+#include "support/HostilePages.h"
+#include "support/TestMain.h"
+
+#include <QSignalSpy>
+
+using namespace platform;
+
+namespace {
+
+constexpr qint64 hangMs = 2000;
+
+bool titled(BrowserView* view, const QString& title)
+{
+    return view && view->title() == title;
+}
+
+void report(const char* page, const hostile::LoopWatch& watch)
+{
+    qInfo("%s: the event loop paused at most %lld ms", page, watch.longestGapMs());
+}
+
+} // namespace
+
+class HostileTest : public QObject
+{
+    Q_OBJECT
+    LocalHttpServer server;
+
+private slots:
+    void initTestCase() { hostile::serve(server); }
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void busyAndHugePagesLeaveTheWindowAnswering()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start(server.url("/loop.html")));
+        QTRY_VERIFY_WITH_TIMEOUT(titled(w.parts().tabs.view(1), "ready"), 20000);
+        {
+            hostile::LoopWatch watch;
+            w.parts().tabs.newTab(server.url("/huge.html"), true);
+            QTRY_VERIFY_WITH_TIMEOUT(titled(w.parts().tabs.view(2), "ready"), 60000);
+            // The tab whose script never returns closes like any other.
+            w.parts().tabs.closeTab(1);
+            QCOMPARE(app.tabKeys(), QStringList{"tabs-2"});
+            report("a script loop and a 50 MB page", watch);
+            QVERIFY(watch.longestGapMs() < hangMs);
+        }
+        {
+            hostile::LoopWatch watch;
+            w.parts().tabs.view(2)->navigate(server.url("/bounce.html"));
+            // The page counts its own navigations in its address.
+            QTRY_VERIFY_WITH_TIMEOUT(
+                QUrl(w.parts().tabs.view(2)->locationUrl()).query().toInt() >= 100, 30000);
+            w.parts().tabs.newTab(server.url("/alerts.html"), true);
+            QTRY_VERIFY_WITH_TIMEOUT(titled(w.parts().tabs.view(3), "ready"), 20000);
+            report("a page navigating itself 10 ms after every load", watch);
+            QVERIFY(watch.longestGapMs() < hangMs);
+        }
+    }
+
+    void dialogStormsEndAfterAFew()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start(server.url("/alerts.html")));
+        QTRY_VERIFY_WITH_TIMEOUT(titled(w.parts().tabs.view(1), "ready"), 20000);
+        QCOMPARE(app.dialogs.asked, QStringList({"storm 0", "storm 1", "storm 2"}));
+
+        // Confirms that go unasked count as refused.
+        app.dialogs.asked.clear();
+        w.parts().tabs.view(1)->navigate(server.url("/confirms.html"));
+        QTRY_COMPARE_WITH_TIMEOUT(w.parts().tabs.view(1)->title(), QStringLiteral("ready 3"),
+                                  20000);
+        QCOMPARE(app.dialogs.asked.size(), ScriptDialogLimit::burst);
+    }
+
+    void forgedClicksAreNeverTheUsers()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start({}));
+        BrowserView* view = w.parts().tabs.view(1);
+        QSignalSpy clicks(view, &BrowserView::pageClicked);
+        view->navigate(server.url("/forger.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(titled(view, "ready undefined,undefined,undefined"), 20000);
+        // The script's own clicks are reported, as not the user's.
+        QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, 20000);
+        for (const QList<QVariant>& click : clicks)
+            QVERIFY(!click[0].value<PageClick>().trusted);
+    }
+};
+
+QUB_TEST_MAIN(HostileTest)
+#include "tst_hostile.moc"
