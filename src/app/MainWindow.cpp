@@ -26,7 +26,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
       barEvents_(bar_),
       tabs_(state_, bar_, factory, stage_, display_, clock, commands_, barEvents_),
       history_(*controls_.addressBox(), tabs_.strip(), tabs_.events(), registry_, commands_),
-      switches_(bar_, commands_, barEvents_),
+      commandSet_(bar_, state_, tabs_.strip(), commands_, barEvents_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;

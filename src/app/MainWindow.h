@@ -8,7 +8,7 @@
 #include "LastPages.h"
 #include "Settings.h"
 #include "WindowDisplay.h"
-#include "commands/BarSwitches.h"
+#include "commands/CommandsSubsystem.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
 #include "core/MainState.h"
@@ -88,7 +88,7 @@ private:
     BarEventRouter barEvents_;
     TabSubsystem tabs_;
     HistorySubsystem history_;
-    BarSwitches switches_;
+    CommandsSubsystem commandSet_;
     ExitFlow exit_;
     platform::CommandBarWidgets* barWidgets_ = nullptr;
 };

@@ -44,8 +44,9 @@ public:
     void run(platform::EditCommand command) override { ran << platform::editCommandName(command); }
     void queryEnabled(platform::EditCommand command, std::function<void(bool)> answer) override
     {
-        const QString name = platform::editCommandName(command);
-        pending.push([this, name, answer] { answer(enabled.value(name)); });
+        // The page answers for the moment it was asked.
+        const bool now = enabled.value(platform::editCommandName(command));
+        pending.push([now, answer] { answer(now); });
     }
     QStringList ran;
     QMap<QString, bool> enabled;

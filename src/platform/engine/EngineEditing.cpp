@@ -1,5 +1,8 @@
 #include "EngineEditing.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
 #include <QWebEnginePage>
 #include <QWebEngineScript>
 
@@ -28,14 +31,37 @@ void EngineEditing::run(EditCommand command)
     }
 }
 
+namespace {
+
+QString enabledScript(EditCommand command)
+{
+    // A password is never copied out of its field.
+    const QString copyable = QStringLiteral(
+        "getSelection().type === 'Range' && document.activeElement?.type !== 'password'");
+    const QString editable = QStringLiteral("document.queryCommandEnabled('insertText')");
+    switch (command) {
+    case EditCommand::Cut:
+        return copyable + QStringLiteral(" && ") + editable;
+    case EditCommand::Copy:
+        return copyable;
+    case EditCommand::Paste:
+        return editable;
+    default:
+        return QStringLiteral("document.queryCommandEnabled('%1')").arg(editCommandName(command));
+    }
+}
+
+} // namespace
+
 void EngineEditing::queryEnabled(EditCommand command, std::function<void(bool)> answer)
 {
-    const QString script =
-        QStringLiteral("document.queryCommandEnabled('%1')").arg(editCommandName(command));
-    page_.runJavaScript(script, QWebEngineScript::ApplicationWorld,
-                        whileAlive(alive_, [answer = std::move(answer)](const QVariant& value) {
-                            answer(value.toBool());
-                        }));
+    const bool needsClipboard = command == EditCommand::Paste;
+    page_.runJavaScript(
+        enabledScript(command), QWebEngineScript::ApplicationWorld,
+        whileAlive(alive_, [answer = std::move(answer), needsClipboard](const QVariant& value) {
+            const QMimeData* clip = QGuiApplication::clipboard()->mimeData();
+            answer(value.toBool() && (!needsClipboard || (clip && !clip->formats().isEmpty())));
+        }));
 }
 
 } // namespace platform

@@ -1,0 +1,9 @@
+#include "CommandsSubsystem.h"
+
+CommandsSubsystem::CommandsSubsystem(platform::CommandBar& bar, const MainState& state,
+                                     TabStrip& tabs, CommandDispatcher& commands,
+                                     BarEventRouter& events)
+    : switches_(bar, commands, events), editing_(bar, state, tabs, commands, events),
+      textSize_(bar, tabs, commands, events)
+{
+}

@@ -1,0 +1,65 @@
+#include "EditCommands.h"
+#include "core/BarEventRouter.h"
+#include "core/CommandDispatcher.h"
+#include "core/MainState.h"
+#include "platform/browser/BrowserView.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+#include "tabs/TabStrip.h"
+
+using platform::EditCommand;
+
+namespace {
+
+const char* const editMenu = "sub_Edit";
+
+struct EditEntry
+{
+    cmd::Command command;
+    EditCommand edit;
+};
+
+// In the order the menu asks.
+const EditEntry entries[] = {
+    {cmd::Command::Undo, EditCommand::Undo},   {cmd::Command::Redo, EditCommand::Redo},
+    {cmd::Command::Cut, EditCommand::Cut},     {cmd::Command::Copy, EditCommand::Copy},
+    {cmd::Command::Paste, EditCommand::Paste}, {cmd::Command::Delete, EditCommand::Delete},
+    {cmd::Command::SelectAll, EditCommand::SelectAll},
+};
+
+} // namespace
+
+EditCommands::EditCommands(platform::CommandBar& bar, const MainState& state,
+                           const TabStrip& tabs, CommandDispatcher& commands,
+                           BarEventRouter& events)
+    : bar_(bar), state_(state), tabs_(tabs)
+{
+    for (const EditEntry& entry : entries)
+        commands.on(entry.command, [edit = entry.edit](const CommandContext& c) {
+            c.view->focusPage();
+            c.view->editing().run(edit);
+        });
+    events.onDropDown(QLatin1String(editMenu), [this](platform::Band&) { updateMenu(); });
+}
+
+void EditCommands::updateMenu()
+{
+    const int asking = ++asking_;
+    const int tab = state_.currentTab;
+    platform::BrowserView* view = tabs_.view(tab);
+    for (const EditEntry& entry : entries) {
+        const char* key = cmd::keyOf(entry.command);
+        platform::Tool* tool = bar_.tool(editMenu, key);
+        if (!tool)
+            continue;
+        tool->setEnabled(false);
+        if (!view)
+            continue;
+        view->editing().queryEnabled(entry.edit, [this, asking, tab, key](bool enabled) {
+            if (asking != asking_ || tab != state_.currentTab)
+                return;
+            if (platform::Tool* answered = bar_.tool(editMenu, key))
+                answered->setEnabled(enabled);
+        });
+    }
+}

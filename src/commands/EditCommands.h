@@ -1,0 +1,28 @@
+#pragma once
+// The Edit menu: each entry runs its editing command on the shown page, and
+// each time the menu drops down its entries are disabled until the page
+// answers, one by one, whether the command can run now. An answer that comes
+// after a newer drop-down, or from a page no longer shown, is dropped.
+class BarEventRouter;
+class CommandDispatcher;
+class TabStrip;
+struct MainState;
+
+namespace platform {
+class CommandBar;
+}
+
+class EditCommands
+{
+public:
+    EditCommands(platform::CommandBar& bar, const MainState& state, const TabStrip& tabs,
+                 CommandDispatcher& commands, BarEventRouter& events);
+
+private:
+    void updateMenu();
+
+    platform::CommandBar& bar_;
+    const MainState& state_;
+    const TabStrip& tabs_;
+    int asking_ = 0;
+};

@@ -1,0 +1,46 @@
+#include "TextSizeCommands.h"
+#include "core/BarEventRouter.h"
+#include "core/CommandDispatcher.h"
+#include "platform/browser/BrowserView.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+#include "tabs/TabStrip.h"
+
+namespace {
+
+const char* const textMenu = "sub_Text";
+
+struct TextSize
+{
+    cmd::Command command;
+    int level;
+};
+
+const TextSize sizes[] = {
+    {cmd::Command::TextLargest, 4}, {cmd::Command::TextLarger, 3},
+    {cmd::Command::TextMedium, 2},  {cmd::Command::TextSmaller, 1},
+    {cmd::Command::TextSmallest, 0},
+};
+
+} // namespace
+
+TextSizeCommands::TextSizeCommands(platform::CommandBar& bar, const TabStrip& tabs,
+                                   CommandDispatcher& commands, BarEventRouter& events)
+    : bar_(bar), tabs_(tabs)
+{
+    for (const TextSize& size : sizes)
+        commands.on(size.command,
+                    [level = size.level](const CommandContext& c) { c.view->zoom().setLevel(level); });
+    events.onDropDown(QLatin1String(textMenu), [this](platform::Band&) { markLevel(); });
+}
+
+void TextSizeCommands::markLevel()
+{
+    platform::BrowserView* view = tabs_.currentView();
+    if (!view || view->locationUrl().isEmpty())
+        return;
+    const int level = view->zoom().level();
+    for (const TextSize& size : sizes)
+        if (platform::Tool* tool = bar_.tool(textMenu, cmd::keyOf(size.command)))
+            tool->setChecked(size.level == level);
+}

@@ -1,0 +1,125 @@
+// The page commands on the real engine, clicked as the user clicks them: the
+// menus show what the page answers, and each command's effect is read back
+// from the page.
+#include "support/EngineApp.h"
+#include "support/LocalHttpServer.h"
+#include "support/TestMain.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <optional>
+
+using namespace platform;
+
+namespace {
+
+bool loaded(BrowserView* view, const QString& title)
+{
+    return view && view->title() == title && view->readyState() == BrowserView::Complete;
+}
+
+// Runs script in the page and waits for its answer.
+QVariant ask(BrowserView* view, const QString& script)
+{
+    std::optional<QVariant> answer;
+    view->document().ask(script, [&](const QVariant& value) { answer = value; });
+    if (!QTest::qWaitFor([&] { return answer.has_value(); }, 20000))
+        return QStringLiteral("no answer");
+    return *answer;
+}
+
+} // namespace
+
+class PageCommandsTest : public QObject
+{
+    Q_OBJECT
+    LocalHttpServer server;
+
+    static void click(EngineApp& app, const char* band, const char* key)
+    {
+        app.window->parts().bar.reportClick(app.window->parts().bar.tool(band, key));
+    }
+    static QStringList enabledIn(EngineApp& app, const char* band)
+    {
+        QStringList keys;
+        const Band* menu = app.window->parts().bar.band(band);
+        for (int i = 0; i < menu->count(); ++i)
+            if (menu->at(i)->enabled() && !menu->at(i)->key().isEmpty())
+                keys << menu->at(i)->key();
+        return keys;
+    }
+    static QStringList checkedIn(EngineApp& app, const char* band)
+    {
+        QStringList keys;
+        const Band* menu = app.window->parts().bar.band(band);
+        for (int i = 0; i < menu->count(); ++i)
+            if (menu->at(i)->checked())
+                keys << menu->at(i)->key();
+        return keys;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        server.setPage("/edit.html", "<title>Edit</title><p id=p>plain words</p>"
+                                     "<textarea id=t>typed words</textarea>"
+                                     "<input id=w type=password value=secret>");
+    }
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void theEditAndTextSizeMenusShowThePage()
+    {
+        EngineApp app;
+        QVERIFY(app.window->start(server.url("/edit.html")));
+        BrowserView* view = app.window->parts().tabs.view(1);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Edit"), 20000);
+        Band* edit = app.window->parts().bar.band("sub_Edit");
+        QGuiApplication::clipboard()->setText("clipped");
+
+        // Find is there for every page.
+        const QStringList nothing = {"b_find"};
+        const QStringList inField = {"b_cut", "b_copy", "b_paste", "b_del", "b_selectall", "b_find"};
+        const QStringList inText = {"b_copy", "b_selectall", "b_find"};
+        const QStringList inPassword = {"b_paste", "b_del", "b_selectall", "b_find"};
+        const std::pair<const char*, QStringList> cases[] = {
+            {"getSelection().removeAllRanges()", {"b_selectall", "b_find"}},
+            {"t.focus(); t.select()", inField},
+            {"getSelection().selectAllChildren(p)", inText},
+            {"w.focus(); w.select()", inPassword},
+        };
+        for (const auto& [select, expected] : cases) {
+            QCOMPARE(ask(view, select), QVariant());
+            app.window->parts().bar.reportDropDown(edit);
+            QCOMPARE(enabledIn(app, "sub_Edit"), nothing); // until the page answers
+            QTRY_COMPARE_WITH_TIMEOUT(enabledIn(app, "sub_Edit"), expected, 20000);
+        }
+
+        // The entries act on the page: typing then undo brings the text back.
+        ask(view, "t.focus(); t.select()");
+        click(app, "sub_Edit", "b_cut");
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, "t.value").toString(), QString(), 20000);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QStringLiteral("typed words"));
+        click(app, "sub_Edit", "b_undo");
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, "t.value").toString(), QStringLiteral("typed words"),
+                                  20000);
+
+        Band* text = app.window->parts().bar.band("sub_Text");
+        const std::pair<const char*, double> sizes[] = {
+            {"b_big", 1.2}, {"b_smallest", 0.8}, {"b_normal", 1.0}};
+        for (const auto& [size, factor] : sizes) {
+            click(app, "sub_Text", size);
+            app.window->parts().bar.reportDropDown(text);
+            QCOMPARE(checkedIn(app, "sub_Text"), QStringList{size});
+            QTRY_COMPARE_WITH_TIMEOUT(qRound(ask(view, "window.devicePixelRatio").toDouble() * 10), qRound(factor * 10),
+                                      20000);
+        }
+        // A blank tab leaves the checks alone.
+        click(app, "sub_Text", "b_biggest");
+        app.window->parts().tabs.newTab({}, true);
+        app.window->parts().bar.reportDropDown(text);
+        QCOMPARE(checkedIn(app, "sub_Text"), QStringList{"b_normal"});
+    }
+};
+
+QUB_TEST_MAIN(PageCommandsTest)
+#include "tst_pagecommands.moc"
