@@ -5,6 +5,7 @@
 #include "app/MainWindow.h"
 #include "platform/AppDir.h"
 #include "platform/Dialogs.h"
+#include "platform/Shell.h"
 #include "platform/engine/WebEngineViewFactory.h"
 
 #include <QApplication>
@@ -38,11 +39,12 @@ int main(int argc, char** argv)
     const int tabs = args[2].toInt();
 
     platform::QtDialogs dialogs;
+    platform::DesktopShell shell;
     platform::SystemClock clock;
     platform::WebEngineViewFactory factory(dialogs);
     int code = 0;
     {
-        MainWindow window(platform::appDir(), dialogs, factory, clock);
+        MainWindow window(platform::appDir(), dialogs, shell, factory, clock);
         int pending = 0;
         qint64 tabsStarted = 0;
         QObject::connect(&window.parts().tabs, &TabStrip::viewCreated, &app,

@@ -2,6 +2,7 @@
 #include "app/MainWindow.h"
 #include "platform/AppDir.h"
 #include "platform/Dialogs.h"
+#include "platform/Shell.h"
 #include "platform/engine/WebEngineViewFactory.h"
 
 #include <QApplication>
@@ -34,11 +35,12 @@ int main(int argc, char** argv)
     chooseIconTheme();
 
     platform::QtDialogs dialogs;
+    platform::DesktopShell shell;
     platform::SystemClock clock;
     platform::WebEngineViewFactory factory(dialogs);
     int code = 0;
     {
-        MainWindow window(platform::appDir(), dialogs, factory, clock);
+        MainWindow window(platform::appDir(), dialogs, shell, factory, clock);
         dialogs.setParent(&window);
         if (!window.start(commandLineAddress(QApplication::arguments())))
             return 1;

@@ -16,7 +16,7 @@ namespace {
 const QString skinName = QStringLiteral("default.tb2");
 } // namespace
 
-MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
+MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platform::Shell& shell,
                        platform::BrowserViewFactory& factory, const platform::Clock& clock)
     : dialogs_(dialogs), factory_(factory), language_(appDir), settings_(appDir, bar_, connection_),
       clickHook_(clock), lastPages_(appDir), controls_(*this), clientArea_(new QWidget(this)),
@@ -25,8 +25,9 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs,
       commands_(state_, bar_, [this](int index) { return tabs_.strip().view(index); }),
       barEvents_(bar_),
       tabs_(state_, bar_, factory, stage_, display_, clock, commands_, barEvents_),
-      history_(*controls_.addressBox(), tabs_.strip(), tabs_.events(), registry_, commands_),
-      commandSet_(bar_, state_, tabs_.strip(), commands_, barEvents_),
+      history_(*controls_.addressBox(), tabs_.strip(), tabs_.events(), registry_, dialogs,
+               commands_),
+      commandSet_(bar_, state_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;

@@ -25,13 +25,14 @@
 namespace platform {
 class CommandBarWidgets;
 class Dialogs;
+class Shell;
 } // namespace platform
 
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    MainWindow(const QString& appDir, platform::Dialogs& dialogs,
+    MainWindow(const QString& appDir, platform::Dialogs& dialogs, platform::Shell& shell,
                platform::BrowserViewFactory& factory, const platform::Clock& clock);
     ~MainWindow() override;
 

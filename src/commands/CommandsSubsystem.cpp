@@ -1,9 +1,11 @@
 #include "CommandsSubsystem.h"
 
 CommandsSubsystem::CommandsSubsystem(platform::CommandBar& bar, const MainState& state,
-                                     TabStrip& tabs, CommandDispatcher& commands,
+                                     TabStrip& tabs, platform::Dialogs& dialogs,
+                                     platform::Shell& shell, CommandDispatcher& commands,
                                      BarEventRouter& events)
     : switches_(bar, commands, events), editing_(bar, state, tabs, commands, events),
-      textSize_(bar, tabs, commands, events)
+      textSize_(bar, tabs, commands, events), document_(dialogs, commands),
+      window_(dialogs, shell, bar, commands)
 {
 }

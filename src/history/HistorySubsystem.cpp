@@ -1,19 +1,34 @@
 #include "HistorySubsystem.h"
 #include "AddressCompleter.h"
 #include "core/CommandDispatcher.h"
+#include "platform/Dialogs.h"
 #include "platform/UserRegistry.h"
 #include "platform/browser/BrowserView.h"
 #include "tabs/ViewEvents.h"
 
 #include <QComboBox>
 
+namespace {
+// Pairs of description and patterns; the second pair is kept as it has always been.
+const QString openFileFilter = QStringLiteral(
+    "*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*");
+} // namespace
+
 HistorySubsystem::HistorySubsystem(QComboBox& box, TabStrip& tabs, ViewEvents& events,
-                                   platform::UserRegistry& registry, CommandDispatcher& commands)
+                                   platform::UserRegistry& registry, platform::Dialogs& dialogs,
+                                   CommandDispatcher& commands)
     : box_(box), registry_(registry), completer_(new AddressCompleter(&box)), addressBar_(box, tabs)
 {
     addressBar_.setCompleter(*completer_);
     commands.on(cmd::Command::Go,
                 [this](const CommandContext&) { addressBar_.navigateFromAddressBar(false); });
+    commands.on(cmd::Command::OpenFile, [this, &dialogs](const CommandContext&) {
+        const QString path = dialogs.openFileName(openFileFilter);
+        if (path.isEmpty())
+            return;
+        box_.setEditText(path);
+        addressBar_.navigateFromAddressBar(false);
+    });
     QObject::connect(
         &events, &ViewEvents::documentHooked, completer_,
         [this](platform::BrowserView* view) { completer_->addAddress(view->locationUrl()); });

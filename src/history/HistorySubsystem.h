@@ -1,7 +1,7 @@
 #pragma once
 // The address bar and what feeds it: the typed addresses of the per-user
 // store and the pages opened in this run as suggestions. Wires itself to the
-// tabs and registers the Go command.
+// tabs and registers the Go and Open File commands.
 #include "AddressBar.h"
 
 class AddressCompleter;
@@ -10,14 +10,16 @@ class QComboBox;
 class ViewEvents;
 
 namespace platform {
+class Dialogs;
 class UserRegistry;
-}
+} // namespace platform
 
 class HistorySubsystem
 {
 public:
     HistorySubsystem(QComboBox& box, TabStrip& tabs, ViewEvents& events,
-                     platform::UserRegistry& registry, CommandDispatcher& commands);
+                     platform::UserRegistry& registry, platform::Dialogs& dialogs,
+                     CommandDispatcher& commands);
 
     // Start-up: the list's first entry, then the typed addresses after it.
     void fillAddressList();

@@ -4,6 +4,7 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFormLayout>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -87,6 +88,46 @@ bool QtDialogs::credentials(const QString& prompt, QString& user, QString& passw
     user = userBox->text();
     password = passwordBox->text();
     return true;
+}
+
+QString QtDialogs::inputText(const QString& prompt, const QString& suggested)
+{
+    return QInputDialog::getText(parent_, QStringLiteral("QUB-BROWSER"), prompt, QLineEdit::Normal,
+                                 suggested);
+}
+
+QString qtFileFilter(const QString& filter)
+{
+    const QStringList parts = filter.split('|');
+    QStringList filters;
+    for (int i = 0; i + 1 < parts.size(); i += 2) {
+        QString patterns = parts[i + 1];
+        filters << QStringLiteral("%1 (%2)").arg(parts[i], patterns.replace(';', ' '));
+    }
+    return filters.join(QStringLiteral(";;"));
+}
+
+QString QtDialogs::openFileName(const QString& filter)
+{
+    return QFileDialog::getOpenFileName(parent_, QString(), QString(), qtFileFilter(filter));
+}
+
+void QtDialogs::showDetails(const QString& title, const Rows& rows)
+{
+    QDialog dialog(parent_);
+    dialog.setWindowTitle(title);
+    auto* layout = new QFormLayout(&dialog);
+    for (const auto& [name, value] : rows) {
+        auto* text = new QLabel(value, &dialog);
+        text->setTextFormat(Qt::PlainText);
+        text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+        text->setWordWrap(true);
+        layout->addRow(name + ':', text);
+    }
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
+    layout->addRow(buttons);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    dialog.exec();
 }
 
 } // namespace platform

@@ -1,7 +1,9 @@
 #pragma once
 // Message boxes and the few questions the program asks; QtDialogs shows real
 // ones and tests answer from a script.
+#include <QList>
 #include <QString>
+#include <utility>
 
 class QWidget;
 
@@ -21,7 +23,18 @@ public:
     virtual QString saveFileName(const QString& title, const QString& suggested) = 0;
     // A user name and password for prompt; false when cancelled.
     virtual bool credentials(const QString& prompt, QString& user, QString& password) = 0;
+    // A line of text, starting from suggested; empty when cancelled.
+    virtual QString inputText(const QString& prompt, const QString& suggested) = 0;
+    // A file to open; filter is pairs of description and patterns joined by
+    // "|" ("Pages|*.htm;*.html|All|*.*"). Empty when cancelled.
+    virtual QString openFileName(const QString& filter) = 0;
+    using Rows = QList<std::pair<QString, QString>>;
+    // Facts to read, a name and a value per row, until the user closes them.
+    virtual void showDetails(const QString& title, const Rows& rows) = 0;
 };
+
+// The filter of openFileName in the form of Qt's file dialogs.
+QString qtFileFilter(const QString& filter);
 
 class QtDialogs : public Dialogs
 {
@@ -31,6 +44,9 @@ public:
                    const QString& title = {}) override;
     QString saveFileName(const QString& title, const QString& suggested) override;
     bool credentials(const QString& prompt, QString& user, QString& password) override;
+    QString inputText(const QString& prompt, const QString& suggested) override;
+    QString openFileName(const QString& filter) override;
+    void showDetails(const QString& title, const Rows& rows) override;
 
 private:
     QWidget* parent_ = nullptr;

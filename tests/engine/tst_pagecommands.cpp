@@ -7,6 +7,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QWebEngineView>
 #include <optional>
 
 using namespace platform;
@@ -78,7 +79,8 @@ private slots:
 
         // Find is there for every page.
         const QStringList nothing = {"b_find"};
-        const QStringList inField = {"b_cut", "b_copy", "b_paste", "b_del", "b_selectall", "b_find"};
+        const QStringList inField = {"b_cut", "b_copy",      "b_paste",
+                                     "b_del", "b_selectall", "b_find"};
         const QStringList inText = {"b_copy", "b_selectall", "b_find"};
         const QStringList inPassword = {"b_paste", "b_del", "b_selectall", "b_find"};
         const std::pair<const char*, QStringList> cases[] = {
@@ -110,14 +112,58 @@ private slots:
             click(app, "sub_Text", size);
             app.window->parts().bar.reportDropDown(text);
             QCOMPARE(checkedIn(app, "sub_Text"), QStringList{size});
-            QTRY_COMPARE_WITH_TIMEOUT(qRound(ask(view, "window.devicePixelRatio").toDouble() * 10), qRound(factor * 10),
-                                      20000);
+            QTRY_COMPARE_WITH_TIMEOUT(qRound(ask(view, "window.devicePixelRatio").toDouble() * 10),
+                                      qRound(factor * 10), 20000);
         }
         // A blank tab leaves the checks alone.
         click(app, "sub_Text", "b_biggest");
         app.window->parts().tabs.newTab({}, true);
         app.window->parts().bar.reportDropDown(text);
         QCOMPARE(checkedIn(app, "sub_Text"), QStringList{"b_normal"});
+    }
+
+    void documentCommandsChangeThePage()
+    {
+        EngineApp app;
+        QVERIFY(app.window->start(server.url("/edit.html")));
+        BrowserView* view = app.window->parts().tabs.view(1);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Edit"), 20000);
+
+        click(app, "sub_File", "sep_sFile2");
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, "document.designMode").toString(), QStringLiteral("on"),
+                                  20000);
+        // Text typed at the start of the paragraph goes into the page.
+        const char* type = "getSelection().collapse(p, 0);"
+                           "document.execCommand('insertText', false, 'new ')";
+        QCOMPARE(ask(view, type).toBool(), true);
+        QCOMPARE(ask(view, "p.textContent").toString(), QStringLiteral("new plain words"));
+        click(app, "sub_File", "sep_sFile2");
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, "document.designMode").toString(),
+                                  QStringLiteral("off"), 20000);
+
+        const char* scroll = "document.body.getAttribute('scroll') + ' ' + "
+                             "getComputedStyle(document.documentElement).overflow";
+        click(app, "sub_View", "b_scrollon");
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, scroll).toString(), QStringLiteral("no hidden"), 20000);
+        click(app, "sub_View", "b_scrollon");
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, scroll).toString(), QStringLiteral("yes visible"),
+                                  20000);
+
+        click(app, "sub_File", "b_property");
+        QTRY_COMPARE_WITH_TIMEOUT(app.dialogs.asked.count("Properties"), 1, 20000);
+        const Dialogs::Rows rows = app.dialogs.details;
+        QVERIFY(rows.contains(std::pair<QString, QString>("Address", server.url("/edit.html"))));
+        QVERIFY(rows.contains(std::pair<QString, QString>("Type", "text/html")));
+        QVERIFY(rows.contains(std::pair<QString, QString>("Connection", "Not encrypted")));
+
+        const QString saved = app.dir.filePath("saved.html");
+        app.dialogs.savePaths.push_back(saved);
+        click(app, "sub_File", "b_saveas");
+        QVERIFY(app.dialogs.asked.last().endsWith("/Edit.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(saved).size() > 0, 20000);
+        QFile file(saved);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QVERIFY(file.readAll().contains("new plain words"));
     }
 };
 

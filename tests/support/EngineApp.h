@@ -27,6 +27,7 @@ struct EngineApp
     QTemporaryDir dir;
     QString appDir = dir.path() + '/';
     ScriptedDialogs dialogs;
+    RecordingShell shell;
     SettableClock clock;
     platform::WebEngineViewFactory factory{dialogs};
     std::unique_ptr<MainWindow> window;
@@ -35,14 +36,14 @@ struct EngineApp
     {
         if (withSkin)
             copySkinTo(appDir);
-        window = std::make_unique<MainWindow>(appDir, dialogs, factory, clock);
+        window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
     }
     // A second run of the program in the same folder, as after a restart.
     void restart()
     {
         window.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        window = std::make_unique<MainWindow>(appDir, dialogs, factory, clock);
+        window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
     }
     platform::WebEngineBrowserView* engineView(int index) const
     {

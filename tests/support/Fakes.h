@@ -4,6 +4,7 @@
 // set by hand.
 #include "platform/Clock.h"
 #include "platform/Dialogs.h"
+#include "platform/Shell.h"
 #include "platform/browser/BrowserView.h"
 #include "platform/browser/ViewPolicies.h"
 #include "support/FakeFacets.h"
@@ -103,6 +104,18 @@ public:
     int shown = -1;
 };
 
+class RecordingShell : public platform::Shell
+{
+public:
+    bool open(const QString& address) override
+    {
+        opened << address;
+        return handled;
+    }
+    QStringList opened;
+    bool handled = true;
+};
+
 class ScriptedDialogs : public platform::Dialogs
 {
 public:
@@ -130,9 +143,27 @@ public:
         std::tie(user, password) = takeFront(logins);
         return true;
     }
+    QString inputText(const QString& prompt, const QString& suggested) override
+    {
+        asked << prompt + " [" + suggested + "]";
+        return inputs.empty() ? QString() : takeFront(inputs);
+    }
+    QString openFileName(const QString& filter) override
+    {
+        asked << filter;
+        return openPaths.empty() ? QString() : takeFront(openPaths);
+    }
+    void showDetails(const QString& title, const Rows& rows) override
+    {
+        asked << title;
+        details = rows;
+    }
     QStringList asked;
     std::deque<Answer> answers;
     std::deque<QString> savePaths;
+    std::deque<QString> inputs;
+    std::deque<QString> openPaths;
+    Rows details;
     std::deque<std::pair<QString, QString>> logins;
     // Runs once inside the next sign-in prompt, as if the user acted meanwhile.
     std::function<void()> whileAsking;

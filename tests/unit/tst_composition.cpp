@@ -2,6 +2,7 @@
 // skin clicked, every menu dropped down, every secondary action tried, with
 // no crash and no warning, and the window still a working browser after it.
 #include "app/MainWindow.h"
+#include "commands/WindowCommands.h"
 #include "core/Keys.h"
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "support/Fakes.h"
@@ -26,9 +27,10 @@ private slots:
         for (const char* name : {"default.tb2", "lng.ini"})
             QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, appDir + name));
         ScriptedDialogs dialogs;
+        RecordingShell shell;
         SettableClock clock;
         FakeViewFactory factory;
-        MainWindow window(appDir, dialogs, factory, clock);
+        MainWindow window(appDir, dialogs, shell, factory, clock);
         QVERIFY(window.start(QStringLiteral("http://start.test/")));
         MainWindow::Parts parts = window.parts();
         parts.tabs.newTab(QStringLiteral("http://second.test/"), true);
@@ -58,7 +60,13 @@ private slots:
             if (Tool* tool = parts.bar.tool(band, key))
                 parts.bar.reportSecondary(tool);
 
-        QCOMPARE(dialogs.asked, QStringList{"Do you want to close QUB-BROWSER and all its tabs?"});
+        QCOMPARE(dialogs.asked.count("Do you want to close QUB-BROWSER and all its tabs?"), 1);
+        QCOMPARE(dialogs.asked.count(aboutText()), 1);
+        QVERIFY(dialogs.asked.contains("*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|"
+                                       "*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*"));
+        // The link is sent from the blank tab that New Tab opened before.
+        QCOMPARE(shell.opened,
+                 QStringList({"mailto:?subject=&body=", "mailto:?subject=New&body=", "mailto:"}));
         QVERIFY(window.isVisible());
         const int tabs = parts.bar.band(key::tabsBar)->count();
         QVERIFY(tabs >= 1);

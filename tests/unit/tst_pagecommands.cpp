@@ -15,7 +15,9 @@ private slots:
     void lateAnswersLeaveTheEditMenuAlone()
     {
         StripFixture f;
-        CommandsSubsystem commands(f.bar, f.state, f.tabs, f.commands, f.events);
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        CommandsSubsystem commands(f.bar, f.state, f.tabs, dialogs, shell, f.commands, f.events);
         f.tabs.newTab(QStringLiteral("http://one.test/"), true);
         f.tabs.newTab(QStringLiteral("http://two.test/"), true);
         FakeEditing& one = f.view(1)->editingFacet;

@@ -174,7 +174,8 @@ private slots:
         QComboBox box;
         QTemporaryDir dir;
         UserRegistry registry(dir.filePath("registry.ini"));
-        HistorySubsystem history(box, e.tabs, e.events, registry, e.commands);
+        ScriptedDialogs dialogs;
+        HistorySubsystem history(box, e.tabs, e.events, registry, dialogs, e.commands);
         CommandDispatcher& commands = e.commands;
         auto click = [&](const char* band, const char* tool) {
             commands.dispatch(e.bar.tool(band, tool));

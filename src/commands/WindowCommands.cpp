@@ -1,0 +1,59 @@
+#include "WindowCommands.h"
+#include "core/CommandDispatcher.h"
+#include "core/Keys.h"
+#include "core/ToolKeys.h"
+#include "platform/Dialogs.h"
+#include "platform/Shell.h"
+#include "platform/browser/BrowserView.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+
+#include <QCoreApplication>
+
+using cmd::Command;
+
+QString aboutText()
+{
+    return QCoreApplication::applicationVersion() + '\n' + QStringLiteral("A tabbed web browser.") +
+           '\n' + QStringLiteral("Copyright (C) 2026 the QUB-BROWSER developers. ") +
+           QStringLiteral("QUB-BROWSER is free software.");
+}
+
+QString mailText(const QString& to, const QString& subject, const QString& body)
+{
+    return QStringLiteral("mailto:") + to + QStringLiteral("?subject=") + subject +
+           QStringLiteral("&body=") + body;
+}
+
+namespace {
+
+void openMail(platform::Dialogs& dialogs, platform::Shell& shell, const QString& text)
+{
+    if (!shell.open(text))
+        dialogs.message(QStringLiteral("No mail program is set up on this desktop."),
+                        platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::Information);
+}
+
+} // namespace
+
+WindowCommands::WindowCommands(platform::Dialogs& dialogs, platform::Shell& shell,
+                               platform::CommandBar& bar, CommandDispatcher& commands)
+{
+    commands.on(Command::About, [&dialogs](const CommandContext&) {
+        dialogs.message(aboutText(), platform::Dialogs::Buttons::Ok,
+                        platform::Dialogs::Icon::Information, QStringLiteral("About"));
+    });
+    commands.on(Command::NewMail, [&dialogs, &shell](const CommandContext&) {
+        openMail(dialogs, shell, mailText({}, {}, {}));
+    });
+    commands.on(Command::SendLink, [&dialogs, &shell, &bar](const CommandContext& c) {
+        const platform::Tool* tab = bar.tool(key::tabsBar, keys::tabKey(c.tab));
+        openMail(dialogs, shell,
+                 mailText({}, tab ? tab->caption() : QString(), c.view->locationUrl()));
+    });
+    // The desktop names no mail reader, only the program for mailto:, which
+    // opens with an empty message.
+    commands.on(Command::ReadMail, [&dialogs, &shell](const CommandContext&) {
+        openMail(dialogs, shell, QStringLiteral("mailto:"));
+    });
+}

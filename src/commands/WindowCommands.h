@@ -1,0 +1,25 @@
+#pragma once
+// The commands about the program rather than a page: the About box and the
+// mail commands, which hand a mailto: text to the desktop's mail program.
+#include <QString>
+
+class CommandDispatcher;
+class TabStrip;
+
+namespace platform {
+class CommandBar;
+class Dialogs;
+class Shell;
+} // namespace platform
+
+class WindowCommands
+{
+public:
+    WindowCommands(platform::Dialogs& dialogs, platform::Shell& shell, platform::CommandBar& bar,
+                   CommandDispatcher& commands);
+};
+
+// The About box's text: the version, what the program is, and its copyright.
+QString aboutText();
+// The text of a new mail message, unescaped: "mailto:" + to + "?subject=" ...
+QString mailText(const QString& to, const QString& subject, const QString& body);
