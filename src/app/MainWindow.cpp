@@ -27,7 +27,8 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       tabs_(state_, bar_, factory, stage_, display_, clock, commands_, barEvents_),
       history_(*controls_.addressBox(), tabs_.strip(), tabs_.events(), registry_, dialogs,
                commands_),
-      commandSet_(bar_, state_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
+      commandSet_(*this, bar_, state_, tabs_.strip(), tabs_.events(), dialogs, shell, commands_,
+                  barEvents_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;

@@ -5,15 +5,18 @@
 #include "BarSwitches.h"
 #include "DocumentCommands.h"
 #include "EditCommands.h"
+#include "FullScreen.h"
 #include "TextSizeCommands.h"
 #include "WindowCommands.h"
 
 class CommandsSubsystem
 {
 public:
-    CommandsSubsystem(platform::CommandBar& bar, const MainState& state, TabStrip& tabs,
-                      platform::Dialogs& dialogs, platform::Shell& shell,
-                      CommandDispatcher& commands, BarEventRouter& events);
+    CommandsSubsystem(QWidget& window, platform::CommandBar& bar, const MainState& state,
+                      TabStrip& tabs, ViewEvents& viewEvents, platform::Dialogs& dialogs,
+                      platform::Shell& shell, CommandDispatcher& commands, BarEventRouter& events);
+
+    FullScreen& fullScreen() { return fullScreen_; }
 
 private:
     BarSwitches switches_;
@@ -21,4 +24,5 @@ private:
     TextSizeCommands textSize_;
     DocumentCommands document_;
     WindowCommands window_;
+    FullScreen fullScreen_;
 };

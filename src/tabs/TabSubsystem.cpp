@@ -15,8 +15,6 @@ TabSubsystem::TabSubsystem(MainState& state, platform::CommandBar& bar,
     QObject::connect(&strip_, &TabStrip::activeTabRefreshed, &events_,
                      &ViewEvents::activeTabRefreshed);
     QObject::connect(&strip_, &TabStrip::tabLeft, &events_, &ViewEvents::tabLeft);
-    QObject::connect(&events_, &ViewEvents::fullScreenWanted, &commands,
-                     [&commands] { commands.run(cmd::Command::FullScreen); });
     registerTabCommands(commands, events, strip_, display);
 }
 

@@ -30,11 +30,8 @@ ViewEvents::ViewEvents(MainState& state, platform::CommandBar& bar, TabStrip& ta
     connect(&active, &ActiveTabSignals::progressChanged, this,
             [this](BrowserView* view) { display_.setProgress(percentOf(view->index())); });
     connect(&active, &ActiveTabSignals::titleChanged, this, &ViewEvents::activeTitle);
-    connect(&active, &ActiveTabSignals::fullScreenRequested, this, [this](BrowserView*, bool on) {
-        // Pages may always leave full screen; entering it is the window's toggle.
-        if (on)
-            emit fullScreenWanted();
-    });
+    connect(&active, &ActiveTabSignals::fullScreenRequested, this,
+            [this](BrowserView*, bool on) { emit pageFullScreen(on); });
 }
 
 int ViewEvents::loadingPercent(int progress, int maximum)

@@ -52,8 +52,8 @@ signals:
     void documentHooked(platform::BrowserView* view);
     // The document hooked before is no longer the program's concern.
     void documentDropped();
-    // The active tab's page asked for full screen.
-    void fullScreenWanted();
+    // The active tab's page went into full screen or out of it.
+    void pageFullScreen(bool on);
 
 private:
     void progressChange(platform::BrowserView* view, int progress, int maximum);

@@ -62,6 +62,9 @@ class PageCommandsTest : public QObject
 private slots:
     void initTestCase()
     {
+        server.setPage("/video.html",
+                       "<title>Video</title><button id=b style='width:100%;height:300px' "
+                       "onclick='document.body.requestFullscreen()'>full</button>");
         server.setPage("/edit.html", "<title>Edit</title><p id=p>plain words</p>"
                                      "<textarea id=t>typed words</textarea>"
                                      "<input id=w type=password value=secret>");
@@ -86,7 +89,7 @@ private slots:
         const std::pair<const char*, QStringList> cases[] = {
             {"getSelection().removeAllRanges()", {"b_selectall", "b_find"}},
             {"t.focus(); t.select()", inField},
-            {"getSelection().selectAllChildren(p)", inText},
+            {"t.blur(); getSelection().selectAllChildren(p)", inText},
             {"w.focus(); w.select()", inPassword},
         };
         for (const auto& [select, expected] : cases) {
@@ -164,6 +167,37 @@ private slots:
         QFile file(saved);
         QVERIFY(file.open(QIODevice::ReadOnly));
         QVERIFY(file.readAll().contains("new plain words"));
+    }
+
+    void fullScreenByTheMenuAndByThePage()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start(server.url("/video.html")));
+        WebEngineBrowserView* view = app.engineView(1);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Video"), 20000);
+        QTRY_VERIFY(w.isMaximized());
+        auto* mainBar = w.parts().barWidgets->container(w.parts().bar.band(key::mainBar));
+        auto* menuBar = w.parts().barWidgets->container(w.parts().bar.band(key::menuBar));
+
+        click(app, key::viewMenu, key::fullScreen);
+        QTRY_VERIFY(w.isFullScreen());
+        QVERIFY(mainBar->isWindow() && mainBar->isVisible());
+        QVERIFY(!menuBar->isVisible());
+        click(app, key::viewMenu, key::fullScreen);
+        QTRY_VERIFY(w.isMaximized());
+        QVERIFY(!mainBar->isWindow() && mainBar->isVisible() && menuBar->isVisible());
+
+        // The page's own button takes the window with it; Esc brings both back.
+        QWidget* surface = view->engineView()->focusProxy();
+        QTest::qWait(1000);
+        QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(100, 100));
+        QTRY_VERIFY_WITH_TIMEOUT(w.isFullScreen(), 20000);
+        QTRY_COMPARE(ask(view, "document.fullscreenElement === document.body").toBool(), true);
+        QTest::keyClick(&w, Qt::Key_Escape);
+        QTRY_VERIFY_WITH_TIMEOUT(w.isMaximized(), 20000);
+        QCOMPARE(ask(view, "document.fullscreenElement").toString(), QString());
+        QVERIFY(!mainBar->isWindow() && menuBar->isVisible());
     }
 };
 

@@ -44,6 +44,7 @@ public:
     bool silent() const override { return silent_; }
     void clearDocument() override { calls << QStringLiteral("clear"); }
     void focusPage() override { ++focusCalls; }
+    void exitFullScreen() override { calls << QStringLiteral("exit full screen"); }
     platform::ZoomFacet& zoom() override { return zoomFacet; }
     platform::EditingFacet& editing() override { return editingFacet; }
     platform::FindFacet& finder() override { return findFacet; }

@@ -1,6 +1,7 @@
 // The page commands against fake views: answers of the page that come too
 // late never change a menu, and the commands reach the page they act on.
 #include "commands/CommandsSubsystem.h"
+#include "core/Keys.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
 
@@ -17,7 +18,9 @@ private slots:
         StripFixture f;
         ScriptedDialogs dialogs;
         RecordingShell shell;
-        CommandsSubsystem commands(f.bar, f.state, f.tabs, dialogs, shell, f.commands, f.events);
+        QWidget window;
+        CommandsSubsystem commands(window, f.bar, f.state, f.tabs, f.subsystem.events(), dialogs,
+                                   shell, f.commands, f.events);
         f.tabs.newTab(QStringLiteral("http://one.test/"), true);
         f.tabs.newTab(QStringLiteral("http://two.test/"), true);
         FakeEditing& one = f.view(1)->editingFacet;
@@ -51,6 +54,53 @@ private slots:
         f.bar.reportClick(f.bar.tool("sub_Edit", "b_copy"));
         QCOMPARE(one.ran, QStringList{"copy"});
         QVERIFY(two.ran.isEmpty());
+    }
+
+    void fullScreenComesBackToTheWindowItLeft()
+    {
+        StripFixture f;
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        QWidget window;
+        CommandsSubsystem commands(window, f.bar, f.state, f.tabs, f.subsystem.events(), dialogs,
+                                   shell, f.commands, f.events);
+        f.tabs.newTab(QStringLiteral("http://one.test/"), true);
+        auto shown = [&](const char* band) { return f.bar.band(band)->visible(); };
+        auto checked = [&](const char* band) {
+            return f.bar.tool(band, key::fullScreen)->checked();
+        };
+        auto click = [&] { f.bar.reportClick(f.bar.tool(key::viewMenu, key::fullScreen)); };
+
+        window.setGeometry(40, 50, 600, 400);
+        window.show();
+        f.bar.band(key::addressBar)->setVisible(false);
+        click();
+        QVERIFY(window.isFullScreen());
+        QVERIFY(checked(key::viewMenu) && checked(key::mainBar));
+        QVERIFY(!shown(key::menuBar) && !shown(key::statusBar));
+        QVERIFY(f.bar.band(key::mainBar)->floating());
+        QCOMPARE(f.view(1)->focusCalls, 1);
+        click();
+        QVERIFY(!window.isFullScreen() && !window.isMaximized());
+        QCOMPARE(window.geometry(), QRect(40, 50, 600, 400));
+        QVERIFY(!checked(key::viewMenu) && !checked(key::mainBar));
+        QVERIFY(shown(key::menuBar) && shown(key::statusBar) && shown(key::addressBar));
+        QVERIFY(!f.bar.band(key::mainBar)->floating());
+
+        // A page's full screen: in and out with the page, and a window that was
+        // maximised is maximised again.
+        window.showMaximized();
+        f.view(1)->calls.clear();
+        emit f.view(1)->fullScreenRequested(true);
+        QVERIFY(window.isFullScreen());
+        emit f.view(1)->fullScreenRequested(false);
+        QVERIFY(window.isMaximized());
+        QVERIFY(f.view(1)->calls.isEmpty());
+        // Leaving by the toolbar takes the page out of its full screen too.
+        emit f.view(1)->fullScreenRequested(true);
+        f.bar.reportClick(f.bar.tool(key::mainBar, key::fullScreen));
+        QVERIFY(window.isMaximized());
+        QCOMPARE(f.view(1)->calls, QStringList{"exit full screen"});
     }
 };
 

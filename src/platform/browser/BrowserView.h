@@ -72,6 +72,8 @@ public:
     // Empties the page and stops it reporting anything: used on retirement.
     virtual void clearDocument() = 0;
     virtual void focusPage() = 0;
+    // Takes the page's element out of full screen, if it is in it.
+    virtual void exitFullScreen() = 0;
 
     virtual ZoomFacet& zoom() = 0;
     virtual EditingFacet& editing() = 0;

@@ -28,6 +28,11 @@ public:
     void setCaption(const QString& caption);
     bool visible() const { return visible_; }
     void setVisible(bool visible);
+    // A floating toolbar is a small window of its own over the main window,
+    // floatWidth twips wide; docking it again puts it back on its line.
+    bool floating() const { return floating_; }
+    int floatWidth() const { return floatWidth_; }
+    void setFloating(bool floating, int widthTwips = 0);
     DockArea dockArea() const { return dockArea_; }
     void setDockArea(DockArea area) { dockArea_ = area; }
     // Row of the band in its dock area, as declared; the rendered bar may
@@ -55,6 +60,8 @@ private:
     BandKind kind_;
     QString caption_;
     bool visible_ = true;
+    bool floating_ = false;
+    int floatWidth_ = 0;
     DockArea dockArea_ = DockArea::Top;
     int line_ = 0;
     int sourceLine_ = 0;

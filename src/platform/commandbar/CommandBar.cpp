@@ -135,6 +135,15 @@ void Band::setVisible(bool visible)
         emit bar_.bandChanged(this);
 }
 
+void Band::setFloating(bool floating, int widthTwips)
+{
+    if (kind_ != BandKind::Toolbar)
+        return;
+    floatWidth_ = widthTwips;
+    if (assign(floating_, floating))
+        emit bar_.bandChanged(this);
+}
+
 Tool* Band::tool(const QString& key) const
 {
     for (const auto& tool : tools_)

@@ -10,6 +10,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
@@ -324,7 +325,47 @@ void CommandBarWidgets::updateBand(Band* band)
             pages->setTabText(pages->indexOf(container), band->caption());
         return;
     }
+    if (auto* toolBar = qobject_cast<QToolBar*>(container);
+        toolBar && toolBar->isWindow() != band->floating())
+        setFloating(*band, *toolBar);
     container->setVisible(band->visible());
+}
+
+void CommandBarWidgets::setFloating(const Band& band, QToolBar& toolBar)
+{
+    if (band.floating()) {
+        window_.removeToolBar(&toolBar);
+        toolBar.setParent(&window_, Qt::Tool | Qt::FramelessWindowHint);
+        toolBar.setFixedWidth(twipsToPixels(band.floatWidth()));
+        // Bottom left of the screen, where it covers neither the address
+        // bar nor the top of the page.
+        const QRect screen = window_.screen()->geometry();
+        toolBar.move(screen.left(), screen.bottom() + 1 - toolBar.sizeHint().height());
+        return;
+    }
+    toolBar.setParent(&window_, Qt::Widget); // a child again, no longer a window of its own
+    toolBar.setMinimumWidth(0);
+    toolBar.setMaximumWidth(QWIDGETSIZE_MAX);
+    // Back before the first docked toolbar of a later line of its area, on a
+    // line of its own.
+    const Qt::ToolBarArea area = toolBarArea(band.dockArea());
+    QToolBar* next = nullptr;
+    for (const auto& other : bar_.bands()) {
+        auto* candidate = qobject_cast<QToolBar*>(containers_.value(other.get()));
+        if (!candidate || candidate == &toolBar || candidate->isWindow() ||
+            window_.toolBarArea(candidate) != area || other->dockArea() != band.dockArea() ||
+            other->declaredLine() <= band.declaredLine())
+            continue;
+        if (!next || std::pair(candidate->y(), candidate->x()) < std::pair(next->y(), next->x()))
+            next = candidate;
+    }
+    if (next) {
+        window_.insertToolBar(next, &toolBar);
+        window_.insertToolBarBreak(next);
+    } else {
+        window_.addToolBarBreak(area);
+        window_.addToolBar(area, &toolBar);
+    }
 }
 
 int CommandBarWidgets::dockLine(const Band& band) const

@@ -12,6 +12,7 @@ class QAction;
 class QMainWindow;
 class QMenu;
 class QTabWidget;
+class QToolBar;
 
 namespace platform {
 
@@ -43,6 +44,7 @@ private:
     void updateAction(Tool* tool);
     void updateShortcut(Tool* tool);
     void updateBand(Band* band);
+    void setFloating(const Band& band, QToolBar& toolBar);
     void showCustomizeMenu(const QPoint& globalPos);
     void popUp(Band* band);
 

@@ -33,19 +33,35 @@ void EngineEditing::run(EditCommand command)
 
 namespace {
 
+// What the focused element allows, read from the element itself: the
+// document's own answers change once the menu has taken the focus.
+const QString fieldState = QStringLiteral(R"((() => {
+  const e = document.activeElement;
+  const field = !!e && (e.tagName === 'TEXTAREA' || e.tagName === 'INPUT');
+  const typed = field && !e.readOnly && !e.disabled &&
+      !/^(button|checkbox|color|file|hidden|image|radio|range|reset|submit)$/.test(e.type);
+  return {
+    editable: document.designMode === 'on' || !!(e && e.isContentEditable) || typed,
+    selected: field && typeof e.selectionStart === 'number'
+        ? e.selectionStart !== e.selectionEnd : getSelection().type === 'Range',
+    secret: field && e.type === 'password'
+  };
+})())");
+
 QString enabledScript(EditCommand command)
 {
-    // A password is never copied out of its field.
-    const QString copyable = QStringLiteral(
-        "getSelection().type === 'Range' && document.activeElement?.type !== 'password'");
-    const QString editable = QStringLiteral("document.queryCommandEnabled('insertText')");
+    const auto given = [](const char* test) {
+        return QStringLiteral("(s => %1)(%2)").arg(QLatin1String(test), fieldState);
+    };
     switch (command) {
     case EditCommand::Cut:
-        return copyable + QStringLiteral(" && ") + editable;
+        // A password is never copied out of its field.
+        return given("s.selected && !s.secret && s.editable");
     case EditCommand::Copy:
-        return copyable;
+        return given("s.selected && !s.secret");
     case EditCommand::Paste:
-        return editable;
+    case EditCommand::Delete:
+        return given("s.editable");
     default:
         return QStringLiteral("document.queryCommandEnabled('%1')").arg(editCommandName(command));
     }

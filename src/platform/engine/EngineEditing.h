@@ -1,9 +1,10 @@
 #pragma once
-// Editing commands on the engine, and the document's own answer whether each
-// can run now (queryCommandEnabled, asked in the page agent's world). The
-// engine answers cut, copy and paste to a script only when pages may use the
-// clipboard, which no page may here; those three are read from the document's
-// selection and whether text can go in where it is, and paste also needs
+// Editing commands on the engine, and whether each can run now. Undo, redo
+// and select all are the document's own answer (queryCommandEnabled, asked in
+// the page agent's world). The document answers the others only while the
+// page has the focus, which the open menu has taken, and cut, copy and paste
+// only to pages allowed to use the clipboard, which no page is here: those
+// are read from the focused element and the selection, and paste also needs
 // something on the clipboard.
 #include "Liveness.h"
 #include "platform/browser/ViewFacets.h"

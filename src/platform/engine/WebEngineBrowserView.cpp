@@ -117,12 +117,8 @@ void WebEngineBrowserView::wirePage()
             [this] { emit windowClosing(false); });
     connect(page_, &QWebEnginePage::fullScreenRequested, this,
             [this](QWebEngineFullScreenRequest request) {
-                // The window has no full-screen mode for pages yet: a page may
-                // always leave full screen but is not let into it.
-                if (request.toggleOn())
-                    request.reject();
-                else
-                    request.accept();
+                // The window follows: it goes full screen with the page.
+                request.accept();
                 emit fullScreenRequested(request.toggleOn());
             });
     connect(page_, &QWebEnginePage::newWindowRequested, this,
@@ -309,6 +305,11 @@ void WebEngineBrowserView::clearDocument()
     *alive_ = false;
     blockSignals(true);
     page_->setHtml(QString());
+}
+
+void WebEngineBrowserView::exitFullScreen()
+{
+    page_->triggerAction(QWebEnginePage::ExitFullScreen);
 }
 
 void WebEngineBrowserView::focusPage()

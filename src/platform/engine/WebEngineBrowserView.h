@@ -47,6 +47,7 @@ public:
     bool silent() const override;
     void clearDocument() override;
     void focusPage() override;
+    void exitFullScreen() override;
 
     ZoomFacet& zoom() override { return *zoom_; }
     EditingFacet& editing() override { return *editing_; }

@@ -1,0 +1,116 @@
+#include "FullScreen.h"
+#include "core/CommandDispatcher.h"
+#include "core/Keys.h"
+#include "platform/browser/BrowserView.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+#include "tabs/TabStrip.h"
+#include "tabs/ViewEvents.h"
+
+#include <QShortcut>
+#include <QWidget>
+
+namespace {
+constexpr int floatingWidthTwips = 3000;
+} // namespace
+
+FullScreen::FullScreen(QWidget& window, platform::CommandBar& bar, TabStrip& tabs,
+                       ViewEvents& events, CommandDispatcher& commands)
+    : window_(window), bar_(bar), tabs_(tabs),
+      leavePage_(new QShortcut(QKeySequence(Qt::Key_Escape), &window))
+{
+    leavePage_->setEnabled(false);
+    connect(leavePage_, &QShortcut::activated, this, [this] {
+        if (platform::BrowserView* view = tabs_.currentView())
+            view->exitFullScreen();
+    });
+    commands.on(cmd::Command::FullScreen, [this](const CommandContext&) { toggle(); });
+    connect(&events, &ViewEvents::pageFullScreen, this, &FullScreen::pageFullScreen);
+}
+
+bool FullScreen::active() const
+{
+    const platform::Tool* tool = bar_.tool(key::viewMenu, key::fullScreen);
+    return tool && tool->checked();
+}
+
+void FullScreen::toggle()
+{
+    if (active())
+        leave();
+    else
+        enter();
+}
+
+void FullScreen::pageFullScreen(bool on)
+{
+    if (on && !active()) {
+        enter();
+        forPage_ = true;
+        leavePage_->setEnabled(true);
+    } else if (!on && active() && forPage_) {
+        forPage_ = false; // the page is out already
+        leave();
+    }
+}
+
+void FullScreen::setChecked(bool checked)
+{
+    for (const char* band : {key::viewMenu, key::mainBar})
+        if (platform::Tool* tool = bar_.tool(band, key::fullScreen))
+            tool->setChecked(checked);
+}
+
+void FullScreen::enter()
+{
+    setChecked(true);
+    if (window_.isMaximized()) {
+        saved_ = {-1, 0, 0, 0};
+    } else {
+        const QRect place = window_.geometry();
+        saved_ = {place.x(), place.y(), place.width(), place.height()};
+    }
+    for (const char* key : {key::menuBar, key::statusBar})
+        if (platform::Band* band = bar_.band(key))
+            band->setVisible(false);
+    if (platform::Band* main = bar_.band(key::mainBar))
+        main->setFloating(true, floatingWidthTwips);
+    // Covers the desktop's panels as well: there is no task bar to hide.
+    window_.showFullScreen();
+    bar_.recalcLayout();
+    focusPage();
+}
+
+void FullScreen::leave()
+{
+    // A page still in full screen leaves it with the window.
+    if (platform::BrowserView* view = tabs_.currentView(); view && forPage_)
+        view->exitFullScreen();
+    forPage_ = false;
+    leavePage_->setEnabled(false);
+    setChecked(false);
+    if (platform::Band* menu = bar_.band(key::menuBar))
+        menu->setVisible(true);
+    if (platform::Band* main = bar_.band(key::mainBar))
+        main->setFloating(false);
+    for (const char* key : {key::addressBar, key::statusBar})
+        if (platform::Band* band = bar_.band(key))
+            band->setVisible(true);
+    // Through the minimised state, as the window has always come back.
+    window_.showMinimized();
+    if (saved_.left == -1) {
+        window_.showMaximized();
+    } else {
+        window_.showNormal();
+        window_.setGeometry(saved_.left, saved_.top, saved_.width, saved_.height);
+    }
+    saved_ = {};
+    bar_.recalcLayout();
+    focusPage();
+}
+
+void FullScreen::focusPage()
+{
+    if (platform::BrowserView* view = tabs_.currentView())
+        view->focusPage();
+}
