@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QScreen>
+#include <QVBoxLayout>
 
 namespace {
 const QString skinName = QStringLiteral("default.tb2");
@@ -27,7 +28,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       tabs_(state_, bar_, factory, stage_, display_, clock, commands_, barEvents_),
       history_(*controls_.addressBox(), tabs_.strip(), tabs_.events(), registry_, dialogs,
                commands_),
-      commandSet_(*this, bar_, state_, tabs_.strip(), tabs_.events(), dialogs, shell, commands_,
+      commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory.connection(), commands_,
                   barEvents_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
@@ -101,7 +102,13 @@ bool MainWindow::start(const QString& commandLineAddress)
         styleTabBand(*strip);
     controls_.host(bar_, *barWidgets_);
     controls_.progress()->info()->clear();
-    setCentralWidget(clientArea_);
+    auto* centre = new QWidget(this);
+    auto* column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(clientArea_, 1);
+    column->addWidget(commandSet_.findBar());
+    setCentralWidget(centre);
     history_.fillAddressList();
     settings_.load();
     factory_.setHomeAddress(settings_.homePage());

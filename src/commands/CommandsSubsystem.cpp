@@ -1,11 +1,18 @@
 #include "CommandsSubsystem.h"
+#include "core/CommandDispatcher.h"
+#include "tabs/TabSubsystem.h"
 
 CommandsSubsystem::CommandsSubsystem(QWidget& window, platform::CommandBar& bar,
-                                     const MainState& state, TabStrip& tabs, ViewEvents& viewEvents,
+                                     const MainState& state, TabSubsystem& tabs,
                                      platform::Dialogs& dialogs, platform::Shell& shell,
+                                     platform::ConnectionState& connection,
                                      CommandDispatcher& commands, BarEventRouter& events)
-    : switches_(bar, commands, events), editing_(bar, state, tabs, commands, events),
-      textSize_(bar, tabs, commands, events), document_(dialogs, commands),
-      window_(dialogs, shell, bar, commands), fullScreen_(window, bar, tabs, viewEvents, commands)
+    : switches_(bar, commands, events), editing_(bar, state, tabs.strip(), commands, events),
+      textSize_(bar, tabs.strip(), commands, events), document_(dialogs, commands),
+      window_(dialogs, shell, bar, commands),
+      fullScreen_(window, bar, tabs.strip(), tabs.events(), commands),
+      page_(bar, tabs.strip(), connection, commands, events),
+      findBar_(new FindBar(tabs.strip(), tabs.active(), &window))
 {
+    commands.on(cmd::Command::Find, [this](const CommandContext&) { findBar_->open(); });
 }

@@ -5,18 +5,24 @@
 #include "BarSwitches.h"
 #include "DocumentCommands.h"
 #include "EditCommands.h"
+#include "FindBar.h"
 #include "FullScreen.h"
+#include "PageCommands.h"
 #include "TextSizeCommands.h"
 #include "WindowCommands.h"
+
+class TabSubsystem;
 
 class CommandsSubsystem
 {
 public:
     CommandsSubsystem(QWidget& window, platform::CommandBar& bar, const MainState& state,
-                      TabStrip& tabs, ViewEvents& viewEvents, platform::Dialogs& dialogs,
-                      platform::Shell& shell, CommandDispatcher& commands, BarEventRouter& events);
+                      TabSubsystem& tabs, platform::Dialogs& dialogs, platform::Shell& shell,
+                      platform::ConnectionState& connection, CommandDispatcher& commands,
+                      BarEventRouter& events);
 
-    FullScreen& fullScreen() { return fullScreen_; }
+    // For the window to place under the page.
+    FindBar* findBar() const { return findBar_; }
 
 private:
     BarSwitches switches_;
@@ -25,4 +31,6 @@ private:
     DocumentCommands document_;
     WindowCommands window_;
     FullScreen fullScreen_;
+    PageCommands page_;
+    FindBar* findBar_;
 };

@@ -1,22 +1,31 @@
 #pragma once
-// The page-command object: the operations on a page that the old browser
-// control left to a companion of the program. The start-up creates it and
-// hands it the first tab's view; the commands that need it call it with the
-// view they act on.
+// The page-command object: working offline for the whole browser, and the
+// page's source in a tab of its own. The File menu's and the status band's
+// Work Offline tools both show the mode, which the menu reads again each
+// time it drops down.
+class BarEventRouter;
+class CommandDispatcher;
+class TabStrip;
+
 namespace platform {
 class BrowserView;
-}
+class CommandBar;
+class ConnectionState;
+} // namespace platform
 
 class PageCommands
 {
 public:
-    virtual ~PageCommands() = default;
+    PageCommands(platform::CommandBar& bar, TabStrip& tabs, platform::ConnectionState& connection,
+                 CommandDispatcher& commands, BarEventRouter& events);
 
-    // The view the next operations act on.
-    virtual void actOn(platform::BrowserView& view) = 0;
-    virtual void setWorkOffline(bool offline) = 0;
-    virtual void openAddressBook() = 0;
-    virtual void showSource() = 0;
-    virtual void openFind() = 0;
-    virtual void organiseFavourites() = 0;
+    void setWorkOffline(bool offline);
+    void showSource(const platform::BrowserView& view);
+
+private:
+    void showOffline();
+
+    platform::CommandBar& bar_;
+    TabStrip& tabs_;
+    platform::ConnectionState& connection_;
 };

@@ -22,6 +22,10 @@ void ActiveTabSignals::watch(BrowserView* view)
         if (active(view))
             emit titleChanged(view, title);
     });
+    connect(view, &BrowserView::loadStarted, this, [this, view] {
+        if (active(view))
+            emit loadStarted(view);
+    });
     connect(view, &BrowserView::fullScreenRequested, this, [this, view](bool on) {
         if (active(view))
             emit fullScreenRequested(view, on);

@@ -23,6 +23,7 @@ signals:
     void statusTextChanged(platform::BrowserView* view, const QString& text);
     void progressChanged(platform::BrowserView* view);
     void titleChanged(platform::BrowserView* view, const QString& title);
+    void loadStarted(platform::BrowserView* view);
     void fullScreenRequested(platform::BrowserView* view, bool fullScreen);
 
 private:

@@ -1,12 +1,16 @@
 // The page commands on the real engine, clicked as the user clicks them: the
 // menus show what the page answers, and each command's effect is read back
 // from the page.
+#include "commands/FindBar.h"
+#include "platform/engine/PageNotice.h"
 #include "support/EngineApp.h"
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
 
+#include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLineEdit>
 #include <QWebEngineView>
 #include <optional>
 
@@ -62,12 +66,14 @@ class PageCommandsTest : public QObject
 private slots:
     void initTestCase()
     {
+        server.setPage("/away.html", "<title>Away</title>");
         server.setPage("/video.html",
                        "<title>Video</title><button id=b style='width:100%;height:300px' "
                        "onclick='document.body.requestFullscreen()'>full</button>");
         server.setPage("/edit.html", "<title>Edit</title><p id=p>plain words</p>"
                                      "<textarea id=t>typed words</textarea>"
-                                     "<input id=w type=password value=secret>");
+                                     "<input id=w type=password value=secret>"
+                                     "<p>apple pear apple Apple</p>");
     }
     void init() { testsupport::failOnUnexpectedWarnings(); }
 
@@ -198,6 +204,56 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(w.isMaximized(), 20000);
         QCOMPARE(ask(view, "document.fullscreenElement").toString(), QString());
         QVERIFY(!mainBar->isWindow() && menuBar->isVisible());
+    }
+
+    void offlineFindAndSource()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start(server.url("/edit.html")));
+        WebEngineBrowserView* view = app.engineView(1);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Edit"), 20000);
+        auto offlineShown = [&](const char* band) {
+            return w.parts().bar.tool(band, "b_offline")->checked();
+        };
+
+        click(app, key::fileMenu, "b_offline");
+        QVERIFY(offlineShown(key::fileMenu) && offlineShown(key::statusBar));
+        view->navigate(server.url("/away.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(view->notice(), 20000);
+        QCOMPARE(view->notice()->heading(), QStringLiteral("Working offline"));
+        QCOMPARE(server.requests("/away.html"), 0);
+        click(app, key::statusBar, "b_offline");
+        QVERIFY(!offlineShown(key::fileMenu) && !offlineShown(key::statusBar));
+        view->refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Away"), 20000);
+        QVERIFY(!view->notice());
+
+        // The find bar finds as the user types and forgets the page it searched.
+        click(app, "sub_Edit", "b_find");
+        FindBar* find = w.findChild<FindBar*>();
+        QVERIFY(find && find->isVisible());
+        auto* text = find->findChild<QLineEdit*>();
+        view->navigate(server.url("/edit.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Edit"), 20000);
+        QTest::keyClicks(text, "apple");
+        QTRY_COMPARE_WITH_TIMEOUT(find->matchesText(), QStringLiteral("3 matches"), 20000);
+        find->findChild<QCheckBox*>()->setChecked(true);
+        QTRY_COMPARE_WITH_TIMEOUT(find->matchesText(), QStringLiteral("2 matches"), 20000);
+        QTest::keyClicks(text, "x");
+        QTRY_COMPARE_WITH_TIMEOUT(find->matchesText(), QStringLiteral("No matches"), 20000);
+        view->refresh();
+        QTRY_COMPARE_WITH_TIMEOUT(find->matchesText(), QString(), 20000);
+        QTest::keyClick(text, Qt::Key_Escape);
+        QVERIFY(!find->isVisible());
+
+        click(app, "sub_View", "b_source");
+        BrowserView* source = w.parts().tabs.view(2);
+        QVERIFY(source);
+        QCOMPARE(w.parts().state.currentTab, 2);
+        QTRY_COMPARE_WITH_TIMEOUT(source->readyState(), BrowserView::Complete, 20000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            ask(source, "document.body.innerText").toString().contains("type=password"), 20000);
     }
 };
 

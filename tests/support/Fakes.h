@@ -31,6 +31,7 @@ public:
         address_ = address;
         state_ = Complete;
         calls << QStringLiteral("navigate ") + address;
+        emit loadStarted();
     }
     void stop() override { calls << QStringLiteral("stop"); }
     void refresh() override { calls << QStringLiteral("refresh"); }

@@ -18,9 +18,10 @@ private slots:
         StripFixture f;
         ScriptedDialogs dialogs;
         RecordingShell shell;
+        FakeConnection connection;
         QWidget window;
-        CommandsSubsystem commands(window, f.bar, f.state, f.tabs, f.subsystem.events(), dialogs,
-                                   shell, f.commands, f.events);
+        CommandsSubsystem commands(window, f.bar, f.state, f.subsystem, dialogs, shell, connection,
+                                   f.commands, f.events);
         f.tabs.newTab(QStringLiteral("http://one.test/"), true);
         f.tabs.newTab(QStringLiteral("http://two.test/"), true);
         FakeEditing& one = f.view(1)->editingFacet;
@@ -61,9 +62,10 @@ private slots:
         StripFixture f;
         ScriptedDialogs dialogs;
         RecordingShell shell;
+        FakeConnection connection;
         QWidget window;
-        CommandsSubsystem commands(window, f.bar, f.state, f.tabs, f.subsystem.events(), dialogs,
-                                   shell, f.commands, f.events);
+        CommandsSubsystem commands(window, f.bar, f.state, f.subsystem, dialogs, shell, connection,
+                                   f.commands, f.events);
         f.tabs.newTab(QStringLiteral("http://one.test/"), true);
         auto shown = [&](const char* band) { return f.bar.band(band)->visible(); };
         auto checked = [&](const char* band) {

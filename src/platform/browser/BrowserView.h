@@ -112,6 +112,8 @@ public:
 
 signals:
     void titleChanged(const QString& title);
+    // A new document is on its way: the page shown so far goes.
+    void loadStarted();
     void statusTextChanged(const QString& text);
     void progressChanged(int progress, int maximum);
     void commandStateChanged(int command, bool enabled);

@@ -2,14 +2,17 @@
 
 namespace platform {
 
-void OfflineSwitch::interceptRequest(QWebEngineUrlRequestInfo& info)
+bool isNetworkAddress(const QUrl& url)
 {
-    if (!offline_)
-        return;
     static const QStringList network = {QStringLiteral("http"), QStringLiteral("https"),
                                         QStringLiteral("ws"), QStringLiteral("wss"),
                                         QStringLiteral("ftp")};
-    if (network.contains(info.requestUrl().scheme()))
+    return network.contains(url.scheme());
+}
+
+void OfflineSwitch::interceptRequest(QWebEngineUrlRequestInfo& info)
+{
+    if (offline_ && isNetworkAddress(info.requestUrl()))
         info.block(true);
 }
 

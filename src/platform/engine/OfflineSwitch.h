@@ -9,6 +9,9 @@
 
 namespace platform {
 
+// An address whose request would leave the machine.
+bool isNetworkAddress(const QUrl& url);
+
 class OfflineSwitch : public QWebEngineUrlRequestInterceptor, public ConnectionState
 {
 public:

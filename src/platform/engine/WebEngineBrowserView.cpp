@@ -1,5 +1,6 @@
 #include "WebEngineBrowserView.h"
 #include "EngineProfile.h"
+#include "OfflineSwitch.h"
 #include "PageAgent.h"
 #include "PageNotice.h"
 #include "WebEnginePage.h"
@@ -102,6 +103,7 @@ void WebEngineBrowserView::wirePage()
         if (!gate_->waiting())
             showPage();
         readyState_ = Loading;
+        emit loadStarted();
         emit progressChanged(0, 100);
     });
     connect(page_, &QWebEnginePage::loadProgress, this,
@@ -112,7 +114,12 @@ void WebEngineBrowserView::wirePage()
         emit progressChanged(-1, -1);
     });
     connect(page_, &QWebEnginePage::loadingChanged, this,
-            [this](const QWebEngineLoadingInfo& info) { setStatus(statusText(reportOf(info))); });
+            [this](const QWebEngineLoadingInfo& info) {
+                setStatus(statusText(reportOf(info)));
+                if (info.status() == QWebEngineLoadingInfo::LoadFailedStatus &&
+                    engine_.connection().offline() && isNetworkAddress(info.url()))
+                    showOfflineNotice(info.url());
+            });
     connect(page_, &QWebEnginePage::windowCloseRequested, this,
             [this] { emit windowClosing(false); });
     connect(page_, &QWebEnginePage::fullScreenRequested, this,
@@ -151,7 +158,7 @@ void WebEngineBrowserView::wirePage()
     });
     connect(gate_, &CertificateGate::pageShown, this, &WebEngineBrowserView::showPage);
     connect(notice_, &PageNotice::primaryClicked, this, [this] {
-        if (crashNotice_)
+        if (reloadNotice_)
             refresh();
         else
             gate_->goBack();
@@ -186,10 +193,20 @@ void WebEngineBrowserView::showPage()
     stack_->setCurrentWidget(view_);
 }
 
-void WebEngineBrowserView::showNotice(bool crash)
+void WebEngineBrowserView::showNotice(bool reloads)
 {
-    crashNotice_ = crash;
+    reloadNotice_ = reloads;
     stack_->setCurrentWidget(notice_);
+}
+
+void WebEngineBrowserView::showOfflineNotice(const QUrl& url)
+{
+    notice_->set(QStringLiteral("Working offline"),
+                 QStringLiteral("QUB-BROWSER is working offline, so %1 was not opened. Choose "
+                                "Work Offline in the File menu to go online, then try again.")
+                     .arg(url.toDisplayString().toHtmlEscaped()),
+                 QStringLiteral("Try again"));
+    showNotice(true);
 }
 
 void WebEngineBrowserView::rendererEnded(int status)

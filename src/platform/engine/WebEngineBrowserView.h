@@ -64,7 +64,9 @@ private:
     void wirePage();
     void setStatus(const QString& text);
     void showPage();
-    void showNotice(bool crash);
+    // reloads: the notice's button loads the page again.
+    void showNotice(bool reloads);
+    void showOfflineNotice(const QUrl& url);
     void rendererEnded(int status);
     void askCredentials(const QUrl& url, QAuthenticator* authenticator, const QString& host);
 
@@ -86,7 +88,7 @@ private:
     QString requestedAddress_;
     // What the status shows when the pointer is over no link.
     QString idleStatus_;
-    bool crashNotice_ = false;
+    bool reloadNotice_ = false;
 };
 
 } // namespace platform
