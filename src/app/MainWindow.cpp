@@ -28,8 +28,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       tabs_(state_, bar_, factory, stage_, display_, clock, commands_, barEvents_),
       history_(*controls_.addressBox(), tabs_.strip(), tabs_.events(), registry_, dialogs,
                commands_),
-      commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory.connection(), commands_,
-                  barEvents_),
+      commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;

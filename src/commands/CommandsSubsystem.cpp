@@ -1,17 +1,18 @@
 #include "CommandsSubsystem.h"
 #include "core/CommandDispatcher.h"
+#include "platform/browser/BrowserView.h"
 #include "tabs/TabSubsystem.h"
 
 CommandsSubsystem::CommandsSubsystem(QWidget& window, platform::CommandBar& bar,
                                      const MainState& state, TabSubsystem& tabs,
                                      platform::Dialogs& dialogs, platform::Shell& shell,
-                                     platform::ConnectionState& connection,
+                                     platform::BrowserViewFactory& engine,
                                      CommandDispatcher& commands, BarEventRouter& events)
     : switches_(bar, commands, events), editing_(bar, state, tabs.strip(), commands, events),
       textSize_(bar, tabs.strip(), commands, events), document_(dialogs, commands),
-      window_(dialogs, shell, bar, commands),
+      window_(dialogs, shell, bar, engine.privateData(), commands),
       fullScreen_(window, bar, tabs.strip(), tabs.events(), commands),
-      page_(bar, tabs.strip(), connection, commands, events),
+      page_(bar, tabs.strip(), engine.connection(), commands, events),
       findBar_(new FindBar(tabs.strip(), tabs.active(), &window))
 {
     commands.on(cmd::Command::Find, [this](const CommandContext&) { findBar_->open(); });

@@ -13,12 +13,16 @@
 
 class TabSubsystem;
 
+namespace platform {
+class BrowserViewFactory;
+}
+
 class CommandsSubsystem
 {
 public:
     CommandsSubsystem(QWidget& window, platform::CommandBar& bar, const MainState& state,
                       TabSubsystem& tabs, platform::Dialogs& dialogs, platform::Shell& shell,
-                      platform::ConnectionState& connection, CommandDispatcher& commands,
+                      platform::BrowserViewFactory& engine, CommandDispatcher& commands,
                       BarEventRouter& events);
 
     // For the window to place under the page.

@@ -37,8 +37,17 @@ void openMail(platform::Dialogs& dialogs, platform::Shell& shell, const QString&
 } // namespace
 
 WindowCommands::WindowCommands(platform::Dialogs& dialogs, platform::Shell& shell,
-                               platform::CommandBar& bar, CommandDispatcher& commands)
+                               platform::CommandBar& bar, platform::PrivateData& privateData,
+                               CommandDispatcher& commands)
 {
+    using platform::PrivateData;
+    const std::pair<Command, int> clears[] = {{Command::DeleteCookies, PrivateData::Cookies},
+                                              {Command::DeleteTemporaryFiles, PrivateData::Cache},
+                                              {Command::DeleteHistory, PrivateData::History}};
+    for (const auto& [command, kind] : clears)
+        commands.on(command, [&privateData, kind = kind](const CommandContext&) {
+            privateData.clear(kind);
+        });
     commands.on(Command::About, [&dialogs](const CommandContext&) {
         dialogs.message(aboutText(), platform::Dialogs::Buttons::Ok,
                         platform::Dialogs::Icon::Information, QStringLiteral("About"));

@@ -1,6 +1,7 @@
 #pragma once
-// The commands about the program rather than a page: the About box and the
-// mail commands, which hand a mailto: text to the desktop's mail program.
+// The commands about the program rather than a page: the About box, the
+// mail commands, which hand a mailto: text to the desktop's mail program, and
+// clearing the cookies, the cache or the history of every tab.
 #include <QString>
 
 class CommandDispatcher;
@@ -9,6 +10,7 @@ class TabStrip;
 namespace platform {
 class CommandBar;
 class Dialogs;
+class PrivateData;
 class Shell;
 } // namespace platform
 
@@ -16,7 +18,7 @@ class WindowCommands
 {
 public:
     WindowCommands(platform::Dialogs& dialogs, platform::Shell& shell, platform::CommandBar& bar,
-                   CommandDispatcher& commands);
+                   platform::PrivateData& privateData, CommandDispatcher& commands);
 };
 
 // The About box's text: the version, what the program is, and its copyright.

@@ -67,6 +67,10 @@ private slots:
     void initTestCase()
     {
         server.setPage("/away.html", "<title>Away</title>");
+        server.setPage("/cookie.html", "<script>document.title = 'c=' + document.cookie;"
+                                       "document.cookie = 'seen=1; max-age=3600';</script>");
+        server.setResponse("/cached.html", {"<title>Cached</title>", "text/html",
+                                            "Cache-Control: max-age=3600\r\n"});
         server.setPage("/video.html",
                        "<title>Video</title><button id=b style='width:100%;height:300px' "
                        "onclick='document.body.requestFullscreen()'>full</button>");
@@ -254,6 +258,35 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(source->readyState(), BrowserView::Complete, 20000);
         QTRY_VERIFY_WITH_TIMEOUT(
             ask(source, "document.body.innerText").toString().contains("type=password"), 20000);
+    }
+
+    void cookiesAndCacheAreReallyCleared()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start(server.url("/cookie.html")));
+        BrowserView* view = w.parts().tabs.view(1);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "c="), 20000);
+        view->refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "c=seen=1"), 20000);
+        click(app, key::toolsMenu, "b_delcookie");
+        QTest::qWait(500); // the cookie store clears on its own thread
+        view->refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "c="), 20000);
+
+        auto open = [&](const char* path, const char* title) {
+            view->navigate(server.url(path));
+            return QTest::qWaitFor([&] { return loaded(view, title); }, 20000);
+        };
+        QVERIFY(open("/cached.html", "Cached"));
+        QVERIFY(open("/away.html", "Away"));
+        QVERIFY(open("/cached.html", "Cached"));
+        QCOMPARE(server.requests("/cached.html"), 1);
+        click(app, key::toolsMenu, "b_deltempfiles");
+        QTest::qWait(500);
+        QVERIFY(open("/away.html", "Away"));
+        QVERIFY(open("/cached.html", "Cached"));
+        QCOMPARE(server.requests("/cached.html"), 2);
     }
 };
 

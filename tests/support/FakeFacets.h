@@ -99,6 +99,13 @@ public:
     int level = 0;
 };
 
+class FakePrivateData : public platform::PrivateData
+{
+public:
+    void clear(int kinds) override { cleared << kinds; }
+    QList<int> cleared;
+};
+
 class FakeConnection : public platform::ConnectionState
 {
 public:

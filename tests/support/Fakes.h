@@ -88,10 +88,12 @@ public:
         navigationPolicy = &policy;
     }
     platform::ConnectionState& connection() override { return connectionState; }
+    platform::PrivateData& privateData() override { return privacy; }
     std::vector<FakeBrowserView*> created;
     QString home;
     platform::NavigationPolicy* navigationPolicy = nullptr;
     FakeConnection connectionState;
+    FakePrivateData privacy;
 };
 
 class FakeStage : public platform::ViewStage

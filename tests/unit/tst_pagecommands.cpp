@@ -18,9 +18,8 @@ private slots:
         StripFixture f;
         ScriptedDialogs dialogs;
         RecordingShell shell;
-        FakeConnection connection;
         QWidget window;
-        CommandsSubsystem commands(window, f.bar, f.state, f.subsystem, dialogs, shell, connection,
+        CommandsSubsystem commands(window, f.bar, f.state, f.subsystem, dialogs, shell, f.factory,
                                    f.commands, f.events);
         f.tabs.newTab(QStringLiteral("http://one.test/"), true);
         f.tabs.newTab(QStringLiteral("http://two.test/"), true);
@@ -62,9 +61,8 @@ private slots:
         StripFixture f;
         ScriptedDialogs dialogs;
         RecordingShell shell;
-        FakeConnection connection;
         QWidget window;
-        CommandsSubsystem commands(window, f.bar, f.state, f.subsystem, dialogs, shell, connection,
+        CommandsSubsystem commands(window, f.bar, f.state, f.subsystem, dialogs, shell, f.factory,
                                    f.commands, f.events);
         f.tabs.newTab(QStringLiteral("http://one.test/"), true);
         auto shown = [&](const char* band) { return f.bar.band(band)->visible(); };

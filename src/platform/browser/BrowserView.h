@@ -145,6 +145,7 @@ public:
     // Asked before every navigation of every view, made before or after.
     virtual void setNavigationPolicy(NavigationPolicy& policy) = 0;
     virtual ConnectionState& connection() = 0;
+    virtual PrivateData& privateData() = 0;
 };
 
 // Where views live on screen: the one active view fills the client area, every

@@ -96,4 +96,14 @@ public:
     virtual void setOffline(bool offline) = 0;
 };
 
+// What the browser keeps of the user's browsing, cleared on request for
+// every view at once.
+class PrivateData
+{
+public:
+    enum Kind { Cookies = 1, Cache = 2, History = 4 };
+    virtual ~PrivateData() = default;
+    virtual void clear(int kinds) = 0;
+};
+
 } // namespace platform

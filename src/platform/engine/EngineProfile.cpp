@@ -4,6 +4,7 @@
 #include "PageAgent.h"
 
 #include <QPageSize>
+#include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
 #include <QWebEngineSettings>
 
@@ -32,6 +33,16 @@ EngineProfile::~EngineProfile()
 ConnectionState& EngineProfile::connection() const
 {
     return *offline_;
+}
+
+void EngineProfile::clear(int kinds)
+{
+    if (kinds & Cookies)
+        profile_->cookieStore()->deleteAllCookies();
+    if (kinds & Cache)
+        profile_->clearHttpCache();
+    if (kinds & History)
+        profile_->clearAllVisitedLinks();
 }
 
 } // namespace platform

@@ -15,11 +15,11 @@ class Dialogs;
 class DownloadManager;
 class OfflineSwitch;
 
-class EngineProfile
+class EngineProfile : public PrivateData
 {
 public:
     explicit EngineProfile(Dialogs& dialogs);
-    ~EngineProfile();
+    ~EngineProfile() override;
     EngineProfile(const EngineProfile&) = delete;
     EngineProfile& operator=(const EngineProfile&) = delete;
 
@@ -33,6 +33,7 @@ public:
     NavigationPolicy& navigationPolicy() const { return *navigationPolicy_; }
     void setNavigationPolicy(NavigationPolicy& policy) { navigationPolicy_ = &policy; }
     QPageLayout& pageLayout() { return pageLayout_; }
+    void clear(int kinds) override;
 
 private:
     Dialogs& dialogs_;

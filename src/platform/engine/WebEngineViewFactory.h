@@ -16,6 +16,7 @@ public:
         engine_.setNavigationPolicy(policy);
     }
     ConnectionState& connection() override { return engine_.connection(); }
+    PrivateData& privateData() override { return engine_; }
     EngineProfile& engine() { return engine_; }
     DownloadManager& downloads() const { return engine_.downloads(); }
 
