@@ -48,6 +48,11 @@ WindowCommands::WindowCommands(platform::Dialogs& dialogs, platform::Shell& shel
         commands.on(command, [&privateData, kind = kind](const CommandContext&) {
             privateData.clear(kind);
         });
+    commands.on(Command::AddressBook, [&dialogs, &shell](const CommandContext&) {
+        if (!shell.openAddressBook())
+            dialogs.message(QStringLiteral("No address book program is installed on this desktop."),
+                            platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::Information);
+    });
     commands.on(Command::About, [&dialogs](const CommandContext&) {
         dialogs.message(aboutText(), platform::Dialogs::Buttons::Ok,
                         platform::Dialogs::Icon::Information, QStringLiteral("About"));

@@ -1,6 +1,7 @@
 #pragma once
 // The commands about the program rather than a page: the About box, the
-// mail commands, which hand a mailto: text to the desktop's mail program, and
+// mail commands, which hand a mailto: text to the desktop's mail program, the
+// desktop's address book, and
 // clearing the cookies, the cache or the history of every tab.
 #include <QString>
 

@@ -1,6 +1,8 @@
 #include "Shell.h"
+#include "DesktopEntry.h"
 
 #include <QDesktopServices>
+#include <QProcess>
 #include <QUrl>
 
 namespace platform {
@@ -9,6 +11,15 @@ bool DesktopShell::open(const QString& address)
 {
     // Tolerant: a mailto: text is built unescaped and may hold spaces.
     return QDesktopServices::openUrl(QUrl(address, QUrl::TolerantMode));
+}
+
+bool DesktopShell::openAddressBook()
+{
+    QStringList command = installedApplication(QStringLiteral("ContactManagement")).command;
+    if (command.isEmpty())
+        return false;
+    const QString program = command.takeFirst();
+    return QProcess::startDetached(program, command);
 }
 
 } // namespace platform

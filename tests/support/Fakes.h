@@ -116,6 +116,11 @@ public:
         opened << address;
         return handled;
     }
+    bool openAddressBook() override
+    {
+        opened << QStringLiteral("address book");
+        return handled;
+    }
     QStringList opened;
     bool handled = true;
 };

@@ -1,4 +1,5 @@
 // The ini reader and writer keep the old profile-string behaviour.
+#include "platform/DesktopEntry.h"
 #include "platform/NarrowText.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/Files.h"
@@ -119,6 +120,20 @@ private slots:
         QCOMPARE(platform::narrowLeft(emoji, 3), QStringLiteral("ab"));
         QCOMPARE(platform::narrowLeft(emoji, 4), QString::fromUtf8("ab\U0001F600"));
         QCOMPARE(platform::ReadIniString(dir.filePath("missing.ini"), "S", "K"), QString());
+    }
+
+    void desktopEntries()
+    {
+        using platform::DesktopEntry;
+        const DesktopEntry entry = DesktopEntry::parse(
+            "[Desktop Entry]\nName = Contacts\nExec=contacts --new %U \"two words\" 100%%\n"
+            "Categories=Office;ContactManagement;\n[Desktop Action New]\nExec=other\nName=No\n");
+        QCOMPARE(entry.name, QStringLiteral("Contacts"));
+        QCOMPARE(entry.categories, QStringList({"Office", "ContactManagement"}));
+        QCOMPARE(entry.command, QStringList({"contacts", "--new", "two words", "100%"}));
+        QVERIFY(!entry.hidden);
+        QVERIFY(DesktopEntry::parse("[Desktop Entry]\nNoDisplay=true\n").hidden);
+        QVERIFY(DesktopEntry::parse("Exec=outside\n").command.isEmpty());
     }
 };
 

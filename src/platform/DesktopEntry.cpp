@@ -1,0 +1,71 @@
+#include "DesktopEntry.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QStandardPaths>
+
+namespace platform {
+
+namespace {
+
+QStringList commandOf(const QString& exec)
+{
+    QStringList words;
+    for (const QString& word : QProcess::splitCommand(exec)) {
+        // A field code stands for files or addresses the program is not given.
+        if (word.size() == 2 && word.startsWith('%'))
+            continue;
+        QString plain = word;
+        words << plain.replace(QStringLiteral("%%"), QStringLiteral("%"));
+    }
+    return words;
+}
+
+} // namespace
+
+DesktopEntry DesktopEntry::parse(const QString& text)
+{
+    DesktopEntry entry;
+    bool inEntry = false;
+    for (const QString& raw : text.split('\n')) {
+        const QString line = raw.trimmed();
+        if (line.startsWith('[')) {
+            inEntry = line == QLatin1String("[Desktop Entry]");
+            continue;
+        }
+        const qsizetype equals = line.indexOf('=');
+        if (!inEntry || line.startsWith('#') || equals <= 0)
+            continue;
+        const QString key = line.left(equals).trimmed();
+        const QString value = line.mid(equals + 1).trimmed();
+        if (key == QLatin1String("Name"))
+            entry.name = value;
+        else if (key == QLatin1String("Categories"))
+            entry.categories = value.split(';', Qt::SkipEmptyParts);
+        else if (key == QLatin1String("Exec"))
+            entry.command = commandOf(value);
+        else if (key == QLatin1String("NoDisplay") || key == QLatin1String("Hidden"))
+            entry.hidden = entry.hidden || value == QLatin1String("true");
+    }
+    return entry;
+}
+
+DesktopEntry installedApplication(const QString& category)
+{
+    for (const QString& folder :
+         QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation)) {
+        for (const QFileInfo& file :
+             QDir(folder).entryInfoList({QStringLiteral("*.desktop")}, QDir::Files, QDir::Name)) {
+            QFile source(file.filePath());
+            if (file.size() > 1024 * 1024 || !source.open(QIODevice::ReadOnly))
+                continue;
+            const DesktopEntry entry = DesktopEntry::parse(QString::fromUtf8(source.readAll()));
+            if (!entry.hidden && !entry.command.isEmpty() && entry.categories.contains(category))
+                return entry;
+        }
+    }
+    return {};
+}
+
+} // namespace platform
