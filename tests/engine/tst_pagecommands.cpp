@@ -7,11 +7,13 @@
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QWebEngineView>
+#include <csignal>
 #include <optional>
 
 using namespace platform;
@@ -287,6 +289,57 @@ private slots:
         QVERIFY(open("/away.html", "Away"));
         QVERIFY(open("/cached.html", "Cached"));
         QCOMPARE(server.requests("/cached.html"), 2);
+    }
+
+    // A blank tab, a page whose focus is in a frame of another site, and a
+    // page whose process is gone: every page command leaves them as they are
+    // and the window answering. Dialogs the commands open are closed as they
+    // come.
+    void pageCommandsAreHarmlessWhereThePageCannotAnswer()
+    {
+        LocalHttpServer other;
+        other.setPage("/frame.html", "<input id=i value=inside><script>i.focus()</script>");
+        server.setPage("/framed.html", "<title>Framed</title><iframe src='" +
+                                           other.url("/frame.html").toUtf8() + "'></iframe>");
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start(server.url("/framed.html")));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(1), "Framed"), 20000);
+        w.parts().tabs.newTab({}, true);
+        w.parts().tabs.newTab(server.url("/edit.html"), true);
+        WebEngineBrowserView* crashed = app.engineView(3);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(crashed, "Edit"), 20000);
+        QCOMPARE(::kill(pid_t(crashed->engineView()->page()->renderProcessPid()), SIGKILL), 0);
+        QTRY_VERIFY_WITH_TIMEOUT(crashed->notice(), 20000);
+
+        QTimer closer;
+        connect(&closer, &QTimer::timeout, [] {
+            if (QWidget* dialog = QApplication::activeModalWidget())
+                dialog->close();
+        });
+        closer.start(200);
+        const std::pair<const char*, const char*> tools[] = {
+            {"sub_File", "b_saveas"},   {"sub_File", "b_pageset"},   {"sub_File", "b_preview"},
+            {"sub_File", "b_print"},    {"sub_File", "b_property"},  {"sub_File", "sep_sFile2"},
+            {"sub_File", "b_sendaddr"}, {"sub_Edit", "b_undo"},      {"sub_Edit", "b_redo"},
+            {"sub_Edit", "b_cut"},      {"sub_Edit", "b_copy"},      {"sub_Edit", "b_paste"},
+            {"sub_Edit", "b_del"},      {"sub_Edit", "b_selectall"}, {"sub_Edit", "b_find"},
+            {"sub_Text", "b_biggest"},  {"sub_Text", "b_smallest"},  {"sub_View", "b_scrollon"},
+        };
+        for (int tab = 1; tab <= 3; ++tab) {
+            w.parts().tabs.activateTab(tab);
+            for (const auto& [band, tool] : tools) {
+                click(app, band, tool);
+                QTest::qWait(50);
+            }
+            for (const char* menu : {"sub_Edit", "sub_Text", "sub_File", "sub_View"})
+                w.parts().bar.reportDropDown(w.parts().bar.band(menu));
+        }
+        QTest::qWait(1000);
+        QVERIFY(w.isVisible());
+        QCOMPARE(w.parts().state.tabCount, 3);
+        QVERIFY(crashed->notice());
+        QCOMPARE(ask(app.engineView(1), "document.title").toString(), QStringLiteral("Framed"));
     }
 };
 

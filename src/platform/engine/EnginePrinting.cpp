@@ -1,4 +1,5 @@
 #include "EnginePrinting.h"
+#include "platform/Dialogs.h"
 #include "platform/browser/BrowserView.h"
 
 #include <QEventLoop>
@@ -7,12 +8,14 @@
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QWebEngineDownloadRequest>
+#include <QWebEnginePage>
 #include <QWebEngineView>
 
 namespace platform {
 
-EnginePrinting::EnginePrinting(QWebEngineView& view, QPageLayout& layout, BrowserView& owner)
-    : QObject(&view), view_(view), layout_(layout), owner_(owner)
+EnginePrinting::EnginePrinting(QWebEngineView& view, QPageLayout& layout, BrowserView& owner,
+                               Dialogs& dialogs)
+    : QObject(&view), view_(view), layout_(layout), owner_(owner), dialogs_(dialogs)
 {
     // A page's window.print() asks as the menu's print does.
     connect(&view, &QWebEngineView::printRequested, this, &EnginePrinting::print);
@@ -31,9 +34,16 @@ std::unique_ptr<QPrinter> EnginePrinting::newPrinter() const
     return printer;
 }
 
+bool EnginePrinting::printable() const
+{
+    // A page whose process is gone has nothing to print, and the engine's
+    // printing of it goes wrong on its own thread.
+    return !printer_ && !previewing_ && view_.page()->renderProcessPid() > 0;
+}
+
 void EnginePrinting::print()
 {
-    if (printer_ || previewing_)
+    if (!printable())
         return;
     printer_ = newPrinter();
     // Not modal to the page's code, so the view may close meanwhile.
@@ -46,17 +56,22 @@ void EnginePrinting::print()
 
 void EnginePrinting::printPreview()
 {
-    if (printer_ || previewing_)
+    if (!printable())
         return;
     previewing_ = true;
     const std::unique_ptr<QPrinter> printer = newPrinter();
     QPrintPreviewDialog preview(printer.get(), &view_);
     // The preview paints synchronously; the engine prints asynchronously.
     connect(&preview, &QPrintPreviewDialog::paintRequested, this, [this](QPrinter* target) {
+        bool finished = false;
         QEventLoop loop;
-        connect(&view_, &QWebEngineView::printFinished, &loop, &QEventLoop::quit);
+        connect(&view_, &QWebEngineView::printFinished, &loop, [&] {
+            finished = true;
+            loop.quit();
+        });
         view_.print(target);
-        loop.exec();
+        if (!finished)
+            loop.exec();
     });
     {
         BrowserView::Prompt waiting(owner_);
@@ -68,6 +83,15 @@ void EnginePrinting::printPreview()
 void EnginePrinting::pageSetup()
 {
     const std::unique_ptr<QPrinter> printer = newPrinter();
+    // Qt's page setup works on real printers only; printing to a file has
+    // its own paper settings in the print dialog.
+    if (printer->outputFormat() != QPrinter::NativeFormat) {
+        dialogs_.message(QStringLiteral("No printer is set up on this desktop, so there is no "
+                                        "paper to set up. Print can still save the page as a "
+                                        "PDF file, with paper settings of its own."),
+                         Dialogs::Buttons::Ok, Dialogs::Icon::Information);
+        return;
+    }
     QPageSetupDialog dialog(printer.get(), &view_);
     BrowserView::Prompt waiting(owner_);
     if (dialog.exec() == QDialog::Accepted)

@@ -12,13 +12,15 @@ class QWebEngineView;
 
 namespace platform {
 
+class Dialogs;
+
 class BrowserView;
 
 class EnginePrinting : public QObject, public PrintingFacet
 {
     Q_OBJECT
 public:
-    EnginePrinting(QWebEngineView& view, QPageLayout& layout, BrowserView& owner);
+    EnginePrinting(QWebEngineView& view, QPageLayout& layout, BrowserView& owner, Dialogs& dialogs);
     ~EnginePrinting() override;
     void print() override;
     void printPreview() override;
@@ -26,11 +28,13 @@ public:
     void saveAs(const QString& path, SaveFormat format) override;
 
 private:
+    bool printable() const;
     std::unique_ptr<QPrinter> newPrinter() const;
 
     QWebEngineView& view_;
     QPageLayout& layout_;
     BrowserView& owner_;
+    Dialogs& dialogs_;
     // The job the engine prints into, which must outlive its asynchronous printing.
     std::unique_ptr<QPrinter> printer_;
     bool previewing_ = false;

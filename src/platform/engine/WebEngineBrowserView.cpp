@@ -83,7 +83,7 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
     editing_ = std::make_unique<EngineEditing>(*page_, alive_);
     find_ = std::make_unique<EngineFind>(*page_, alive_);
     document_ = std::make_unique<EngineDocument>(*page_, alive_);
-    printing_ = new EnginePrinting(*view_, profile.pageLayout(), *this);
+    printing_ = new EnginePrinting(*view_, profile.pageLayout(), *this, profile.dialogs());
     security_ = new EngineSecurity(*page_, *gate_, *this);
     wirePage();
 }
