@@ -7,6 +7,21 @@
 
 using namespace platform;
 
+namespace {
+
+// The tab strip with the commands subsystem on a plain window, and one tab.
+struct CommandsFixture : StripFixture
+{
+    ScriptedDialogs dialogs;
+    RecordingShell shell;
+    QWidget window;
+    CommandsSubsystem commandSet{window, bar,     state,    subsystem, dialogs,
+                                 shell,  factory, commands, events};
+    CommandsFixture() { tabs.newTab(QStringLiteral("http://one.test/"), true); }
+};
+
+} // namespace
+
 class PageCommandsTest : public QObject
 {
     Q_OBJECT
@@ -15,13 +30,7 @@ private slots:
 
     void lateAnswersLeaveTheEditMenuAlone()
     {
-        StripFixture f;
-        ScriptedDialogs dialogs;
-        RecordingShell shell;
-        QWidget window;
-        CommandsSubsystem commands(window, f.bar, f.state, f.subsystem, dialogs, shell, f.factory,
-                                   f.commands, f.events);
-        f.tabs.newTab(QStringLiteral("http://one.test/"), true);
+        CommandsFixture f;
         f.tabs.newTab(QStringLiteral("http://two.test/"), true);
         FakeEditing& one = f.view(1)->editingFacet;
         FakeEditing& two = f.view(2)->editingFacet;
@@ -58,48 +67,42 @@ private slots:
 
     void fullScreenComesBackToTheWindowItLeft()
     {
-        StripFixture f;
-        ScriptedDialogs dialogs;
-        RecordingShell shell;
-        QWidget window;
-        CommandsSubsystem commands(window, f.bar, f.state, f.subsystem, dialogs, shell, f.factory,
-                                   f.commands, f.events);
-        f.tabs.newTab(QStringLiteral("http://one.test/"), true);
+        CommandsFixture f;
         auto shown = [&](const char* band) { return f.bar.band(band)->visible(); };
         auto checked = [&](const char* band) {
             return f.bar.tool(band, key::fullScreen)->checked();
         };
         auto click = [&] { f.bar.reportClick(f.bar.tool(key::viewMenu, key::fullScreen)); };
 
-        window.setGeometry(40, 50, 600, 400);
-        window.show();
+        f.window.setGeometry(40, 50, 600, 400);
+        f.window.show();
         f.bar.band(key::addressBar)->setVisible(false);
         click();
-        QVERIFY(window.isFullScreen());
+        QVERIFY(f.window.isFullScreen());
         QVERIFY(checked(key::viewMenu) && checked(key::mainBar));
         QVERIFY(!shown(key::menuBar) && !shown(key::statusBar));
         QVERIFY(f.bar.band(key::mainBar)->floating());
         QCOMPARE(f.view(1)->focusCalls, 1);
         click();
-        QVERIFY(!window.isFullScreen() && !window.isMaximized());
-        QCOMPARE(window.geometry(), QRect(40, 50, 600, 400));
+        QVERIFY(!f.window.isFullScreen() && !f.window.isMaximized());
+        QCOMPARE(f.window.geometry(), QRect(40, 50, 600, 400));
         QVERIFY(!checked(key::viewMenu) && !checked(key::mainBar));
         QVERIFY(shown(key::menuBar) && shown(key::statusBar) && shown(key::addressBar));
         QVERIFY(!f.bar.band(key::mainBar)->floating());
 
         // A page's full screen: in and out with the page, and a window that was
         // maximised is maximised again.
-        window.showMaximized();
+        f.window.showMaximized();
         f.view(1)->calls.clear();
         emit f.view(1)->fullScreenRequested(true);
-        QVERIFY(window.isFullScreen());
+        QVERIFY(f.window.isFullScreen());
         emit f.view(1)->fullScreenRequested(false);
-        QVERIFY(window.isMaximized());
+        QVERIFY(f.window.isMaximized());
         QVERIFY(f.view(1)->calls.isEmpty());
         // Leaving by the toolbar takes the page out of its full screen too.
         emit f.view(1)->fullScreenRequested(true);
         f.bar.reportClick(f.bar.tool(key::mainBar, key::fullScreen));
-        QVERIFY(window.isMaximized());
+        QVERIFY(f.window.isMaximized());
         QCOMPARE(f.view(1)->calls, QStringList{"exit full screen"});
     }
 };
