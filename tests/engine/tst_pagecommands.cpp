@@ -17,6 +17,7 @@
 #include <optional>
 
 using namespace platform;
+using Parts = MainWindow::Parts;
 
 namespace {
 
@@ -289,6 +290,49 @@ private slots:
         QVERIFY(open("/away.html", "Away"));
         QVERIFY(open("/cached.html", "Cached"));
         QCOMPARE(server.requests("/cached.html"), 2);
+    }
+
+    // Every tool of the shipped skin clicked on a real page, every menu
+    // dropped down, every secondary action tried: the window is still a
+    // working browser after it.
+    void everyToolOnARealPage()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start(server.url("/edit.html")));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Edit"), 20000);
+        w.parts().tabs.newTab(server.url("/away.html"), true);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(2), "Away"), 20000);
+        QTimer closer;
+        connect(&closer, &QTimer::timeout, [] {
+            if (QWidget* dialog = QApplication::activeModalWidget())
+                dialog->close();
+        });
+        closer.start(200);
+
+        Parts parts = w.parts();
+        std::vector<std::pair<QString, QString>> tools;
+        for (const auto& band : parts.bar.bands())
+            for (int i = 0; i < band->count(); ++i)
+                tools.emplace_back(band->key(), band->at(i)->key());
+        // Every question, the exit question among them, is answered Cancel.
+        app.dialogs.answers.assign(tools.size() * 2, Dialogs::Answer::Cancel);
+        for (const auto& [band, key] : tools) {
+            if (Tool* tool = parts.bar.tool(band, key)) {
+                parts.bar.reportClick(tool);
+                QTest::qWait(20);
+            }
+        }
+        for (const auto& band : parts.bar.bands())
+            parts.bar.reportDropDown(band.get());
+        QTest::qWait(1000);
+        QVERIFY(w.isVisible());
+        QVERIFY(!w.isFullScreen()); // clicked twice: the menu's tool and the toolbar's
+
+        parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::newTab));
+        BrowserView* fresh = parts.tabs.view(parts.state.currentTab);
+        fresh->navigate(server.url("/away.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(fresh, "Away"), 20000);
     }
 
     // A blank tab, a page whose focus is in a frame of another site, and a
