@@ -36,6 +36,23 @@ QVariant ask(BrowserView* view, const QString& script)
     return *answer;
 }
 
+// Closes every modal dialog the commands open, as the user would.
+class DialogCloser
+{
+public:
+    DialogCloser()
+    {
+        QObject::connect(&timer_, &QTimer::timeout, [] {
+            if (QWidget* dialog = QApplication::activeModalWidget())
+                dialog->close();
+        });
+        timer_.start(200);
+    }
+
+private:
+    QTimer timer_;
+};
+
 } // namespace
 
 class PageCommandsTest : public QObject
@@ -303,12 +320,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Edit"), 20000);
         w.parts().tabs.newTab(server.url("/away.html"), true);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(2), "Away"), 20000);
-        QTimer closer;
-        connect(&closer, &QTimer::timeout, [] {
-            if (QWidget* dialog = QApplication::activeModalWidget())
-                dialog->close();
-        });
-        closer.start(200);
+        DialogCloser closer;
 
         Parts parts = w.parts();
         std::vector<std::pair<QString, QString>> tools;
@@ -356,12 +368,7 @@ private slots:
         QCOMPARE(::kill(pid_t(crashed->engineView()->page()->renderProcessPid()), SIGKILL), 0);
         QTRY_VERIFY_WITH_TIMEOUT(crashed->notice(), 20000);
 
-        QTimer closer;
-        connect(&closer, &QTimer::timeout, [] {
-            if (QWidget* dialog = QApplication::activeModalWidget())
-                dialog->close();
-        });
-        closer.start(200);
+        DialogCloser closer;
         const std::pair<const char*, const char*> tools[] = {
             {"sub_File", "b_saveas"},   {"sub_File", "b_pageset"},   {"sub_File", "b_preview"},
             {"sub_File", "b_print"},    {"sub_File", "b_property"},  {"sub_File", "sep_sFile2"},
