@@ -13,8 +13,9 @@ declare -A allowed=(
     [tabs]="core platform"
     [history]="tabs core platform"
     [commands]="tabs core platform"
-    [app]="commands history tabs core platform"
-    [main]="app commands history tabs core platform engine"
+    [favorites]="tabs core platform"
+    [app]="commands favorites history tabs core platform"
+    [main]="app commands favorites history tabs core platform engine"
 )
 
 layer_of() { # path relative to src/
@@ -33,7 +34,7 @@ while IFS= read -r file; do
     dir=$(dirname "$file")
     while IFS= read -r included; do
         case "$included" in
-        app/* | commands/* | core/* | history/* | platform/* | tabs/*) target=$included ;;
+        app/* | commands/* | core/* | favorites/* | history/* | platform/* | tabs/*) target=$included ;;
         *) target=$(realpath -m --relative-to=. "$dir/$included") ;;
         esac
         to=$(layer_of "$target")

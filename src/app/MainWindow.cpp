@@ -29,6 +29,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       history_(*controls_.addressBox(), tabs_.strip(), tabs_.events(), registry_, dialogs,
                commands_),
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
+      favourites_(*this, dialogs, commands_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;

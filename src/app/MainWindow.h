@@ -12,6 +12,7 @@
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
 #include "core/MainState.h"
+#include "favorites/FavouritesSubsystem.h"
 #include "history/HistorySubsystem.h"
 #include "platform/ClickHook.h"
 #include "platform/ConnectionHelper.h"
@@ -90,6 +91,7 @@ private:
     TabSubsystem tabs_;
     HistorySubsystem history_;
     CommandsSubsystem commandSet_;
+    FavouritesSubsystem favourites_;
     ExitFlow exit_;
     platform::CommandBarWidgets* barWidgets_ = nullptr;
 };

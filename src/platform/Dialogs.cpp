@@ -96,6 +96,14 @@ QString QtDialogs::inputText(const QString& prompt, const QString& suggested)
                                  suggested);
 }
 
+int QtDialogs::chooseItem(const QString& prompt, const QStringList& items)
+{
+    bool chosen = false;
+    const QString item = QInputDialog::getItem(parent_, QStringLiteral("QUB-BROWSER"), prompt,
+                                               items, 0, false, &chosen);
+    return chosen ? int(items.indexOf(item)) : -1;
+}
+
 QString qtFileFilter(const QString& filter)
 {
     const QStringList parts = filter.split('|');

@@ -3,6 +3,7 @@
 // ones and tests answer from a script.
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <utility>
 
 class QWidget;
@@ -28,6 +29,8 @@ public:
     // A file to open; filter is pairs of description and patterns joined by
     // "|" ("Pages|*.htm;*.html|All|*.*"). Empty when cancelled.
     virtual QString openFileName(const QString& filter) = 0;
+    // One of items, by its index; -1 when cancelled.
+    virtual int chooseItem(const QString& prompt, const QStringList& items) = 0;
     using Rows = QList<std::pair<QString, QString>>;
     // Facts to read, a name and a value per row, until the user closes them.
     virtual void showDetails(const QString& title, const Rows& rows) = 0;
@@ -46,6 +49,7 @@ public:
     bool credentials(const QString& prompt, QString& user, QString& password) override;
     QString inputText(const QString& prompt, const QString& suggested) override;
     QString openFileName(const QString& filter) override;
+    int chooseItem(const QString& prompt, const QStringList& items) override;
     void showDetails(const QString& title, const Rows& rows) override;
 
 private:

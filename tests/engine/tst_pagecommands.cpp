@@ -3,6 +3,7 @@
 // from the page.
 #include "commands/FindBar.h"
 #include "platform/engine/PageNotice.h"
+#include "support/DialogCloser.h"
 #include "support/EngineApp.h"
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
@@ -35,23 +36,6 @@ QVariant ask(BrowserView* view, const QString& script)
         return QStringLiteral("no answer");
     return *answer;
 }
-
-// Closes every modal dialog the commands open, as the user would.
-class DialogCloser
-{
-public:
-    DialogCloser()
-    {
-        QObject::connect(&timer_, &QTimer::timeout, [] {
-            if (QWidget* dialog = QApplication::activeModalWidget())
-                dialog->close();
-        });
-        timer_.start(200);
-    }
-
-private:
-    QTimer timer_;
-};
 
 } // namespace
 

@@ -162,6 +162,12 @@ public:
         asked << filter;
         return openPaths.empty() ? QString() : takeFront(openPaths);
     }
+    int chooseItem(const QString& prompt, const QStringList& items) override
+    {
+        asked << prompt;
+        offered = items;
+        return choices.empty() ? -1 : takeFront(choices);
+    }
     void showDetails(const QString& title, const Rows& rows) override
     {
         asked << title;
@@ -172,6 +178,8 @@ public:
     std::deque<QString> savePaths;
     std::deque<QString> inputs;
     std::deque<QString> openPaths;
+    std::deque<int> choices;
+    QStringList offered;
     Rows details;
     std::deque<std::pair<QString, QString>> logins;
     // Runs once inside the next sign-in prompt, as if the user acted meanwhile.

@@ -5,6 +5,7 @@
 #include "commands/WindowCommands.h"
 #include "core/Keys.h"
 #include "platform/commandbar/CommandBarWidgets.h"
+#include "support/DialogCloser.h"
 #include "support/Fakes.h"
 #include "support/TestMain.h"
 
@@ -45,6 +46,7 @@ private slots:
         }
         // The exit question is answered Cancel every time it comes.
         dialogs.answers.assign(tools.size(), Dialogs::Answer::Cancel);
+        DialogCloser closer;
         for (const auto& [band, key] : tools) {
             Tool* tool = parts.bar.tool(band, key);
             if (!tool)
@@ -67,6 +69,7 @@ private slots:
         // The link is sent from the blank tab that New Tab opened before.
         QCOMPARE(shell.opened, QStringList({"mailto:?subject=&body=", "mailto:?subject=New&body=",
                                             "mailto:", "address book"}));
+        QCOMPARE(closer.closed, QStringList({"Organise Favourites"}));
         QVERIFY(window.isVisible());
         const int tabs = parts.bar.band(key::tabsBar)->count();
         QVERIFY(tabs >= 1);

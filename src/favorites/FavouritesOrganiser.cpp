@@ -1,0 +1,120 @@
+#include "FavouritesOrganiser.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+const QString outside = QStringLiteral("That entry is not in the favourites folder.");
+const QString taken = QStringLiteral("An entry named \"%1\" is already there.");
+
+QString clean(const QString& path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+} // namespace
+
+FavouritesOrganiser::FavouritesOrganiser(QString root) : root_(clean(root)) {}
+
+bool FavouritesOrganiser::inside(const QString& path) const
+{
+    const QString full = clean(path);
+    return full == root_ || full.startsWith(root_ + '/');
+}
+
+QString FavouritesOrganiser::checkedName(const QString& name) const
+{
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty() || trimmed == "." || trimmed == ".." || trimmed.contains('/'))
+        return QStringLiteral("\"%1\" cannot be the name of a favourite or folder.").arg(name);
+    return {};
+}
+
+QString FavouritesOrganiser::createFolder(const QString& parent, const QString& name) const
+{
+    if (!inside(parent) || !QFileInfo(parent).isDir())
+        return outside;
+    if (QString problem = checkedName(name); !problem.isEmpty())
+        return problem;
+    const QString target = clean(parent) + '/' + name.trimmed();
+    if (QFileInfo::exists(target))
+        return taken.arg(name.trimmed());
+    if (!QDir().mkdir(target))
+        return QStringLiteral("The folder \"%1\" could not be made.").arg(name.trimmed());
+    return {};
+}
+
+QString FavouritesOrganiser::rename(const QString& path, const QString& name) const
+{
+    const QFileInfo entry(clean(path));
+    if (!inside(path) || entry.absoluteFilePath() == root_ || !entry.exists())
+        return outside;
+    if (QString problem = checkedName(name); !problem.isEmpty())
+        return problem;
+    QString newName = name.trimmed();
+    if (entry.isFile() && !entry.suffix().isEmpty() &&
+        !newName.endsWith('.' + entry.suffix(), Qt::CaseInsensitive))
+        newName += '.' + entry.suffix();
+    const QString target = entry.absolutePath() + '/' + newName;
+    if (target == entry.absoluteFilePath())
+        return {};
+    // A change of case alone is a rename on a case-sensitive file system only.
+    if (QFileInfo::exists(target) && target.compare(entry.absoluteFilePath(), Qt::CaseInsensitive))
+        return taken.arg(newName);
+    if (!QDir().rename(entry.absoluteFilePath(), target))
+        return QStringLiteral("\"%1\" could not be renamed.").arg(entry.fileName());
+    return {};
+}
+
+QString FavouritesOrganiser::move(const QString& path, const QString& folder) const
+{
+    const QString from = clean(path);
+    const QString to = clean(folder);
+    if (!inside(from) || !inside(to) || from == root_ || !QFileInfo::exists(from) ||
+        !QFileInfo(to).isDir())
+        return outside;
+    if (to == from || to.startsWith(from + '/'))
+        return QStringLiteral("A folder cannot be moved into itself.");
+    const QString target = to + '/' + QFileInfo(from).fileName();
+    if (target == from)
+        return {};
+    if (QFileInfo::exists(target))
+        return taken.arg(QFileInfo(from).fileName());
+    if (!QDir().rename(from, target))
+        return QStringLiteral("\"%1\" could not be moved.").arg(QFileInfo(from).fileName());
+    return {};
+}
+
+QString FavouritesOrganiser::remove(const QString& path) const
+{
+    const QFileInfo entry(clean(path));
+    if (!inside(path) || entry.absoluteFilePath() == root_ || !entry.exists())
+        return outside;
+    if (QFile::moveToTrash(entry.absoluteFilePath()))
+        return {};
+    const bool removed = entry.isDir() ? QDir(entry.absoluteFilePath()).removeRecursively()
+                                       : QFile::remove(entry.absoluteFilePath());
+    if (!removed)
+        return QStringLiteral("\"%1\" could not be deleted.").arg(entry.fileName());
+    return {};
+}
+
+QStringList FavouritesOrganiser::folders() const
+{
+    QStringList found;
+    QDirIterator walk(root_, QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        found << walk.next();
+    found.sort(Qt::CaseInsensitive);
+    found.prepend(root_);
+    return found;
+}
+
+QString FavouritesOrganiser::displayName(const QString& path)
+{
+    const QFileInfo entry(path);
+    return entry.isDir() ? entry.fileName() : entry.completeBaseName();
+}

@@ -1,0 +1,32 @@
+#pragma once
+// The changes a user makes to the favourites tree by hand: a new folder, a
+// new name, a move to another folder, a delete. Every path must lie inside
+// the root; a change that would leave it, overwrite an entry or put a folder
+// inside itself is refused with a message and changes nothing.
+#include <QString>
+#include <QStringList>
+
+class FavouritesOrganiser
+{
+public:
+    explicit FavouritesOrganiser(QString root);
+
+    // Each returns an empty text when done, else the message to show.
+    QString createFolder(const QString& parent, const QString& name) const;
+    // A favourite keeps its extension, whatever the new name ends with.
+    QString rename(const QString& path, const QString& name) const;
+    QString move(const QString& path, const QString& folder) const;
+    // To the desktop's trash where there is one, so a slip can be undone.
+    QString remove(const QString& path) const;
+
+    // Every folder of the tree, the root first, then depth first by name.
+    QStringList folders() const;
+    // The name to show for an entry: a favourite without its extension.
+    static QString displayName(const QString& path);
+
+private:
+    bool inside(const QString& path) const;
+    QString checkedName(const QString& name) const;
+
+    QString root_;
+};

@@ -1,0 +1,25 @@
+#pragma once
+// The favourites subsystem: the favourites folder and the commands on it.
+#include "FavouritesFolder.h"
+
+class CommandDispatcher;
+class QWidget;
+
+namespace platform {
+class Dialogs;
+}
+
+class FavouritesSubsystem
+{
+public:
+    FavouritesSubsystem(QWidget& window, platform::Dialogs& dialogs, CommandDispatcher& commands);
+
+    const FavouritesFolder& folder() const { return folder_; }
+
+private:
+    void organise();
+
+    QWidget& window_;
+    platform::Dialogs& dialogs_;
+    FavouritesFolder folder_;
+};
