@@ -30,6 +30,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
                commands_),
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
       favourites_(*this, dialogs, commands_),
+      options_(*this, settings_, factory, bar_, commands_, barEvents_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;

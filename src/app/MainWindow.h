@@ -4,6 +4,7 @@
 // hands window events on; it holds no rules of its own.
 #include "ExitFlow.h"
 #include "HostedControls.h"
+#include "InternetOptions.h"
 #include "Language.h"
 #include "LastPages.h"
 #include "Settings.h"
@@ -92,6 +93,7 @@ private:
     HistorySubsystem history_;
     CommandsSubsystem commandSet_;
     FavouritesSubsystem favourites_;
+    InternetOptions options_;
     ExitFlow exit_;
     platform::CommandBarWidgets* barWidgets_ = nullptr;
 };

@@ -106,3 +106,9 @@ bool Settings::save() const
     // One write, so that a shut-down cut short leaves the old settings or the new.
     return platform::ProfileFile(fileName()).writeStrings(section, entries);
 }
+
+bool Settings::setHomePage(const QString& address)
+{
+    homePage_ = address.isEmpty() ? QString::fromLatin1(defaultHomePage) : address;
+    return platform::ProfileFile(fileName()).writeString(section, homeKey, address);
+}

@@ -19,9 +19,11 @@ public:
     bool save() const;
 
     QString fileName() const { return appDir_ + QStringLiteral("Browser.ini"); }
-    // Where Home goes: the file's HOMEPAGE, which the program only reads, or
-    // a blank page.
+    // Where Home goes: the file's HOMEPAGE, or a blank page.
     const QString& homePage() const { return homePage_; }
+    // Keeps a new home page at once (empty for a blank page); false when the
+    // file could not be written.
+    bool setHomePage(const QString& address);
 
     static constexpr const char* defaultHomePage = "about:blank";
 

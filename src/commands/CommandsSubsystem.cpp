@@ -13,6 +13,7 @@ CommandsSubsystem::CommandsSubsystem(QWidget& window, platform::CommandBar& bar,
       window_(dialogs, shell, bar, engine.privateData(), commands),
       fullScreen_(window, bar, tabs.strip(), tabs.events(), commands),
       page_(bar, tabs.strip(), engine.connection(), commands, events),
+      links_(tabs.strip(), dialogs, commands), quickSave_(window, state, dialogs, shell, commands),
       findBar_(new FindBar(tabs.strip(), tabs.active(), &window))
 {
     commands.on(cmd::Command::Find, [this](const CommandContext&) { findBar_->open(); });

@@ -7,7 +7,9 @@
 #include "EditCommands.h"
 #include "FindBar.h"
 #include "FullScreen.h"
+#include "LinksPage.h"
 #include "PageCommands.h"
+#include "QuickSave.h"
 #include "TextSizeCommands.h"
 #include "WindowCommands.h"
 
@@ -36,5 +38,7 @@ private:
     WindowCommands window_;
     FullScreen fullScreen_;
     PageCommands page_;
+    LinksPage links_;
+    QuickSave quickSave_;
     FindBar* findBar_;
 };

@@ -21,17 +21,19 @@ struct EditEntry
 
 // In the order the menu asks.
 const EditEntry entries[] = {
-    {cmd::Command::Undo, EditCommand::Undo},   {cmd::Command::Redo, EditCommand::Redo},
-    {cmd::Command::Cut, EditCommand::Cut},     {cmd::Command::Copy, EditCommand::Copy},
-    {cmd::Command::Paste, EditCommand::Paste}, {cmd::Command::Delete, EditCommand::Delete},
+    {cmd::Command::Undo, EditCommand::Undo},
+    {cmd::Command::Redo, EditCommand::Redo},
+    {cmd::Command::Cut, EditCommand::Cut},
+    {cmd::Command::Copy, EditCommand::Copy},
+    {cmd::Command::Paste, EditCommand::Paste},
+    {cmd::Command::Delete, EditCommand::Delete},
     {cmd::Command::SelectAll, EditCommand::SelectAll},
 };
 
 } // namespace
 
-EditCommands::EditCommands(platform::CommandBar& bar, const MainState& state,
-                           const TabStrip& tabs, CommandDispatcher& commands,
-                           BarEventRouter& events)
+EditCommands::EditCommands(platform::CommandBar& bar, const MainState& state, const TabStrip& tabs,
+                           CommandDispatcher& commands, BarEventRouter& events)
     : bar_(bar), state_(state), tabs_(tabs)
 {
     for (const EditEntry& entry : entries)

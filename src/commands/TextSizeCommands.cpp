@@ -17,9 +17,8 @@ struct TextSize
 };
 
 const TextSize sizes[] = {
-    {cmd::Command::TextLargest, 4}, {cmd::Command::TextLarger, 3},
-    {cmd::Command::TextMedium, 2},  {cmd::Command::TextSmaller, 1},
-    {cmd::Command::TextSmallest, 0},
+    {cmd::Command::TextLargest, 4}, {cmd::Command::TextLarger, 3},   {cmd::Command::TextMedium, 2},
+    {cmd::Command::TextSmaller, 1}, {cmd::Command::TextSmallest, 0},
 };
 
 } // namespace
@@ -29,8 +28,9 @@ TextSizeCommands::TextSizeCommands(platform::CommandBar& bar, const TabStrip& ta
     : bar_(bar), tabs_(tabs)
 {
     for (const TextSize& size : sizes)
-        commands.on(size.command,
-                    [level = size.level](const CommandContext& c) { c.view->zoom().setLevel(level); });
+        commands.on(size.command, [level = size.level](const CommandContext& c) {
+            c.view->zoom().setLevel(level);
+        });
     events.onDropDown(QLatin1String(textMenu), [this](platform::Band&) { markLevel(); });
 }
 

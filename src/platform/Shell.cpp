@@ -19,7 +19,12 @@ bool DesktopShell::openAddressBook()
     if (command.isEmpty())
         return false;
     const QString program = command.takeFirst();
-    return QProcess::startDetached(program, command);
+    return start(program, command);
+}
+
+bool DesktopShell::start(const QString& program, const QStringList& arguments)
+{
+    return QProcess::startDetached(program, arguments);
 }
 
 } // namespace platform

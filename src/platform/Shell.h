@@ -1,8 +1,9 @@
 #pragma once
 // What the program asks of the desktop: open an address with the program the
 // desktop chose for it (a mailto: text opens a new mail message), or start its
-// address book. DesktopShell asks the desktop; tests record the calls instead.
+// address book, or start a program. DesktopShell asks the desktop; tests record the calls instead.
 #include <QString>
+#include <QStringList>
 
 namespace platform {
 
@@ -14,6 +15,8 @@ public:
     virtual bool open(const QString& address) = 0;
     // False when no address book program is installed.
     virtual bool openAddressBook() = 0;
+    // Starts a program without waiting for it; false when it cannot start.
+    virtual bool start(const QString& program, const QStringList& arguments) = 0;
 };
 
 class DesktopShell : public Shell
@@ -21,6 +24,7 @@ class DesktopShell : public Shell
 public:
     bool open(const QString& address) override;
     bool openAddressBook() override;
+    bool start(const QString& program, const QStringList& arguments) override;
 };
 
 } // namespace platform

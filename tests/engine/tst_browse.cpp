@@ -9,6 +9,7 @@
 #include "support/EngineApp.h"
 #include "support/Files.h"
 #include "support/LocalHttpServer.h"
+#include "support/PageProbes.h"
 #include "support/TestMain.h"
 
 #include <QAbstractItemView>
@@ -23,22 +24,12 @@ using namespace platform;
 
 namespace {
 
-QByteArray titled(const QByteArray& title, const QByteArray& body = {})
-{
-    return "<html><head><title>" + title + "</title></head><body>" + body + "</body></html>";
-}
-
 // A button filling the top left of the page, so a click at (50, 50) hits it.
 QByteArray withButton(const QByteArray& onclick)
 {
     return titled("Opener", "<button id=b style='position:absolute;left:0;top:0;width:300px;"
                             "height:150px' onclick=\"" +
                                 onclick + "\">open</button>");
-}
-
-bool loaded(BrowserView* view, const QString& title)
-{
-    return view && view->title() == title && view->readyState() == BrowserView::Complete;
 }
 
 // Clicks at a point of the page as the user would, once it has been drawn.

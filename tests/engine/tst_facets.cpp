@@ -5,6 +5,7 @@
 #include "platform/engine/PageNotice.h"
 #include "support/EngineApp.h"
 #include "support/LocalHttpServer.h"
+#include "support/PageProbes.h"
 #include "support/TestMain.h"
 
 #include <QComboBox>
@@ -17,16 +18,6 @@
 using namespace platform;
 
 namespace {
-
-QByteArray titled(const QByteArray& title, const QByteArray& body = {})
-{
-    return "<html><head><title>" + title + "</title></head><body>" + body + "</body></html>";
-}
-
-bool loaded(BrowserView* view, const QString& title)
-{
-    return view && view->title() == title && view->readyState() == BrowserView::Complete;
-}
 
 // Refuses every navigation to an address containing a word.
 class RefuseWord : public NavigationPolicy

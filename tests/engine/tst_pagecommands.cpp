@@ -6,6 +6,7 @@
 #include "support/DialogCloser.h"
 #include "support/EngineApp.h"
 #include "support/LocalHttpServer.h"
+#include "support/PageProbes.h"
 #include "support/TestMain.h"
 
 #include <QApplication>
@@ -19,25 +20,6 @@
 
 using namespace platform;
 using Parts = MainWindow::Parts;
-
-namespace {
-
-bool loaded(BrowserView* view, const QString& title)
-{
-    return view && view->title() == title && view->readyState() == BrowserView::Complete;
-}
-
-// Runs script in the page and waits for its answer.
-QVariant ask(BrowserView* view, const QString& script)
-{
-    std::optional<QVariant> answer;
-    view->document().ask(script, [&](const QVariant& value) { answer = value; });
-    if (!QTest::qWaitFor([&] { return answer.has_value(); }, 20000))
-        return QStringLiteral("no answer");
-    return *answer;
-}
-
-} // namespace
 
 class PageCommandsTest : public QObject
 {

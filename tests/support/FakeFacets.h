@@ -87,8 +87,15 @@ public:
         asked << script;
         pending.push([this, script, answer] { answer(answers.value(script)); });
     }
+    void collectLinks(std::function<void(const platform::PageLinks&)> answer) override
+    {
+        pending.push([this, answer] { answer(links); });
+    }
+    void write(const QString& html) override { written << html; }
     QStringList asked;
     QMap<QString, QVariant> answers;
+    platform::PageLinks links;
+    QStringList written;
     AnswerQueue pending;
 };
 

@@ -121,6 +121,11 @@ public:
         opened << QStringLiteral("address book");
         return handled;
     }
+    bool start(const QString& program, const QStringList& arguments) override
+    {
+        opened << (QStringList{program} + arguments).join(' ');
+        return handled;
+    }
     QStringList opened;
     bool handled = true;
 };

@@ -2,15 +2,20 @@
 // skin clicked, every menu dropped down, every secondary action tried, with
 // no crash and no warning, and the window still a working browser after it.
 #include "app/MainWindow.h"
+#include "app/OptionsDialog.h"
 #include "commands/WindowCommands.h"
 #include "core/Keys.h"
 #include "platform/commandbar/CommandBarWidgets.h"
+#include "platform/ini/ProfileFile.h"
 #include "support/DialogCloser.h"
 #include "support/Fakes.h"
 #include "support/TestMain.h"
 
 #include <QAction>
+#include <QCheckBox>
 #include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTemporaryDir>
 
 using namespace platform;
@@ -76,6 +81,49 @@ private slots:
         parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::newTab));
         QCOMPARE(parts.bar.band(key::tabsBar)->count(), tabs + 1);
         QCOMPARE(parts.state.currentTab, parts.state.tabCount);
+    }
+
+    void optionsOpenAtTheirPageOverADisabledWindow()
+    {
+        QTemporaryDir dir;
+        const QString appDir = dir.path() + '/';
+        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_FILE), appDir + "default.tb2"));
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        SettableClock clock;
+        FakeViewFactory factory;
+        MainWindow window(appDir, dialogs, shell, factory, clock);
+        QVERIFY(window.start({}));
+        MainWindow::Parts parts = window.parts();
+
+        parts.bar.reportSecondary(parts.bar.tool(key::statusBar, "b_security"));
+        auto* options = window.findChild<OptionsDialog*>();
+        QVERIFY(options && options->isVisible());
+        QCOMPARE(options->windowTitle(), "Internet Options - Lunched By QUBBROWSER");
+        QCOMPARE(options->page(), int(OptionsDialog::Security));
+        QVERIFY(!window.isEnabled());
+        QVERIFY(options->isEnabled());
+
+        // A second request shows the same dialog at its page.
+        parts.bar.reportClick(parts.bar.tool(key::toolsMenu, "b_opInternet"));
+        QCOMPARE(window.findChildren<OptionsDialog*>().size(), 1);
+        QCOMPARE(options->page(), int(OptionsDialog::General));
+
+        for (QPushButton* button : options->findChildren<QPushButton*>())
+            if (button->text() == "Delete Cookies")
+                button->click();
+        QCOMPARE(factory.privacy.cleared, QList<int>({PrivateData::Cookies}));
+        QList<QCheckBox*> boxes = options->findChildren<QCheckBox*>();
+        QVERIFY(!boxes.isEmpty());
+        boxes.first()->toggle();
+        QCOMPARE(options->changedSwitches().size(), 1);
+
+        options->findChild<QLineEdit*>()->setText(" http://home.test/ ");
+        options->accept();
+        QVERIFY(window.isEnabled());
+        QCOMPARE(factory.home, "http://home.test/");
+        QCOMPARE(ProfileFile(appDir + "Browser.ini").readString("QUB-BROWSER", "HOMEPAGE"),
+                 "http://home.test/");
     }
 };
 

@@ -2,6 +2,7 @@
 // The parts of a browser view that only some commands need, each a small
 // interface of its own. The engine implements each in a file of its own;
 // tests use fakes of the same shape.
+#include <QList>
 #include <QString>
 #include <QUrl>
 #include <QVariant>
@@ -64,6 +65,18 @@ public:
     virtual void saveAs(const QString& path, SaveFormat format) = 0;
 };
 
+// An element of a document that has an "href" attribute: its tag name and
+// the attribute as written.
+struct PageLink
+{
+    QString tag;
+    QString href;
+    bool operator==(const PageLink&) const = default;
+};
+// The links of the top document first, then those of each of its frames that
+// has a document, in frame order.
+using PageLinks = QList<QList<PageLink>>;
+
 // Questions to the page's document, asked in the page agent's own script
 // world, so that page scripts can neither see nor answer them.
 class DocumentFacet
@@ -72,6 +85,12 @@ public:
     virtual ~DocumentFacet() = default;
     // Evaluates script in the top document; answer gets its value.
     virtual void ask(const QString& script, std::function<void(const QVariant&)> answer) = 0;
+    // Every element with an "href" in the top document and its frames, also
+    // frames of other origins. Answers once, also when a frame never does.
+    virtual void collectLinks(std::function<void(const PageLinks&)> answer) = 0;
+    // Replaces the page with a document of the program's own making, shown at
+    // "about:blank".
+    virtual void write(const QString& html) = 0;
 };
 
 // The encryption level of the page, in the numbers of the lock icon: 0 not

@@ -54,6 +54,20 @@ void PageAgentBridge::report(const QVariantMap& record)
         emit pageClicked(click);
 }
 
+void PageAgentBridge::linksCollected(int request, const QVariantList& documents)
+{
+    PageLinks links;
+    for (const QVariant& document : documents) {
+        QList<PageLink>& list = links.emplace_back();
+        for (const QVariant& entry : document.toList()) {
+            const QVariantList pair = entry.toList();
+            if (pair.size() == 2)
+                list.append({pair[0].toString(), pair[1].toString()});
+        }
+    }
+    emit linksReady(request, links);
+}
+
 void installPageAgent(QWebEngineProfile& profile)
 {
     registerAgentResource();

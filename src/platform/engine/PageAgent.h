@@ -4,6 +4,7 @@
 // records to the program over a web channel. Subframes hand their records to
 // the top frame, which alone holds the channel. See docs/page-agent.md.
 #include "platform/browser/PageClick.h"
+#include "platform/browser/ViewFacets.h"
 
 #include <QObject>
 #include <QVariantMap>
@@ -21,10 +22,12 @@ public:
 
     // Called by the agent in the page.
     Q_INVOKABLE void report(const QVariantMap& record);
+    Q_INVOKABLE void linksCollected(int request, const QVariantList& documents);
 
 signals:
     void pageMouseDown(const platform::PageClick& click);
     void pageClicked(const platform::PageClick& click);
+    void linksReady(int request, const platform::PageLinks& links);
 };
 
 // Puts the agent script into the profile's scripts; once per profile.

@@ -82,7 +82,8 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
     zoom_ = std::make_unique<EngineZoom>(*page_);
     editing_ = std::make_unique<EngineEditing>(*page_, alive_);
     find_ = std::make_unique<EngineFind>(*page_, alive_);
-    document_ = std::make_unique<EngineDocument>(*page_, alive_);
+    agent_ = new PageAgentBridge(*page_);
+    document_ = std::make_unique<EngineDocument>(*page_, *agent_, alive_);
     printing_ = new EnginePrinting(*view_, profile.pageLayout(), *this, profile.dialogs());
     security_ = new EngineSecurity(*page_, *gate_, *this);
     wirePage();
@@ -90,9 +91,8 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
 
 void WebEngineBrowserView::wirePage()
 {
-    auto* agent = new PageAgentBridge(*page_);
-    connect(agent, &PageAgentBridge::pageMouseDown, this, &BrowserView::pageMouseDown);
-    connect(agent, &PageAgentBridge::pageClicked, this, &BrowserView::pageClicked);
+    connect(agent_, &PageAgentBridge::pageMouseDown, this, &BrowserView::pageMouseDown);
+    connect(agent_, &PageAgentBridge::pageClicked, this, &BrowserView::pageClicked);
 
     connect(page_, &QWebEnginePage::titleChanged, this, &BrowserView::titleChanged);
     connect(page_, &QWebEnginePage::linkHovered, this, [this](const QString& url) {
@@ -298,6 +298,8 @@ QString WebEngineBrowserView::locationUrl() const
     const QUrl url = page_->url();
     if (url.isEmpty())
         return requestedAddress_;
+    if (document_->showsWritten())
+        return QStringLiteral("about:blank");
     return url.toString();
 }
 

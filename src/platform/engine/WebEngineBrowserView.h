@@ -78,6 +78,7 @@ private:
     PageNotice* notice_ = nullptr;
     WebEnginePage* page_ = nullptr;
     CertificateGate* gate_ = nullptr;
+    PageAgentBridge* agent_ = nullptr;
     std::unique_ptr<EngineZoom> zoom_;
     std::unique_ptr<EngineEditing> editing_;
     std::unique_ptr<EngineFind> find_;

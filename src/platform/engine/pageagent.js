@@ -1,12 +1,16 @@
 // QUB-BROWSER page agent. Runs at document creation in every frame, in the
 // program's own script world. Reports each mouse-down and click to the
-// program at once, before the page's own handlers run.
+// program at once, before the page's own handlers run, and gathers the links
+// of the page and its frames when the program asks.
 (function () {
     'use strict';
     var token = '%RELAY_TOKEN%';
     var isTop = window === window.top;
     var queue = [];
     var agent = null;
+    // A hostile page may hold millions of links; the list stops there.
+    var linkLimit = 100000;
+    var frameWait = 1500;
 
     function describe(event, kind) {
         var target = event.target;
@@ -29,11 +33,26 @@
         };
     }
 
-    function deliver(record) {
+    function whenConnected(call) {
         if (agent)
-            agent.report(record);
+            call(agent);
         else
-            queue.push(record);
+            queue.push(call);
+    }
+
+    function deliver(record) {
+        whenConnected(function (a) { a.report(record); });
+    }
+
+    function linksOf(doc) {
+        var found = [];
+        var all = doc.getElementsByTagName('*');
+        for (var i = 0; i < all.length && found.length < linkLimit; ++i) {
+            var href = all[i].getAttribute('href');
+            if (href !== null)
+                found.push([String(all[i].tagName), String(href)]);
+        }
+        return found;
     }
 
     function send(record) {
@@ -47,18 +66,70 @@
     window.addEventListener('click', function (e) { send(describe(e, 'click')); }, true);
     window.addEventListener('auxclick', function (e) { send(describe(e, 'click')); }, true);
 
-    if (!isTop)
+    if (!isTop) {
+        // The top frame asks each of its frames for its links.
+        window.addEventListener('message', function (e) {
+            if (!e.data || e.data.qubAgentRelay !== token || e.data.collect === undefined)
+                return;
+            e.stopImmediatePropagation();
+            if (e.source !== window.parent)
+                return;
+            window.parent.postMessage({qubAgentRelay: token, collected: e.data.collect,
+                                       frame: e.data.frame, links: linksOf(document)}, '*');
+        }, true);
         return;
+    }
+
+    var collections = {};
+    function finish(id) {
+        var entry = collections[id];
+        if (!entry)
+            return;
+        delete collections[id];
+        clearTimeout(entry.timer);
+        var documents = [entry.main];
+        entry.frames.forEach(function (links) {
+            if (links)
+                documents.push(links);
+        });
+        whenConnected(function (a) { a.linksCollected(id, documents); });
+    }
+    // Called by the program in this world; the answer comes over the channel.
+    window.qubCollectLinks = function (id) {
+        var frames = [];
+        for (var i = 0; i < window.frames.length; ++i)
+            frames.push(window.frames[i]);
+        var entry = {main: linksOf(document), frames: new Array(frames.length),
+                     waiting: frames.length, windows: frames, timer: null};
+        collections[id] = entry;
+        if (!frames.length)
+            return finish(id);
+        entry.timer = setTimeout(function () { finish(id); }, frameWait);
+        frames.forEach(function (frame, n) {
+            frame.postMessage({qubAgentRelay: token, collect: id, frame: n}, '*');
+        });
+    };
+
     window.addEventListener('message', function (e) {
         if (!e.data || e.data.qubAgentRelay !== token)
             return;
         e.stopImmediatePropagation();
+        if (e.data.collected !== undefined) {
+            var entry = collections[e.data.collected];
+            var n = e.data.frame;
+            if (!entry || entry.windows[n] !== e.source || entry.frames[n])
+                return;
+            entry.frames[n] = e.data.links;
+            if (--entry.waiting === 0)
+                finish(e.data.collected);
+            return;
+        }
         var record = e.data.record;
         record.subframe = true;
         deliver(record);
     }, true);
     new QWebChannel(qt.webChannelTransport, function (channel) {
         agent = channel.objects.qubAgent;
-        queue.splice(0).forEach(function (record) { agent.report(record); });
+        queue.splice(0).forEach(function (call) { call(agent); });
     });
 })();

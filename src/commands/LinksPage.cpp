@@ -1,0 +1,80 @@
+#include "LinksPage.h"
+#include "core/CommandDispatcher.h"
+#include "platform/Dialogs.h"
+#include "platform/browser/BrowserView.h"
+#include "platform/commandbar/Tool.h"
+#include "tabs/TabStrip.h"
+
+#include <QPointer>
+
+namespace {
+
+const QString guard =
+    QStringLiteral("<meta http-equiv=\"Content-Security-Policy\" content=\"script-src 'none'; "
+                   "object-src 'none'; frame-src 'none'; base-uri 'none'; form-action 'none'\">");
+
+QString escaped(const QString& text)
+{
+    QString out = text.toHtmlEscaped();
+    return out.replace('\'', QLatin1String("&#39;"));
+}
+
+// Tag names come from the page's own elements; anything but a plain name is
+// written as an anchor.
+QString tagName(const QString& tag)
+{
+    for (QChar c : tag)
+        if (!c.isLetterOrNumber() && c != '-' && c != '_' && c != ':' && c != '.')
+            return QStringLiteral("A");
+    return tag.isEmpty() ? QStringLiteral("A") : tag;
+}
+
+} // namespace
+
+QString linksPageMarkup(const QString& address, const platform::PageLinks& documents,
+                        const QString& filter)
+{
+    const QString wanted = filter.isEmpty() ? QStringLiteral("://") : filter;
+    QString page = guard + QStringLiteral("<HTML><html><head><title>") + escaped(address) +
+                   QStringLiteral("</Title></head>\n<body>\n");
+    int counter = 0;
+    for (const QList<platform::PageLink>& links : documents)
+        for (const platform::PageLink& link : links) {
+            if (!link.href.contains(wanted, Qt::CaseInsensitive))
+                continue;
+            const QString tag = tagName(link.tag);
+            const QString href = escaped(link.href);
+            page +=
+                QStringLiteral("<center><h>%1.&nbsp&nbsp&nbsp<%2 %3='%4'>%4</%2></h></center> \n")
+                    .arg(QString::number(++counter), tag,
+                         link.tag == QLatin1String("A") ? QStringLiteral("href")
+                                                        : QStringLiteral("src"),
+                         href);
+        }
+    return page + QStringLiteral("</body></html></HTML>\n");
+}
+
+LinksPage::LinksPage(TabStrip& tabs, platform::Dialogs& dialogs, CommandDispatcher& commands)
+    : tabs_(tabs)
+{
+    commands.on(cmd::Command::ViewLinks, [this](const CommandContext& c) { show(*c.view); });
+    commands.on(cmd::Command::ViewLinksEndingWith, [this, &dialogs](const CommandContext& c) {
+        filter_ = dialogs.inputText(c.tool.caption(), QStringLiteral(".htm"));
+        if (!filter_.isEmpty())
+            show(*c.view);
+    });
+}
+
+void LinksPage::show(platform::BrowserView& source)
+{
+    const QString filter = std::exchange(filter_, {});
+    const QString address = source.locationUrl();
+    const int index = tabs_.newTab(QStringLiteral("about:blank"), true);
+    if (!index || !source.hasDocument() || address.isEmpty())
+        return;
+    QPointer<platform::BrowserView> target = tabs_.view(index);
+    source.document().collectLinks([target, address, filter](const platform::PageLinks& links) {
+        if (target)
+            target->document().write(linksPageMarkup(address, links, filter));
+    });
+}

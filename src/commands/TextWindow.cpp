@@ -1,0 +1,50 @@
+#include "TextWindow.h"
+#include "platform/Dialogs.h"
+
+#include <QDir>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSaveFile>
+#include <QShortcut>
+#include <QStandardPaths>
+#include <QVBoxLayout>
+
+TextWindow::TextWindow(const QString& title, const QString& text, platform::Dialogs& dialogs,
+                       QWidget* parent)
+    : QWidget(parent, Qt::Window), dialogs_(dialogs), editor_(new QPlainTextEdit(text, this))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(title);
+    editor_->setReadOnly(true);
+    editor_->setLineWrapMode(QPlainTextEdit::WidgetWidth);
+    auto* save = new QPushButton(QStringLiteral("Save As..."), this);
+    connect(save, &QPushButton::clicked, this, &TextWindow::saveAs);
+    auto* close = new QShortcut(QKeySequence::Close, this);
+    connect(close, &QShortcut::activated, this, &QWidget::close);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(editor_);
+    layout->addWidget(save, 0, Qt::AlignRight);
+    resize(720, 560);
+}
+
+QString TextWindow::text() const
+{
+    return editor_->toPlainText();
+}
+
+bool TextWindow::saveAs()
+{
+    const QString suggested = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
+                              '/' + QString(windowTitle()).replace('/', '_') +
+                              QStringLiteral(".txt");
+    const QString path = dialogs_.saveFileName(QStringLiteral("Save Text As"), suggested);
+    if (path.isEmpty())
+        return false;
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(text().toUtf8()) >= 0 && file.commit())
+        return true;
+    dialogs_.message(
+        QStringLiteral("The text could not be saved to %1.").arg(QDir::toNativeSeparators(path)),
+        platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::Warning);
+    return false;
+}

@@ -1,0 +1,149 @@
+// The page tools on the real engine: the links page across frames of any
+// origin, filtered once, running nothing a hostile page put in it; the text
+// view; quick save through the quick saver beside the program.
+#include "commands/TextWindow.h"
+#include "support/EngineApp.h"
+#include "support/LocalHttpServer.h"
+#include "support/PageProbes.h"
+#include "support/TestMain.h"
+
+#include <QApplication>
+#include <QDir>
+
+using namespace platform;
+
+namespace {
+
+const QString gap = QStringLiteral("\u00a0\u00a0\u00a0");
+
+QStringList entries(const QList<QByteArray>& hrefs)
+{
+    QStringList lines;
+    for (const QByteArray& href : hrefs)
+        lines << QString::number(lines.size() + 1) + '.' + gap + QString::fromUtf8(href);
+    return lines;
+}
+
+} // namespace
+
+class PageToolsTest : public QObject
+{
+    Q_OBJECT
+    LocalHttpServer server;
+    QByteArray ran;
+
+    static void click(EngineApp& app, const char* band, const char* key)
+    {
+        app.window->parts().bar.reportClick(app.window->parts().bar.tool(band, key));
+    }
+    // The entries of the links page in the current tab, once it is written.
+    static QStringList linksPage(EngineApp& app, const QString& source)
+    {
+        BrowserView* page = app.window->parts().tabs.view(app.window->parts().state.currentTab);
+        if (!QTest::qWaitFor([&] { return loaded(page, source); }, 20000))
+            return {QStringLiteral("no links page")};
+        return ask(page, "Array.from(document.querySelectorAll('center'), c => c.textContent)")
+            .toStringList();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        // The links page is at about:blank: what it would run must name the server.
+        ran = server.url("/ran").toUtf8();
+        server.setPage("/links.html",
+                       titled("Links", "<a href='http://a.test/one.htm'>one</a>"
+                                       "<a href='/relative.htm'>relative</a>"
+                                       "<img href='http://img.test/pic.HTM' src='data:,'>"
+                                       "<a href=\"javascript://%0Afetch('" +
+                                           ran +
+                                           "')\">script</a>"
+                                           "<a href=\"http://evil.test/'><script>fetch('" +
+                                           ran +
+                                           "')</script>\">markup</a>"
+                                           "<iframe src='/frame.html'></iframe>"
+                                           "<iframe sandbox='allow-scripts' src='/other.html'>"
+                                           "</iframe>"));
+        server.setPage("/frame.html", titled("Frame", "<a href='http://f1.test/a.htm'>f1</a>"));
+        // Sandboxed, so of another origin than the page around it.
+        server.setPage("/other.html", titled("Other", "<a href='HTTP://F2.TEST/B.HTM'>f2</a>"
+                                                      "<a href='http://f2.test/c.php'>c</a>"));
+        server.setPage("/text.html", titled("Text", "<p>Plain words here</p>"));
+    }
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void linksPageNumbersAcrossFramesAndRunsNothing()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        const QString source = server.url("/links.html");
+        QVERIFY(w.start(source));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(1), "Links"), 20000);
+
+        const QStringList all =
+            entries({"http://a.test/one.htm", "http://img.test/pic.HTM",
+                     "javascript://%0Afetch('" + ran + "')",
+                     "http://evil.test/'><script>fetch('" + ran + "')</script>",
+                     "http://f1.test/a.htm", "HTTP://F2.TEST/B.HTM", "http://f2.test/c.php"});
+        // The frames have loaded once the page has.
+        QTRY_VERIFY_WITH_TIMEOUT(
+            ask(app.engineView(1), "document.readyState === 'complete'").toBool(), 20000);
+        click(app, "sub_View", "b_viewlinks");
+        QCOMPARE(linksPage(app, source), all);
+        BrowserView* page = w.parts().tabs.view(2);
+        QCOMPARE(page->locationUrl(), "about:blank");
+        QCOMPARE(ask(page, "document.querySelector('center img').getAttribute('src')").toString(),
+                 "http://img.test/pic.HTM");
+        QCOMPARE(ask(page, "document.scripts.length").toInt(), 0);
+
+        // Neither the script address nor the markup in an address runs.
+        ask(page, "document.querySelectorAll('center a')[1].click()");
+        QTest::qWait(1000);
+        QCOMPARE(server.requests("/ran"), 0);
+        QVERIFY(loaded(page, source));
+
+        app.dialogs.inputs = {".htm"};
+        w.parts().tabs.activateTab(1);
+        click(app, "sub_View", "b_viewspecial");
+        QCOMPARE(app.dialogs.asked.last(), "Links &Ending With... [.htm]");
+        QCOMPARE(linksPage(app, source),
+                 entries({"http://a.test/one.htm", "/relative.htm", "http://img.test/pic.HTM",
+                          "http://f1.test/a.htm", "HTTP://F2.TEST/B.HTM"}));
+        w.parts().tabs.activateTab(1);
+        click(app, "sub_View", "b_viewlinks");
+        QCOMPARE(linksPage(app, source), all);
+
+        // A blank tab has no links: its links tab stays blank.
+        w.parts().tabs.newTab({}, true);
+        const int blank = w.parts().state.currentTab;
+        click(app, "sub_View", "b_viewlinks");
+        QCOMPARE(w.parts().state.currentTab, blank + 1);
+        QTest::qWait(500);
+        QCOMPARE(ask(w.parts().tabs.view(blank + 1), "document.body.innerHTML").toString(),
+                 QString());
+    }
+
+    void textViewShowsThePageText()
+    {
+        EngineApp app;
+        QVERIFY(app.window->start(server.url("/text.html")));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(1), "Text"), 20000);
+        click(app, "sub_File", "b_viewtexts");
+        TextWindow* text = nullptr;
+        QTRY_VERIFY_WITH_TIMEOUT(text = app.window->findChild<TextWindow*>(), 20000);
+        QVERIFY(text->isVisible());
+        QCOMPARE(text->windowTitle(), "Text");
+        QVERIFY(text->text().contains("Plain words here"));
+        QVERIFY(QFileInfo(app.appDir + "SavedFiles").isDir());
+        QVERIFY(!QFileInfo::exists(app.appDir + "SavedFiles/temp.dat"));
+
+        app.dialogs.savePaths = {app.appDir + "page.txt"};
+        QVERIFY(text->saveAs());
+        QFile saved(app.appDir + "page.txt");
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QCOMPARE(QString::fromUtf8(saved.readAll()), text->text());
+    }
+};
+
+QUB_TEST_MAIN(PageToolsTest)
+#include "tst_pagetools.moc"
