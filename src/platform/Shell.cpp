@@ -1,7 +1,16 @@
 #include "Shell.h"
 #include "DesktopEntry.h"
 
+#include "Dialogs.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDateTime>
 #include <QDesktopServices>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
+#include <QMimeDatabase>
 #include <QProcess>
 #include <QUrl>
 
@@ -25,6 +34,40 @@ bool DesktopShell::openAddressBook()
 bool DesktopShell::start(const QString& program, const QStringList& arguments)
 {
     return QProcess::startDetached(program, arguments);
+}
+
+bool DesktopShell::showProperties(const QString& path)
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return false;
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.FileManager1"),
+        QStringLiteral("/org/freedesktop/FileManager1"),
+        QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItemProperties"));
+    call << QStringList{QUrl::fromLocalFile(path).toString()} << QString();
+    // A file manager started for the call answers within a few seconds.
+    return bus.call(call, QDBus::Block, 5000).type() == QDBusMessage::ReplyMessage;
+}
+
+void showFileProperties(const QString& path, Shell& shell, Dialogs& dialogs)
+{
+    const QFileInfo file(path);
+    if (!file.exists()) {
+        dialogs.message(QStringLiteral("cannot open property page"), Dialogs::Buttons::Ok,
+                        Dialogs::Icon::None);
+        return;
+    }
+    if (shell.showProperties(file.absoluteFilePath()))
+        return;
+    const QLocale locale;
+    dialogs.showDetails(
+        file.fileName() + QStringLiteral(" Properties"),
+        {{QStringLiteral("Name"), file.fileName()},
+         {QStringLiteral("Type"), QMimeDatabase().mimeTypeForFile(file).comment()},
+         {QStringLiteral("Location"), QDir::toNativeSeparators(file.absolutePath())},
+         {QStringLiteral("Size"), locale.formattedDataSize(file.size())},
+         {QStringLiteral("Modified"), locale.toString(file.lastModified(), QLocale::LongFormat)}});
 }
 
 } // namespace platform

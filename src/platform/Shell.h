@@ -1,7 +1,8 @@
 #pragma once
 // What the program asks of the desktop: open an address with the program the
 // desktop chose for it (a mailto: text opens a new mail message), or start its
-// address book, or start a program. DesktopShell asks the desktop; tests record the calls instead.
+// address book, start a program, or show a file's properties. DesktopShell asks the desktop; tests
+// record the calls instead.
 #include <QString>
 #include <QStringList>
 
@@ -17,6 +18,8 @@ public:
     virtual bool openAddressBook() = 0;
     // Starts a program without waiting for it; false when it cannot start.
     virtual bool start(const QString& program, const QStringList& arguments) = 0;
+    // The file manager's properties of a file; false when none answers.
+    virtual bool showProperties(const QString& path) = 0;
 };
 
 class DesktopShell : public Shell
@@ -25,6 +28,12 @@ public:
     bool open(const QString& address) override;
     bool openAddressBook() override;
     bool start(const QString& program, const QStringList& arguments) override;
+    bool showProperties(const QString& path) override;
 };
+
+class Dialogs;
+// The properties of a file: the file manager's, else the program's own
+// details; "cannot open property page" for a file that is not there.
+void showFileProperties(const QString& path, Shell& shell, Dialogs& dialogs);
 
 } // namespace platform

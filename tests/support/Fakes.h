@@ -126,6 +126,11 @@ public:
         opened << (QStringList{program} + arguments).join(' ');
         return handled;
     }
+    bool showProperties(const QString& path) override
+    {
+        opened << QStringLiteral("properties ") + path;
+        return handled;
+    }
     QStringList opened;
     bool handled = true;
 };

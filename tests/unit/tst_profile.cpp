@@ -1,7 +1,9 @@
 // The ini reader and writer keep the old profile-string behaviour.
 #include "platform/DesktopEntry.h"
 #include "platform/NarrowText.h"
+#include "platform/Shell.h"
 #include "platform/ini/ProfileFile.h"
+#include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/TestMain.h"
 
@@ -134,6 +136,29 @@ private slots:
         QVERIFY(!entry.hidden);
         QVERIFY(DesktopEntry::parse("[Desktop Entry]\nNoDisplay=true\n").hidden);
         QVERIFY(DesktopEntry::parse("Exec=outside\n").command.isEmpty());
+    }
+
+    void filePropertiesFromTheFileManagerOrOurOwn()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath("Page.url");
+        writeFile(path, "[InternetShortcut]\nURL=http://a.test/\n");
+        RecordingShell shell;
+        ScriptedDialogs dialogs;
+        platform::showFileProperties(path, shell, dialogs);
+        QCOMPARE(shell.opened, QStringList({"properties " + path}));
+        QVERIFY(dialogs.asked.isEmpty());
+
+        shell.handled = false;
+        platform::showFileProperties(path, shell, dialogs);
+        QCOMPARE(dialogs.asked, QStringList({"Page.url Properties"}));
+        QCOMPARE(dialogs.details.value(0), std::make_pair(QString("Name"), QString("Page.url")));
+        QCOMPARE(dialogs.details.value(3).second,
+                 QLocale().formattedDataSize(QFileInfo(path).size()));
+
+        platform::showFileProperties(dir.filePath("gone.url"), shell, dialogs);
+        QCOMPARE(dialogs.asked.last(), "cannot open property page");
+        QCOMPARE(shell.opened.size(), 2);
     }
 };
 
