@@ -14,8 +14,9 @@ declare -A allowed=(
     [history]="tabs core platform"
     [commands]="tabs core platform"
     [favorites]="tabs core platform"
-    [app]="commands favorites history tabs core platform"
-    [main]="app commands favorites history tabs core platform engine"
+    [protect]="tabs core platform"
+    [app]="commands favorites history protect tabs core platform"
+    [main]="app commands favorites history protect tabs core platform engine"
 )
 
 layer_of() { # path relative to src/
@@ -34,7 +35,7 @@ while IFS= read -r file; do
     dir=$(dirname "$file")
     while IFS= read -r included; do
         case "$included" in
-        app/* | commands/* | core/* | favorites/* | history/* | platform/* | tabs/*) target=$included ;;
+        app/* | commands/* | core/* | favorites/* | history/* | platform/* | protect/* | tabs/*) target=$included ;;
         *) target=$(realpath -m --relative-to=. "$dir/$included") ;;
         esac
         to=$(layer_of "$target")

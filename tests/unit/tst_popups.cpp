@@ -1,0 +1,117 @@
+// The popup verdict, one row per rule: which windows a page may open.
+#include "protect/PopupVerdict.h"
+#include "support/TestMain.h"
+
+Q_DECLARE_METATYPE(PopupFacts)
+
+namespace {
+
+// Blocking on, a request from the current tab with an address, a link
+// focused, no button down and the last click long ago.
+PopupFacts base()
+{
+    PopupFacts f;
+    f.stopPopups = true;
+    f.fromCurrentTab = true;
+    f.hasAddress = true;
+    f.activeTag = "A";
+    f.activeValue = "http://a.test/";
+    f.now = 36000;
+    f.lastClickTime = 35990;
+    return f;
+}
+
+PopupFacts pressedOn(const QString& value, PopupFacts f = base())
+{
+    f.buttonWentDown = true;
+    f.elementAtPoint = true;
+    f.pointValue = value;
+    return f;
+}
+
+PopupFacts clicked(double ago, PopupFacts f = base())
+{
+    f.lastClickTime = 36000;
+    f.now = 36000 + ago;
+    return f;
+}
+
+PopupFacts focused(const QString& tag, const QString& value, PopupFacts f)
+{
+    f.activeTag = tag;
+    f.activeValue = value;
+    return f;
+}
+
+} // namespace
+
+class PopupsTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void verdict_data()
+    {
+        QTest::addColumn<PopupFacts>("facts");
+        QTest::addColumn<bool>("allowed");
+
+        PopupFacts off = base();
+        off.stopPopups = false;
+        off.activeTag.clear();
+        QTest::newRow("blocking off opens everything") << off << true;
+        QTest::newRow("nothing clicked") << base() << false;
+
+        PopupFacts other = clicked(0.1);
+        other.fromCurrentTab = false;
+        QTest::newRow("a background tab is never tested") << other << false;
+        PopupFacts blank = clicked(0.1);
+        blank.hasAddress = false;
+        QTest::newRow("a tab without an address is never tested") << blank << false;
+        QTest::newRow("no focused element") << focused({}, {}, pressedOn("http://b/")) << false;
+
+        QTest::newRow("press on the focused link") << pressedOn("http://a.test/") << true;
+        QTest::newRow("press on the bare body") << focused("BODY", {}, pressedOn({})) << false;
+        QTest::newRow("press on another link") << pressedOn("http://b.test/") << true;
+        QTest::newRow("press on a script link")
+            << focused("SPAN", {}, pressedOn("javascript:void(0)")) << true;
+        QTest::newRow("focused script link")
+            << focused("DIV", "JavaScript:go()", pressedOn("plain")) << true;
+        QTest::newRow("focused body holding an address, tag in capitals")
+            << focused("BODY", "http://a/", pressedOn("plain")) << true;
+        QTest::newRow("focused body holding an address, tag in lower case")
+            << focused("body", "http://a/", pressedOn("plain")) << false;
+        PopupFacts nothingThere = pressedOn("http://b.test/");
+        nothingThere.elementAtPoint = false;
+        QTest::newRow("no element at the point") << nothingThere << false;
+        PopupFacts noPress = pressedOn("http://b.test/");
+        noPress.buttonWentDown = false;
+        QTest::newRow("no button went down") << noPress << false;
+
+        QTest::newRow("link clicked 0.4 s ago") << clicked(0.4) << true;
+        QTest::newRow("link clicked 0.5 s ago") << clicked(0.5) << false;
+        QTest::newRow("link clicked 0.49 s after the kept whole second") << clicked(0.49) << true;
+        QTest::newRow("body clicked just now") << focused("BODY", {}, clicked(0.1)) << false;
+        for (const char* type : {"submit", "Image", "SUBMIT"}) {
+            PopupFacts input = focused("INPUT", {}, clicked(0.1));
+            input.activeInputType = type;
+            QTest::newRow(qPrintable(QStringLiteral("input %1").arg(type))) << input << true;
+        }
+        PopupFacts text = focused("INPUT", {}, clicked(0.1));
+        text.activeInputType = "text";
+        QTest::newRow("input text") << text << false;
+        PopupFacts frame = focused("FRAME", {}, clicked(0.1));
+        QTest::newRow("frame without a focused element") << frame << false;
+        frame.frameHasActiveElement = true;
+        QTest::newRow("frame with a focused element") << frame << true;
+        QTest::newRow("the click-time test adds to a failed point test")
+            << clicked(0.1, pressedOn("plain", focused("A", {}, base()))) << true;
+    }
+    void verdict()
+    {
+        QFETCH(PopupFacts, facts);
+        QFETCH(bool, allowed);
+        QCOMPARE(windowAllowed(facts), allowed);
+    }
+};
+
+QUB_TEST_MAIN(PopupsTest)
+#include "tst_popups.moc"
