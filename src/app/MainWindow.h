@@ -20,6 +20,7 @@
 #include "platform/UserRegistry.h"
 #include "platform/browser/WidgetViewStage.h"
 #include "platform/commandbar/CommandBar.h"
+#include "protect/ProtectSubsystem.h"
 #include "tabs/TabSubsystem.h"
 
 #include <QMainWindow>
@@ -94,6 +95,7 @@ private:
     CommandsSubsystem commandSet_;
     FavouritesSubsystem favourites_;
     InternetOptions options_;
+    ProtectSubsystem protect_;
     ExitFlow exit_;
     platform::CommandBarWidgets* barWidgets_ = nullptr;
 };

@@ -35,8 +35,6 @@ BarSwitches::BarSwitches(platform::CommandBar& bar, CommandDispatcher& commands,
             bar_.recalcLayout();
         });
     }
-    for (const cmd::Command toggle : {cmd::Command::StopPopups, cmd::Command::KillPopups})
-        commands.on(toggle, [](const CommandContext& c) { c.tool.setChecked(!c.tool.checked()); });
 
     events.onDropDown(QLatin1String(key::viewMenu), [this](platform::Band&) {
         for (const BandSwitch& s : bandSwitches)

@@ -1,8 +1,7 @@
 #pragma once
-// The commands that keep their state in a tool's check: the three band
-// switches of the View menu, which show or hide their band, and the popup
-// switches of the Tools menu, which other parts read. The View menu shows
-// each band switch as its band is, whatever hid it.
+// The three band switches of the View menu, which show or hide their band
+// and keep the state in their tool's check. The View menu shows each band
+// switch as its band is, whatever hid it.
 class BarEventRouter;
 class CommandDispatcher;
 

@@ -1,5 +1,9 @@
-// The popup verdict, one row per rule: which windows a page may open.
+// The popup verdict, one row per rule: which windows a page may open; and the
+// list of the windows it stopped.
+#include "core/ToolKeys.h"
+#include "protect/BlockedList.h"
 #include "protect/PopupVerdict.h"
+#include "support/StripFixture.h"
 #include "support/TestMain.h"
 
 Q_DECLARE_METATYPE(PopupFacts)
@@ -110,6 +114,39 @@ private slots:
         QFETCH(PopupFacts, facts);
         QFETCH(bool, allowed);
         QCOMPARE(windowAllowed(facts), allowed);
+    }
+
+    void blockedListSlidesAfterTenAndReopens()
+    {
+        StripFixture f;
+        BlockedList list(f.bar, f.tabs, f.commands);
+        platform::Tool* counter = f.bar.tool("sb_Status", "b_blocked");
+        counter->setCaption("Blocked:");
+        for (int n = 1; n <= 12; ++n)
+            list.record(QStringLiteral("short%1").arg(n), QStringLiteral("http://%1.test/").arg(n));
+
+        QCOMPARE(counter->caption(), "Blocked:12");
+        QCOMPARE(list.count(), 12);
+        const platform::Band* menu = f.bar.band("sub_Blocked");
+        QCOMPARE(menu->count(), 10);
+        for (int i = 0; i < 10; ++i) {
+            QCOMPARE(menu->at(i)->key(), keys::blockedKey(i + 1));
+            QCOMPARE(menu->at(i)->caption(), QStringLiteral("%1. short%1").arg(i + 3));
+        }
+        // Entries added to a full list take the last place's identifier.
+        QCOMPARE(menu->at(9)->id(), 2810);
+        QCOMPARE(menu->at(0)->id(), 2803);
+
+        f.bar.reportClick(menu->at(0));
+        QCOMPARE(f.view(f.state.currentTab)->locationUrl(), "http://3.test/");
+
+        // A caption without a number counts from 0; one without ":" is the count.
+        counter->setCaption("Blocked: none");
+        list.record("s", "http://x.test/");
+        QCOMPARE(counter->caption(), "Blocked:1");
+        counter->setCaption("Blocked");
+        list.record("s", "http://y.test/");
+        QCOMPARE(counter->caption(), "1");
     }
 };
 

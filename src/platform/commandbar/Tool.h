@@ -22,6 +22,8 @@ public:
     Tool& operator=(const Tool&) = delete;
 
     const QString& key() const { return key_; }
+    // Renames a band's copy in place: its identifier, caption and place stay.
+    void setKey(const QString& key) { key_ = key; }
     int id() const { return id_; }
     ControlType type() const { return type_; }
     Band* band() const { return band_; }

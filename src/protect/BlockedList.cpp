@@ -1,0 +1,66 @@
+#include "BlockedList.h"
+#include "core/CommandDispatcher.h"
+#include "core/Keys.h"
+#include "core/ToolKeys.h"
+#include "platform/commandbar/AddBandTool.h"
+#include "platform/commandbar/Band.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+#include "tabs/TabStrip.h"
+
+namespace {
+const QString menuKey = QStringLiteral("sub_Blocked");
+const QString countKey = QStringLiteral("b_blocked");
+} // namespace
+
+BlockedList::BlockedList(platform::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands)
+    : bar_(bar)
+{
+    commands.on(cmd::Route::Blocked, [this, &tabs](const CommandContext& c) {
+        const QString target = address(keys::blockedEntry(c.tool.key()));
+        if (!target.isEmpty())
+            tabs.newTab(target, true);
+    });
+}
+
+// The count follows the first ":" of the caption (the whole caption when it
+// has none), and the caption keeps what comes up to it.
+int BlockedList::count() const
+{
+    const platform::Tool* counter = bar_.tool(QLatin1String(key::statusBar), countKey);
+    if (!counter)
+        return 0;
+    const QString& caption = counter->caption();
+    return keys::leadingValue(QStringView(caption).mid(caption.indexOf(':') + 1));
+}
+
+int BlockedList::nextCount()
+{
+    const int next = count() + 1;
+    if (platform::Tool* counter = bar_.tool(QLatin1String(key::statusBar), countKey))
+        counter->setCaption(counter->caption().left(counter->caption().indexOf(':') + 1) +
+                            QString::number(next));
+    return next;
+}
+
+void BlockedList::record(const QString& shortText, const QString& address)
+{
+    platform::Band* menu = bar_.band(menuKey);
+    if (!menu)
+        return;
+    if (menu->count() >= capacity) {
+        bar_.removeTool(*menu, 0);
+        addresses_.removeFirst();
+        for (int i = 0; i < menu->count(); ++i)
+            menu->at(i)->setKey(keys::blockedKey(i + 1));
+    }
+    const int n = menu->count();
+    const int shown = nextCount();
+    const QString key = keys::blockedKey(n + 1);
+    // The shared tool of that name may hold an earlier entry's identifier.
+    bar_.removeCollectionTool(key);
+    platform::AddBandTool(bar_, menuKey, key, firstId + n, QStringLiteral("0"),
+                          QString::number(shown) + QStringLiteral(". ") + shortText, false);
+    addresses_.append(address);
+    bar_.recalcLayout();
+}

@@ -1,0 +1,100 @@
+#include "PopupBlocker.h"
+#include "BlockedList.h"
+#include "core/Keys.h"
+#include "core/MainState.h"
+#include "platform/ClickHook.h"
+#include "platform/Clock.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+#include "tabs/Ellipsis.h"
+#include "tabs/TabStrip.h"
+
+namespace {
+
+bool checked(const platform::CommandBar& bar, const char* key)
+{
+    const platform::Tool* tool = bar.tool(QLatin1String(key::toolsMenu), QLatin1String(key));
+    return tool && tool->checked();
+}
+
+// The same press seen by the hook and by the page, allowing for rounding.
+bool samePoint(QPoint a, QPoint b)
+{
+    return (a - b).manhattanLength() <= 2;
+}
+
+} // namespace
+
+PopupBlocker::PopupBlocker(const MainState& state, const platform::CommandBar& bar, TabStrip& tabs,
+                           const platform::ClickHook& hook, const platform::Clock& clock,
+                           BlockedList& blocked)
+    : state_(state), bar_(bar), hook_(hook), clock_(clock), blocked_(blocked)
+{
+    QObject::connect(&tabs, &TabStrip::viewCreated, &context_, [this](platform::BrowserView* view) {
+        const int index = view->index();
+        QObject::connect(view, &platform::BrowserView::pageMouseDown, &context_,
+                         [this, index](const platform::PageClick& click) {
+                             Records& r = records_[index];
+                             r.lastPress = r.lastEvent = click;
+                             r.pressed = r.any = true;
+                         });
+        QObject::connect(view, &platform::BrowserView::pageClicked, &context_,
+                         [this, index](const platform::PageClick& click) {
+                             Records& r = records_[index];
+                             r.lastEvent = click;
+                             r.any = true;
+                         });
+        QObject::connect(view, &QObject::destroyed, &context_,
+                         [this, index] { records_.remove(index); });
+    });
+}
+
+PopupFacts PopupBlocker::factsFor(const platform::BrowserView& opener) const
+{
+    PopupFacts f;
+    f.stopPopups = checked(bar_, key::stopPopups);
+    f.fromCurrentTab = opener.index() == state_.currentTab;
+    f.hasAddress = !opener.locationUrl().isEmpty();
+    f.now = clock_.secondsSinceMidnight();
+    f.lastClickTime = state_.lastClickTime;
+    // A page nobody touched has its body focused.
+    f.activeTag = QStringLiteral("BODY");
+    const Records r = records_.value(opener.index());
+    if (r.any) {
+        const platform::PageClick& e = r.lastEvent;
+        if (e.inSubframe) {
+            // The top document sees the frame's element focused.
+            f.activeTag = QStringLiteral("IFRAME");
+            f.frameHasActiveElement = !e.focusedTag.isEmpty();
+        } else if (!e.focusedTag.isEmpty()) {
+            f.activeTag = e.focusedTag;
+            f.activeValue = e.focusedHref;
+            if (e.focusedTag == e.tag)
+                f.activeInputType = e.inputType;
+        }
+    }
+    f.buttonWentDown =
+        hook_.lastPressTime() >= 0 && f.now - hook_.lastPressTime() <= pressWindowSeconds;
+    if (f.buttonWentDown && r.pressed &&
+        samePoint(r.lastPress.screenPoint, hook_.lastPressPoint())) {
+        f.elementAtPoint = !r.lastPress.tag.isEmpty();
+        f.pointValue = r.lastPress.inSubframe ? QString() : r.lastPress.href;
+    }
+    return f;
+}
+
+PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
+                                           const platform::NewWindowRequest&)
+{
+    return windowAllowed(factsFor(opener)) ? Verdict::OpenInNewTab : Verdict::Catch;
+}
+
+bool PopupBlocker::allows(platform::BrowserView& view, const platform::NavigationRequest& request)
+{
+    if (view.index() != 0)
+        return true;
+    // The catch view never goes anywhere: its first address is what was blocked.
+    const QString address = request.url.toString();
+    blocked_.record(ellipsis(address, 50), address);
+    return false;
+}

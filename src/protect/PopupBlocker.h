@@ -1,0 +1,59 @@
+#pragma once
+// The popup blocker: the new-window and navigation policy of every view. A
+// window the user asked for opens in a new tab; any other, while blocking is
+// on, goes into the hidden catch view 0, whose first navigation is recorded
+// in the blocked list and cancelled. What the page knew at the request (the
+// focused element, the element under the last press) comes from the page
+// agent's records of each view; whether a button really went down, from the
+// click hook.
+#include "PopupVerdict.h"
+#include "platform/browser/PageClick.h"
+#include "platform/browser/ViewPolicies.h"
+
+#include <QHash>
+#include <QObject>
+
+class BlockedList;
+class TabStrip;
+struct MainState;
+
+namespace platform {
+class ClickHook;
+class Clock;
+class CommandBar;
+} // namespace platform
+
+class PopupBlocker : public platform::NewWindowPolicy, public platform::NavigationPolicy
+{
+public:
+    // A press counts as recent for 55 hundredths of a second.
+    static constexpr double pressWindowSeconds = 55.0 / 100;
+
+    PopupBlocker(const MainState& state, const platform::CommandBar& bar, TabStrip& tabs,
+                 const platform::ClickHook& hook, const platform::Clock& clock,
+                 BlockedList& blocked);
+
+    Verdict decide(platform::BrowserView& opener,
+                   const platform::NewWindowRequest& request) override;
+    bool allows(platform::BrowserView& view, const platform::NavigationRequest& request) override;
+
+    PopupFacts factsFor(const platform::BrowserView& opener) const;
+
+private:
+    struct Records
+    {
+        platform::PageClick lastPress;
+        platform::PageClick lastEvent;
+        bool pressed = false;
+        bool any = false;
+    };
+
+    const MainState& state_;
+    const platform::CommandBar& bar_;
+    const platform::ClickHook& hook_;
+    const platform::Clock& clock_;
+    BlockedList& blocked_;
+    QHash<int, Records> records_;
+    // Ends every connection to the views when the blocker goes.
+    QObject context_;
+};

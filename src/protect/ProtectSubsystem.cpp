@@ -1,0 +1,19 @@
+#include "ProtectSubsystem.h"
+#include "core/CommandDispatcher.h"
+#include "platform/browser/BrowserView.h"
+#include "platform/commandbar/Tool.h"
+#include "tabs/TabStrip.h"
+
+ProtectSubsystem::ProtectSubsystem(const MainState& state, platform::CommandBar& bar,
+                                   TabStrip& tabs, platform::BrowserViewFactory& views,
+                                   const platform::ClickHook& hook, const platform::Clock& clock,
+                                   CommandDispatcher& commands)
+    : blocked_(bar, tabs, commands), blocker_(state, bar, tabs, hook, clock, blocked_)
+{
+    tabs.setNewWindowPolicy(blocker_);
+    views.setNavigationPolicy(blocker_);
+    // Each switch is read where it acts: new windows, navigations, new tabs.
+    for (cmd::Command command :
+         {cmd::Command::StopPopups, cmd::Command::KillPopups, cmd::Command::Silent})
+        commands.on(command, [](const CommandContext& c) { c.tool.setChecked(!c.tool.checked()); });
+}

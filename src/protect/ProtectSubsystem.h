@@ -1,0 +1,23 @@
+#pragma once
+// Page protection: the popup blocker as the policy of every view and every
+// new window, the list of what it blocked, and the switches of the Tools menu.
+#include "BlockedList.h"
+#include "PopupBlocker.h"
+
+namespace platform {
+class BrowserViewFactory;
+}
+
+class ProtectSubsystem
+{
+public:
+    ProtectSubsystem(const MainState& state, platform::CommandBar& bar, TabStrip& tabs,
+                     platform::BrowserViewFactory& views, const platform::ClickHook& hook,
+                     const platform::Clock& clock, CommandDispatcher& commands);
+
+    BlockedList& blocked() { return blocked_; }
+
+private:
+    BlockedList blocked_;
+    PopupBlocker blocker_;
+};

@@ -1,0 +1,110 @@
+// The popup blocker on the real engine with real clicks: what the user asked
+// for opens in a tab, what the page opened by itself is listed and never
+// fetched.
+#include "support/EngineApp.h"
+#include "support/LocalHttpServer.h"
+#include "support/PageProbes.h"
+#include "support/TestMain.h"
+
+#include <QWebEngineView>
+
+using namespace platform;
+
+namespace {
+
+// An element filling the top left of the page, so a click at (50, 50) hits it.
+QByteArray filling(const QByteArray& tag, const QByteArray& attributes)
+{
+    return "<" + tag + " style='position:absolute;left:0;top:0;width:300px;height:150px' " +
+           attributes + ">open</" + tag + ">";
+}
+
+void clickPage(WebEngineBrowserView* view, QPoint point)
+{
+    QWidget* surface = view->engineView()->focusProxy();
+    QVERIFY(surface);
+    QTRY_VERIFY(surface->isVisible());
+    // A page just shown takes a moment to be drawn and hit-tested.
+    QTest::qWait(1000);
+    QTest::mouseClick(surface, Qt::LeftButton, {}, point);
+}
+
+} // namespace
+
+class PopupsTest : public QObject
+{
+    Q_OBJECT
+    LocalHttpServer server;
+
+private slots:
+    void initTestCase()
+    {
+        server.setPage("/popup.html", titled("Popup"));
+        server.setPage("/onload.html",
+                       titled("Onload", "<script>window.open('/popup.html?onload')</script>"));
+        server.setPage("/link.html",
+                       titled("Link", filling("a", "href='/popup.html?link' target=_blank")));
+        server.setPage("/button.html",
+                       titled("Button", filling("button", "onclick=\"window.open('/popup.html"
+                                                          "?button')\"")));
+        server.setPage("/timer.html",
+                       titled("Timer", filling("button", "onclick=\"setTimeout(() => window.open("
+                                                         "'/popup.html?timer'), 1000)\"")));
+        server.setPage("/body.html",
+                       "<html><head><title>Body</title></head><body style='margin:0;"
+                       "height:600px' onclick=\"window.open('/popup.html?body')\"></body></html>");
+    }
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void onlyWhatTheUserAskedForOpens()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start(server.url("/onload.html")));
+        WebEngineBrowserView* view = app.engineView(1);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Onload"), 20000);
+        // Blocking is off: the page opens what it likes.
+        QTRY_COMPARE_WITH_TIMEOUT(w.parts().state.tabCount, 2, 20000);
+        w.parts().tabs.activateTab(1);
+        w.parts().bar.reportClick(w.parts().bar.tool(key::toolsMenu, "b_stoppopup"));
+        const Band* blocked = w.parts().bar.band("sub_Blocked");
+        const Tool* count = w.parts().bar.tool(key::statusBar, "b_blocked");
+
+        view->refresh();
+        QTRY_COMPARE_WITH_TIMEOUT(blocked->count(), 1, 20000);
+        QCOMPARE(blocked->at(0)->caption(), "1. " + server.url("/popup.html?onload"));
+        QVERIFY(count->caption().endsWith(":1"));
+        QCOMPARE(w.parts().state.tabCount, 2);
+
+        auto open = [&](const char* page, const char* title) {
+            view->navigate(server.url(page));
+            QVERIFY(QTest::qWaitFor([&] { return loaded(view, title); }, 20000));
+            clickPage(view, {50, 50});
+        };
+        open("/link.html", "Link");
+        QTRY_COMPARE_WITH_TIMEOUT(w.parts().state.tabCount, 3, 20000);
+        w.parts().tabs.activateTab(1);
+        open("/button.html", "Button");
+        QTRY_COMPARE_WITH_TIMEOUT(w.parts().state.tabCount, 4, 20000);
+        w.parts().tabs.activateTab(1);
+
+        // A second after the click, nobody asked any more.
+        open("/timer.html", "Timer");
+        app.clock.now += 2;
+        QTRY_COMPARE_WITH_TIMEOUT(blocked->count(), 2, 20000);
+        open("/body.html", "Body");
+        QTRY_COMPARE_WITH_TIMEOUT(blocked->count(), 3, 20000);
+        QCOMPARE(blocked->at(2)->caption(), "3. " + server.url("/popup.html?body"));
+        QCOMPARE(w.parts().state.tabCount, 4);
+        // Blocked windows never reached the server: the first (unblocked) and two asked for.
+        QCOMPARE(server.requests("/popup.html"), 3);
+
+        w.parts().bar.reportClick(blocked->at(1));
+        QCOMPARE(w.parts().state.tabCount, 5);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(5), "Popup"), 20000);
+        QCOMPARE(app.engineView(5)->locationUrl(), server.url("/popup.html?timer"));
+    }
+};
+
+QUB_TEST_MAIN(PopupsTest)
+#include "tst_popups.moc"
