@@ -1,5 +1,6 @@
 #include "PopupBlocker.h"
 #include "BlockedList.h"
+#include "KillList.h"
 #include "core/Keys.h"
 #include "core/MainState.h"
 #include "platform/ClickHook.h"
@@ -27,8 +28,8 @@ bool samePoint(QPoint a, QPoint b)
 
 PopupBlocker::PopupBlocker(const MainState& state, const platform::CommandBar& bar, TabStrip& tabs,
                            const platform::ClickHook& hook, const platform::Clock& clock,
-                           BlockedList& blocked)
-    : state_(state), bar_(bar), hook_(hook), clock_(clock), blocked_(blocked)
+                           BlockedList& blocked, const KillList& killList)
+    : state_(state), bar_(bar), hook_(hook), clock_(clock), blocked_(blocked), killList_(killList)
 {
     QObject::connect(&tabs, &TabStrip::viewCreated, &context_, [this](platform::BrowserView* view) {
         const int index = view->index();
@@ -91,10 +92,17 @@ PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
 
 bool PopupBlocker::allows(platform::BrowserView& view, const platform::NavigationRequest& request)
 {
-    if (view.index() != 0)
-        return true;
-    // The catch view never goes anywhere: its first address is what was blocked.
     const QString address = request.url.toString();
-    blocked_.record(ellipsis(address, 50), address);
+    if (view.index() == 0) {
+        // The catch view never goes anywhere: its first address is what was blocked.
+        blocked_.record(ellipsis(address, 50), address);
+        return false;
+    }
+    if (!request.mainFrame || !checked(bar_, key::killPopups) || !killList_.lists(request.url))
+        return true;
+    blocked_.record(address, address);
+    // Closed once the engine is done asking, as when a page closes its window.
+    QMetaObject::invokeMethod(
+        &view, [&view] { emit view.windowClosing(false); }, Qt::QueuedConnection);
     return false;
 }

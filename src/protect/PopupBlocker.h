@@ -5,7 +5,8 @@
 // in the blocked list and cancelled. What the page knew at the request (the
 // focused element, the element under the last press) comes from the page
 // agent's records of each view; whether a button really went down, from the
-// click hook.
+// click hook. While "Kill Popups by Address" is on, a page of a listed site is
+// stopped, listed, and its tab closed as if the page closed itself.
 #include "PopupVerdict.h"
 #include "platform/browser/PageClick.h"
 #include "platform/browser/ViewPolicies.h"
@@ -14,6 +15,7 @@
 #include <QObject>
 
 class BlockedList;
+class KillList;
 class TabStrip;
 struct MainState;
 
@@ -31,7 +33,7 @@ public:
 
     PopupBlocker(const MainState& state, const platform::CommandBar& bar, TabStrip& tabs,
                  const platform::ClickHook& hook, const platform::Clock& clock,
-                 BlockedList& blocked);
+                 BlockedList& blocked, const KillList& killList);
 
     Verdict decide(platform::BrowserView& opener,
                    const platform::NewWindowRequest& request) override;
@@ -53,6 +55,7 @@ private:
     const platform::ClickHook& hook_;
     const platform::Clock& clock_;
     BlockedList& blocked_;
+    const KillList& killList_;
     QHash<int, Records> records_;
     // Ends every connection to the views when the blocker goes.
     QObject context_;

@@ -1,5 +1,6 @@
 #include "ProtectSubsystem.h"
 #include "core/CommandDispatcher.h"
+#include "core/MainState.h"
 #include "platform/browser/BrowserView.h"
 #include "platform/commandbar/Tool.h"
 #include "tabs/TabStrip.h"
@@ -8,7 +9,8 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, platform::CommandBar&
                                    TabStrip& tabs, platform::BrowserViewFactory& views,
                                    const platform::ClickHook& hook, const platform::Clock& clock,
                                    CommandDispatcher& commands)
-    : blocked_(bar, tabs, commands), blocker_(state, bar, tabs, hook, clock, blocked_)
+    : blocked_(bar, tabs, commands), killList_(state.appDir),
+      blocker_(state, bar, tabs, hook, clock, blocked_, killList_)
 {
     tabs.setNewWindowPolicy(blocker_);
     views.setNavigationPolicy(blocker_);

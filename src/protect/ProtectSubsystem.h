@@ -1,7 +1,9 @@
 #pragma once
 // Page protection: the popup blocker as the policy of every view and every
-// new window, the list of what it blocked, and the switches of the Tools menu.
+// new window, the list of what it blocked, the sites whose pages it kills,
+// and the switches of the Tools menu.
 #include "BlockedList.h"
+#include "KillList.h"
 #include "PopupBlocker.h"
 
 namespace platform {
@@ -19,5 +21,6 @@ public:
 
 private:
     BlockedList blocked_;
+    KillList killList_;
     PopupBlocker blocker_;
 };

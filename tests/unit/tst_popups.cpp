@@ -1,10 +1,16 @@
 // The popup verdict, one row per rule: which windows a page may open; and the
 // list of the windows it stopped.
 #include "core/ToolKeys.h"
+#include "platform/ClickHook.h"
 #include "protect/BlockedList.h"
+#include "protect/KillList.h"
+#include "protect/PopupBlocker.h"
 #include "protect/PopupVerdict.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
+#include "tabs/Ellipsis.h"
+
+#include <QTemporaryDir>
 
 Q_DECLARE_METATYPE(PopupFacts)
 
@@ -147,6 +153,45 @@ private slots:
         counter->setCaption("Blocked");
         list.record("s", "http://y.test/");
         QCOMPARE(counter->caption(), "1");
+    }
+
+    void killRuleStopsListedSitesAndClosesTheirTabs()
+    {
+        QTemporaryDir dir;
+        const QString appDir = dir.path() + '/';
+        KillList kill(appDir);
+        QVERIFY(kill.add("http://ads.test/page.html"));
+        QVERIFY(!kill.add("no host"));
+        QVERIFY(kill.add("https://Track.example/"));
+        const KillList read(appDir);
+        QVERIFY(read.lists(QUrl("https://x.ads.test/popup")));
+        QVERIFY(read.lists(QUrl("http://track.example/")));
+        QVERIFY(!read.lists(QUrl("http://notads.test/")));
+
+        StripFixture f;
+        f.tabs.createCatchView();
+        f.tabs.newTab("http://start.test/", true);
+        f.tabs.newTab("http://opener.test/", true);
+        BlockedList blocked(f.bar, f.tabs, f.commands);
+        platform::ClickHook hook(f.clock);
+        PopupBlocker blocker(f.state, f.bar, f.tabs, hook, f.clock, blocked, read);
+        platform::NavigationRequest request{QUrl("http://x.ads.test/"),
+                                            platform::NavigationRequest::Kind::Other, true};
+        QVERIFY(blocker.allows(*f.view(2), request));
+        f.bar.tool("sub_Usetools", "b_killpop")->setChecked(true);
+        request.mainFrame = false;
+        QVERIFY(blocker.allows(*f.view(2), request));
+        request.mainFrame = true;
+        QVERIFY(!blocker.allows(*f.view(2), request));
+        QCOMPARE(blocked.address(1), "http://x.ads.test/");
+        QTRY_VERIFY(!f.tabs.view(2));
+        QVERIFY(f.tabs.view(1));
+
+        // The catch view's navigation is the blocked window's address, never taken.
+        const QString longAddress = "http://popup.test/" + QString(60, 'a');
+        QVERIFY(!blocker.allows(*f.tabs.view(0), {QUrl(longAddress)}));
+        QCOMPARE(blocked.address(2), longAddress);
+        QCOMPARE(f.bar.band("sub_Blocked")->at(1)->caption(), "2. " + ellipsis(longAddress, 50));
     }
 };
 
