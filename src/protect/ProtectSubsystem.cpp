@@ -10,7 +10,8 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, platform::CommandBar&
                                    const platform::ClickHook& hook, const platform::Clock& clock,
                                    CommandDispatcher& commands)
     : blocked_(bar, tabs, commands), killList_(state.appDir),
-      blocker_(state, bar, tabs, hook, clock, blocked_, killList_)
+      blocker_(state, bar, tabs, hook, clock, blocked_, killList_),
+      content_(state, bar, tabs, commands)
 {
     tabs.setNewWindowPolicy(blocker_);
     views.setNavigationPolicy(blocker_);

@@ -1,8 +1,10 @@
 #pragma once
 // Page protection: the popup blocker as the policy of every view and every
 // new window, the list of what it blocked, the sites whose pages it kills,
-// and the switches of the Tools menu.
+// the pictures and Flash it takes out of pages, and the switches of the
+// Tools menu.
 #include "BlockedList.h"
+#include "ContentBlocker.h"
 #include "KillList.h"
 #include "PopupBlocker.h"
 
@@ -23,4 +25,5 @@ private:
     BlockedList blocked_;
     KillList killList_;
     PopupBlocker blocker_;
+    ContentBlocker content_;
 };

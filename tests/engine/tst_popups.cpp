@@ -50,6 +50,14 @@ private slots:
         server.setPage("/timer.html",
                        titled("Timer", filling("button", "onclick=\"setTimeout(() => window.open("
                                                          "'/popup.html?timer'), 1000)\"")));
+        server.setPage("/content.html",
+                       titled("Content", "<img src='/pic.gif'><embed src='MOVIE.SWF'>"
+                                         "<embed src='swfinfo.gif'><embed src='clip.mp4'>"
+                                         "<object data='movie'><param name=movie value='a.swf'>"
+                                         "</object><object id=player data='player.wmv'>"
+                                         "<param name=src value='song.wma'></object>"
+                                         "<iframe src='/content-frame.html'></iframe>"));
+        server.setPage("/content-frame.html", titled("Frame", "<img src='/pic.gif'>"));
         server.setPage("/body.html",
                        "<html><head><title>Body</title></head><body style='margin:0;"
                        "height:600px' onclick=\"window.open('/popup.html?body')\"></body></html>");
@@ -103,6 +111,36 @@ private slots:
         QCOMPARE(w.parts().state.tabCount, 5);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(5), "Popup"), 20000);
         QCOMPARE(app.engineView(5)->locationUrl(), server.url("/popup.html?timer"));
+    }
+
+    void picturesAndFlashLeaveThePageAndItsFrames()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        QVERIFY(w.start(server.url("/content.html")));
+        WebEngineBrowserView* view = app.engineView(1);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Content"), 20000);
+        const QString left =
+            "[document.images.length, document.querySelector('iframe').contentDocument.images"
+            ".length, Array.from(document.querySelectorAll('embed, object'), e => "
+            "e.getAttribute('src') || e.getAttribute('data')).join(' ')].join('|')";
+        QCOMPARE(ask(view, left).toString(), "1|1|MOVIE.SWF swfinfo.gif clip.mp4 movie player.wmv");
+
+        auto click = [&](const char* key) {
+            w.parts().bar.reportClick(w.parts().bar.tool("sub_ContentBlock", key));
+        };
+        click("b_imgs");
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, left).toString(),
+                                  "0|0|MOVIE.SWF swfinfo.gif clip.mp4 movie player.wmv", 20000);
+        click("b_swfs");
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, left).toString(), "0|0|clip.mp4 player.wmv", 20000);
+
+        // A new document loses them as soon as it has loaded.
+        click("b_swfs");
+        view->refresh();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Content"), 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, left).toString(),
+                                  "0|0|MOVIE.SWF swfinfo.gif clip.mp4 movie player.wmv", 20000);
     }
 };
 

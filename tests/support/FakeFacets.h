@@ -92,10 +92,15 @@ public:
         pending.push([this, answer] { answer(links); });
     }
     void write(const QString& html) override { written << html; }
+    void removeContent(bool pictures, bool flash) override
+    {
+        removed << QStringLiteral("%1 %2").arg(pictures).arg(flash);
+    }
     QStringList asked;
     QMap<QString, QVariant> answers;
     platform::PageLinks links;
     QStringList written;
+    QStringList removed;
     AnswerQueue pending;
 };
 

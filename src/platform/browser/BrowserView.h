@@ -114,6 +114,8 @@ signals:
     void titleChanged(const QString& title);
     // A new document is on its way: the page shown so far goes.
     void loadStarted();
+    // The document and its frames have loaded.
+    void documentComplete();
     void statusTextChanged(const QString& text);
     void progressChanged(int progress, int maximum);
     void commandStateChanged(int command, bool enabled);

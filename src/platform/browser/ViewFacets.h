@@ -91,6 +91,10 @@ public:
     // Replaces the page with a document of the program's own making, shown at
     // "about:blank".
     virtual void write(const QString& html) = 0;
+    // Takes the pictures, or the Flash movies (an EMBED whose source names
+    // "swf", an OBJECT whose inner markup does), out of the page and every
+    // frame as they are now.
+    virtual void removeContent(bool pictures, bool flash) = 0;
 };
 
 // The encryption level of the page, in the numbers of the lock icon: 0 not

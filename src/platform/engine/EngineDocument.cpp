@@ -45,6 +45,13 @@ void EngineDocument::write(const QString& html)
     page_.setHtml(html, QUrl(QStringLiteral("about:blank")));
 }
 
+void EngineDocument::removeContent(bool pictures, bool flash)
+{
+    const QString call = QStringLiteral("window.qubRemoveContent && qubRemoveContent(%1, %2)");
+    page_.runJavaScript(call.arg(pictures ? "true" : "false", flash ? "true" : "false"),
+                        QWebEngineScript::ApplicationWorld);
+}
+
 void EngineDocument::answer(int request, const PageLinks& links)
 {
     auto found = waiting_.find(request);

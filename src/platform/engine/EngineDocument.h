@@ -18,6 +18,7 @@ public:
     void ask(const QString& script, std::function<void(const QVariant&)> answer) override;
     void collectLinks(std::function<void(const PageLinks&)> answer) override;
     void write(const QString& html) override;
+    void removeContent(bool pictures, bool flash) override;
     // The page shows what write() made, which the engine holds as a data: address.
     bool showsWritten() const { return written_; }
 

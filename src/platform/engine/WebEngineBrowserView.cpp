@@ -112,6 +112,7 @@ void WebEngineBrowserView::wirePage()
         readyState_ = Complete;
         // As the old control did: loading has ended, nothing is left to count.
         emit progressChanged(-1, -1);
+        emit documentComplete();
     });
     connect(page_, &QWebEnginePage::loadingChanged, this,
             [this](const QWebEngineLoadingInfo& info) {

@@ -44,6 +44,33 @@
         whenConnected(function (a) { a.report(record); });
     }
 
+    function removeContent(doc, pictures, flash) {
+        function named(text) { return text.toLowerCase().indexOf('swf') >= 0; }
+        try {
+            if (pictures)
+                Array.from(doc.images).forEach(function (e) { e.remove(); });
+            if (flash) {
+                Array.from(doc.getElementsByTagName('EMBED')).forEach(function (e) {
+                    if (named(e.getAttribute('src') || ''))
+                        e.remove();
+                });
+                Array.from(doc.getElementsByTagName('OBJECT')).forEach(function (e) {
+                    if (named(e.innerHTML))
+                        e.remove();
+                });
+            }
+        } catch (e) {
+            // A document that refuses leaves what was removed so far removed.
+        }
+    }
+
+    // The page and each of its frames, each frame's agent passing it on.
+    function removeContentEverywhere(pictures, flash) {
+        removeContent(document, pictures, flash);
+        for (var i = 0; i < window.frames.length; ++i)
+            window.frames[i].postMessage({qubAgentRelay: token, remove: [pictures, flash]}, '*');
+    }
+
     function linksOf(doc) {
         var found = [];
         var all = doc.getElementsByTagName('*');
@@ -67,18 +94,26 @@
     window.addEventListener('auxclick', function (e) { send(describe(e, 'click')); }, true);
 
     if (!isTop) {
-        // The top frame asks each of its frames for its links.
+        // The frame above asks for this frame's links, or for its content gone.
         window.addEventListener('message', function (e) {
-            if (!e.data || e.data.qubAgentRelay !== token || e.data.collect === undefined)
+            if (!e.data || e.data.qubAgentRelay !== token ||
+                (e.data.collect === undefined && e.data.remove === undefined))
                 return;
             e.stopImmediatePropagation();
             if (e.source !== window.parent)
                 return;
+            if (e.data.remove !== undefined) {
+                removeContentEverywhere(!!e.data.remove[0], !!e.data.remove[1]);
+                return;
+            }
             window.parent.postMessage({qubAgentRelay: token, collected: e.data.collect,
                                        frame: e.data.frame, links: linksOf(document)}, '*');
         }, true);
         return;
     }
+
+    // Called by the program in this world.
+    window.qubRemoveContent = removeContentEverywhere;
 
     var collections = {};
     function finish(id) {
