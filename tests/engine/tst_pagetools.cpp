@@ -8,7 +8,10 @@
 #include "support/TestMain.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QDir>
+#include <QImage>
+#include <QProcess>
 
 using namespace platform;
 
@@ -69,6 +72,14 @@ private slots:
         server.setPage("/other.html", titled("Other", "<a href='HTTP://F2.TEST/B.HTM'>f2</a>"
                                                       "<a href='http://f2.test/c.php'>c</a>"));
         server.setPage("/text.html", titled("Text", "<p>Plain words here</p>"));
+        QImage picture(40, 30, QImage::Format_RGB32);
+        picture.fill(Qt::darkGreen);
+        QBuffer png;
+        png.open(QIODevice::WriteOnly);
+        picture.save(&png, "PNG");
+        server.setResponse("/green.png", {png.data(), "image/png"});
+        server.setPage("/save.html",
+                       titled("Saved page", "<p>Kept words</p><img src='green.png'>"));
     }
     void init() { testsupport::failOnUnexpectedWarnings(); }
 
@@ -142,6 +153,46 @@ private slots:
         QFile saved(app.appDir + "page.txt");
         QVERIFY(saved.open(QIODevice::ReadOnly));
         QCOMPARE(QString::fromUtf8(saved.readAll()), text->text());
+    }
+
+    void quickSaveTwiceMakesTwoPagesThatOpenOffline()
+    {
+        EngineApp app;
+        const QString address = server.url("/save.html");
+        WebEngineBrowserView* view = app.startAt(address, "Saved page");
+        QVERIFY(view);
+        const QString record = app.appDir + "SavedFiles/QuickSave.dat";
+        const QString markup = ask(view, "document.documentElement.innerHTML").toString();
+        for (int run = 1; run <= 2; ++run) {
+            QFile::remove(record);
+            click(app, "sub_File", "b_fastsave");
+            QTRY_VERIFY_WITH_TIMEOUT(QFileInfo::exists(record), 20000);
+            QFile file(record);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QCOMPARE(QString::fromUtf8(file.readAll()), markup + '\n');
+            // The program asked the desktop to start the saver; the test starts it.
+            QCOMPARE(app.shell.opened.last(), app.appDir + "qsexdll url:" + address);
+            QProcess saver;
+            QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+            environment.insert("QUB_APPDIR", app.appDir);
+            saver.setProcessEnvironment(environment);
+            saver.start(QCoreApplication::applicationDirPath() + "/qsexdll", {"url:" + address});
+            // The server answers the saver from this event loop.
+            QVERIFY(QTest::qWaitFor([&] { return saver.state() == QProcess::NotRunning; }, 60000));
+            QCOMPARE(saver.exitCode(), 0);
+        }
+        const QStringList pages =
+            QDir(app.appDir + "SavedFiles").entryList({"*.html"}, QDir::Files, QDir::Name);
+        QCOMPARE(pages, QStringList({"Saved page (2).html", "Saved page.html"}));
+
+        // Offline, the saved page still shows its picture.
+        click(app, key::fileMenu, "b_offline");
+        const int requests = server.requests("/green.png");
+        view->navigate(QUrl::fromLocalFile(app.appDir + "SavedFiles/" + pages[0]).toString());
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Saved page"), 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, "document.images[0].naturalWidth").toInt(), 40, 20000);
+        QCOMPARE(ask(view, "document.body.innerText").toString().trimmed(), "Kept words");
+        QCOMPARE(server.requests("/green.png"), requests);
     }
 };
 

@@ -1,9 +1,9 @@
 #pragma once
 // A tiny HTTP server on 127.0.0.1 (port chosen by the system) that answers GET
-// requests from a table of paths, whatever the query; anything else is 404. A path may want basic
-// sign-in or carry extra headers. LocalHttpsServer speaks HTTPS with a
-// self-signed certificate (tests/support/tls), which browsers do not trust.
-// For engine tests only.
+// requests from a table of paths, whatever the query; anything else is 404. A
+// path may want basic sign-in or carry extra headers. LocalHttpsServer speaks
+// HTTPS with a self-signed certificate (tests/support/tls), which browsers do
+// not trust. For tests that start the engine or another program.
 #include <QFile>
 #include <QHash>
 #include <QSslKey>
