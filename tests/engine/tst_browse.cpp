@@ -32,18 +32,6 @@ QByteArray withButton(const QByteArray& onclick)
                                 onclick + "\">open</button>");
 }
 
-// Clicks at a point of the page as the user would, once it has been drawn.
-void clickPage(WebEngineBrowserView* view, QPoint point)
-{
-    QWidget* surface = view->engineView()->focusProxy();
-    QVERIFY(surface);
-    QTRY_VERIFY(surface->isVisible());
-    // A page shown again after its tab was parked takes a moment to be drawn
-    // and hit-tested; clicks before that are lost.
-    QTest::qWait(1000);
-    QTest::mouseClick(surface, Qt::LeftButton, {}, point);
-}
-
 void typeAddress(MainWindow& w, const QString& address, Qt::KeyboardModifiers modifiers = {})
 {
     w.parts().addressBox->setEditText(address);
@@ -284,9 +272,8 @@ private slots:
         LocalHttpsServer secure;
         secure.setPage("/secret.html", titled("Behind a bad certificate"));
         EngineApp app;
-        QVERIFY(app.window->start(server.url("/one.html")));
-        WebEngineBrowserView* view = app.engineView(1);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Page One"), 20000);
+        WebEngineBrowserView* view = app.startAt(server.url("/one.html"), "Page One");
+        QVERIFY(view);
         auto button = [&](const QString& caption) -> QPushButton* {
             for (QPushButton* b : view->widget()->findChildren<QPushButton*>())
                 if (b->text() == caption && b->isVisible())

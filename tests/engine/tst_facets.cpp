@@ -61,9 +61,8 @@ private slots:
     void facetsActOnThePageAndReadItBack()
     {
         EngineApp app;
-        QVERIFY(app.window->start(server.url("/text.html")));
-        WebEngineBrowserView* view = app.engineView(1);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Facets"), 20000);
+        WebEngineBrowserView* view = app.startAt(server.url("/text.html"), "Facets");
+        QVERIFY(view);
 
         // The menus' tests set the five levels; a factor set otherwise is none.
         view->engineView()->page()->setZoomFactor(1.33);
@@ -103,9 +102,8 @@ private slots:
         LocalHttpsServer secure;
         secure.setPage("/secret.html", titled("Secret"));
         EngineApp app;
-        QVERIFY(app.window->start(server.url("/text.html")));
-        WebEngineBrowserView* view = app.engineView(1);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Facets"), 20000);
+        WebEngineBrowserView* view = app.startAt(server.url("/text.html"), "Facets");
+        QVERIFY(view);
         QCOMPARE(view->security().lockLevel(), 0);
 
         // A certificate let through by the user makes the page mixed, not secure.

@@ -169,9 +169,8 @@ private slots:
     {
         EngineApp app;
         MainWindow& w = *app.window;
-        QVERIFY(w.start(server.url("/video.html")));
-        WebEngineBrowserView* view = app.engineView(1);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Video"), 20000);
+        WebEngineBrowserView* view = app.startAt(server.url("/video.html"), "Video");
+        QVERIFY(view);
         QTRY_VERIFY(w.isMaximized());
         auto* mainBar = w.parts().barWidgets->container(w.parts().bar.band(key::mainBar));
         auto* menuBar = w.parts().barWidgets->container(w.parts().bar.band(key::menuBar));
@@ -200,9 +199,8 @@ private slots:
     {
         EngineApp app;
         MainWindow& w = *app.window;
-        QVERIFY(w.start(server.url("/edit.html")));
-        WebEngineBrowserView* view = app.engineView(1);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Edit"), 20000);
+        WebEngineBrowserView* view = app.startAt(server.url("/edit.html"), "Edit");
+        QVERIFY(view);
         auto offlineShown = [&](const char* band) {
             return w.parts().bar.tool(band, "b_offline")->checked();
         };

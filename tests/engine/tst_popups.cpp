@@ -19,16 +19,6 @@ QByteArray filling(const QByteArray& tag, const QByteArray& attributes)
            attributes + ">open</" + tag + ">";
 }
 
-void clickPage(WebEngineBrowserView* view, QPoint point)
-{
-    QWidget* surface = view->engineView()->focusProxy();
-    QVERIFY(surface);
-    QTRY_VERIFY(surface->isVisible());
-    // A page just shown takes a moment to be drawn and hit-tested.
-    QTest::qWait(1000);
-    QTest::mouseClick(surface, Qt::LeftButton, {}, point);
-}
-
 } // namespace
 
 class PopupsTest : public QObject
@@ -68,9 +58,8 @@ private slots:
     {
         EngineApp app;
         MainWindow& w = *app.window;
-        QVERIFY(w.start(server.url("/onload.html")));
-        WebEngineBrowserView* view = app.engineView(1);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Onload"), 20000);
+        WebEngineBrowserView* view = app.startAt(server.url("/onload.html"), "Onload");
+        QVERIFY(view);
         // Blocking is off: the page opens what it likes.
         QTRY_COMPARE_WITH_TIMEOUT(w.parts().state.tabCount, 2, 20000);
         w.parts().tabs.activateTab(1);
@@ -117,9 +106,8 @@ private slots:
     {
         EngineApp app;
         MainWindow& w = *app.window;
-        QVERIFY(w.start(server.url("/content.html")));
-        WebEngineBrowserView* view = app.engineView(1);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Content"), 20000);
+        WebEngineBrowserView* view = app.startAt(server.url("/content.html"), "Content");
+        QVERIFY(view);
         const QString left =
             "[document.images.length, document.querySelector('iframe').contentDocument.images"
             ".length, Array.from(document.querySelectorAll('embed, object'), e => "

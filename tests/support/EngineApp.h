@@ -8,12 +8,14 @@
 #include "platform/engine/WebEngineBrowserView.h"
 #include "platform/engine/WebEngineViewFactory.h"
 #include "support/Fakes.h"
+#include "support/PageProbes.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QToolBar>
 #include <QToolButton>
+#include <QWebEngineView>
 #include <memory>
 
 inline void copySkinTo(const QString& dir)
@@ -49,6 +51,15 @@ struct EngineApp
     {
         return static_cast<platform::WebEngineBrowserView*>(window->parts().tabs.view(index));
     }
+    // Starts the window on address; its first tab once it has loaded title,
+    // nullptr when it does not.
+    platform::WebEngineBrowserView* startAt(const QString& address, const QString& title)
+    {
+        if (!window->start(address))
+            return nullptr;
+        platform::WebEngineBrowserView* view = engineView(1);
+        return QTest::qWaitFor([&] { return loaded(view, title); }, 20000) ? view : nullptr;
+    }
     ~EngineApp()
     {
         window.reset();
@@ -78,3 +89,15 @@ struct EngineApp
             bar->widgetForAction(window->parts().barWidgets->action(tool)));
     }
 };
+
+// Clicks at a point of the page as the user would, once it has been drawn.
+inline void clickPage(platform::WebEngineBrowserView* view, QPoint point)
+{
+    QWidget* surface = view->engineView()->focusProxy();
+    QVERIFY(surface);
+    QTRY_VERIFY(surface->isVisible());
+    // A page shown again after its tab was parked takes a moment to be drawn
+    // and hit-tested; clicks before that are lost.
+    QTest::qWait(1000);
+    QTest::mouseClick(surface, Qt::LeftButton, {}, point);
+}
