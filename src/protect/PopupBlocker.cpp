@@ -45,6 +45,9 @@ PopupBlocker::PopupBlocker(const MainState& state, const platform::CommandBar& b
                              r.lastEvent = click;
                              r.any = true;
                          });
+        // A new document has no focus or press of the old one.
+        QObject::connect(view, &platform::BrowserView::loadStarted, &context_,
+                         [this, index] { records_.remove(index); });
         QObject::connect(view, &QObject::destroyed, &context_,
                          [this, index] { records_.remove(index); });
     });
@@ -85,17 +88,34 @@ PopupFacts PopupBlocker::factsFor(const platform::BrowserView& opener) const
 }
 
 PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
-                                           const platform::NewWindowRequest&)
+                                           const platform::NewWindowRequest& request)
 {
-    return windowAllowed(factsFor(opener)) ? Verdict::OpenInNewTab : Verdict::Catch;
+    if (windowAllowed(factsFor(opener)))
+        return Verdict::OpenInNewTab;
+    // A window that names its address is listed now: in a storm the catch view
+    // takes the next window before this one has begun to navigate. One that
+    // names none is listed when it first navigates.
+    const QUrl url = request.url();
+    if (url.isValid() && !url.isEmpty() && url.toString() != QLatin1String("about:blank")) {
+        record(url.toString());
+        caught_ = url;
+    }
+    return Verdict::Catch;
+}
+
+void PopupBlocker::record(const QString& address)
+{
+    blocked_.record(ellipsis(address, 50), address);
 }
 
 bool PopupBlocker::allows(platform::BrowserView& view, const platform::NavigationRequest& request)
 {
     const QString address = request.url.toString();
     if (view.index() == 0) {
-        // The catch view never goes anywhere: its first address is what was blocked.
-        blocked_.record(ellipsis(address, 50), address);
+        // The catch view never goes anywhere: its first address is what was
+        // blocked, unless the request named it and it is listed already.
+        if (request.url != std::exchange(caught_, {}))
+            record(address);
         return false;
     }
     if (!request.mainFrame || !checked(bar_, key::killPopups) || !killList_.lists(request.url))

@@ -13,6 +13,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QUrl>
 
 class BlockedList;
 class KillList;
@@ -42,6 +43,8 @@ public:
     PopupFacts factsFor(const platform::BrowserView& opener) const;
 
 private:
+    void record(const QString& address);
+
     struct Records
     {
         platform::PageClick lastPress;
@@ -57,6 +60,8 @@ private:
     BlockedList& blocked_;
     const KillList& killList_;
     QHash<int, Records> records_;
+    // The address of the last window caught, listed when it was caught.
+    QUrl caught_;
     // Ends every connection to the views when the blocker goes.
     QObject context_;
 };

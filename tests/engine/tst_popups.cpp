@@ -48,6 +48,19 @@ private slots:
                                          "<param name=src value='song.wma'></object>"
                                          "<iframe src='/content-frame.html'></iframe>"));
         server.setPage("/content-frame.html", titled("Frame", "<img src='/pic.gif'>"));
+        server.setPage("/submit.html",
+                       titled("Submit", "<form action='/popup.html' target=_blank>" +
+                                            filling("button", "type=submit") + "</form>"));
+        server.setPage("/image.html",
+                       titled("Image", "<form action='/popup.html' target=_blank>" +
+                                           filling("input", "type=image src='/pic.gif'") +
+                                           "</form>"));
+        server.setPage(
+            "/script-link.html",
+            titled("Script link", filling("a", "href=\"javascript:window.open('/popup.html')\"")));
+        server.setPage("/later.html", titled("Later", "<script>setTimeout(() => "
+                                                      "window.open('/popup.html?later'), 3000)"
+                                                      "</script>"));
         server.setPage("/body.html",
                        "<html><head><title>Body</title></head><body style='margin:0;"
                        "height:600px' onclick=\"window.open('/popup.html?body')\"></body></html>");
@@ -100,6 +113,35 @@ private slots:
         QCOMPARE(w.parts().state.tabCount, 5);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(5), "Popup"), 20000);
         QCOMPARE(app.engineView(5)->locationUrl(), server.url("/popup.html?timer"));
+    }
+
+    void everyKindOfUserRequestOpensAndABackgroundTabDoesNot()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        WebEngineBrowserView* view = app.startAt(server.url("/submit.html"), "Submit");
+        QVERIFY(view);
+        w.parts().bar.reportClick(w.parts().bar.tool(key::toolsMenu, "b_stoppopup"));
+        const std::pair<const char*, const char*> pages[] = {{"/submit.html", "Submit"},
+                                                             {"/image.html", "Image"},
+                                                             {"/script-link.html", "Script link"}};
+        int tabs = 1;
+        for (const auto& [page, title] : pages) {
+            w.parts().tabs.activateTab(1);
+            view->navigate(server.url(page));
+            QTRY_VERIFY_WITH_TIMEOUT(loaded(view, title), 20000);
+            clickPage(view, {50, 50});
+            ++tabs;
+            QTRY_COMPARE_WITH_TIMEOUT(w.parts().state.tabCount, tabs, 20000);
+        }
+
+        // A page in a tab behind the current one asks for nothing.
+        w.parts().tabs.activateTab(1);
+        view->navigate(server.url("/later.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Later"), 20000);
+        w.parts().tabs.activateTab(2);
+        QTRY_COMPARE_WITH_TIMEOUT(w.parts().bar.band("sub_Blocked")->count(), 1, 20000);
+        QCOMPARE(w.parts().state.tabCount, tabs);
     }
 
     void picturesAndFlashLeaveThePageAndItsFrames()
