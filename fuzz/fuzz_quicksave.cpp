@@ -5,9 +5,7 @@
 #include "FuzzSupport.h"
 #include "quicksaver/SaveTarget.h"
 #include "quicksaver/SavedPage.h"
-
-#include <libxml/HTMLparser.h>
-#include <libxml/xpath.h>
+#include "support/HtmlQuery.h"
 
 namespace {
 
@@ -16,24 +14,10 @@ const QUrl page(QStringLiteral("http://example.test/dir/page.html"));
 // The values of the img src attributes of a page; aborts when it does not parse.
 QStringList pictures(const QByteArray& html)
 {
-    xmlDoc* doc = htmlReadMemory(html.constData(), int(html.size()), nullptr, "UTF-8",
-                                 HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING |
-                                     HTML_PARSE_NONET);
-    if (!doc || !xmlDocGetRootElement(doc))
+    std::optional<QStringList> values = selectInPage(html, "//img/@src");
+    if (!values)
         abort();
-    QStringList values;
-    xmlXPathContext* context = xmlXPathNewContext(doc);
-    xmlXPathObject* found =
-        xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>("//img/@src"), context);
-    for (int i = 0; found && found->nodesetval && i < found->nodesetval->nodeNr; ++i) {
-        xmlChar* text = xmlNodeGetContent(found->nodesetval->nodeTab[i]);
-        values << QString::fromUtf8(reinterpret_cast<const char*>(text));
-        xmlFree(text);
-    }
-    xmlXPathFreeObject(found);
-    xmlXPathFreeContext(context);
-    xmlFreeDoc(doc);
-    return values;
+    return *values;
 }
 
 void checkName(const QString& title)

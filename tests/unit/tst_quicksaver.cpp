@@ -2,14 +2,13 @@
 // writes, and the built qsexdll against a local server.
 #include "quicksaver/SaveTarget.h"
 #include "quicksaver/SavedPage.h"
+#include "support/HtmlQuery.h"
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
 
 #include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <libxml/HTMLparser.h>
-#include <libxml/xpath.h>
 
 using namespace quicksaver;
 
@@ -18,20 +17,7 @@ namespace {
 // The text of what an XPath expression selects in a page, in page order.
 QStringList select(const QByteArray& html, const char* path)
 {
-    QStringList values;
-    xmlDoc* doc = htmlReadMemory(html.constData(), int(html.size()), nullptr, "UTF-8",
-                                 HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING);
-    xmlXPathContext* context = xmlXPathNewContext(doc);
-    xmlXPathObject* found = xmlXPathEvalExpression(reinterpret_cast<const xmlChar*>(path), context);
-    for (int i = 0; found && found->nodesetval && i < found->nodesetval->nodeNr; ++i) {
-        xmlChar* text = xmlNodeGetContent(found->nodesetval->nodeTab[i]);
-        values << QString::fromUtf8(reinterpret_cast<const char*>(text));
-        xmlFree(text);
-    }
-    xmlXPathFreeObject(found);
-    xmlXPathFreeContext(context);
-    xmlFreeDoc(doc);
-    return values;
+    return selectInPage(html, path).value_or(QStringList());
 }
 
 QString data(const char* type, const QByteArray& bytes)
