@@ -25,7 +25,6 @@ public:
                     platform::CommandBar& bar, CommandDispatcher& commands, BarEventRouter& events);
 
     void open(int page);
-    OptionsDialog* dialog() const { return dialog_; }
 
 private:
     void apply();

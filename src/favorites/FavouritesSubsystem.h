@@ -14,8 +14,6 @@ class FavouritesSubsystem
 public:
     FavouritesSubsystem(QWidget& window, platform::Dialogs& dialogs, CommandDispatcher& commands);
 
-    const FavouritesFolder& folder() const { return folder_; }
-
 private:
     void organise();
 

@@ -40,9 +40,8 @@ public:
                    const platform::NewWindowRequest& request) override;
     bool allows(platform::BrowserView& view, const platform::NavigationRequest& request) override;
 
-    PopupFacts factsFor(const platform::BrowserView& opener) const;
-
 private:
+    PopupFacts factsFor(const platform::BrowserView& opener) const;
     void record(const QString& address);
 
     struct Records

@@ -19,8 +19,6 @@ public:
                      platform::BrowserViewFactory& views, const platform::ClickHook& hook,
                      const platform::Clock& clock, CommandDispatcher& commands);
 
-    BlockedList& blocked() { return blocked_; }
-
 private:
     BlockedList blocked_;
     KillList killList_;
