@@ -92,13 +92,16 @@ PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
 {
     if (windowAllowed(factsFor(opener)))
         return Verdict::OpenInNewTab;
-    // A window that names its address is listed now: in a storm the catch view
-    // takes the next window before this one has begun to navigate. One that
-    // names none is listed when it first navigates.
+    // A window that names its address is listed now and never made: loading
+    // it into the catch view would cost a page set-up per window, which a
+    // storm of them turns into seconds. One that names none goes to the catch
+    // view and is listed when it first navigates.
+    // (The engine names a window opened without an address "about:blank#blocked".)
     const QUrl url = request.url();
-    if (url.isValid() && !url.isEmpty() && url.toString() != QLatin1String("about:blank")) {
+    if (url.isValid() && !url.isEmpty() &&
+        url.adjusted(QUrl::RemoveFragment) != QUrl(QStringLiteral("about:blank"))) {
         record(url.toString());
-        caught_ = url;
+        return Verdict::Refuse;
     }
     return Verdict::Catch;
 }
@@ -112,10 +115,8 @@ bool PopupBlocker::allows(platform::BrowserView& view, const platform::Navigatio
 {
     const QString address = request.url.toString();
     if (view.index() == 0) {
-        // The catch view never goes anywhere: its first address is what was
-        // blocked, unless the request named it and it is listed already.
-        if (request.url != std::exchange(caught_, {}))
-            record(address);
+        // The catch view never goes anywhere: its first address is what was blocked.
+        record(address);
         return false;
     }
     if (!request.mainFrame || !checked(bar_, key::killPopups) || !killList_.lists(request.url))

@@ -1,8 +1,9 @@
 #pragma once
 // The popup blocker: the new-window and navigation policy of every view. A
 // window the user asked for opens in a new tab; any other, while blocking is
-// on, goes into the hidden catch view 0, whose first navigation is recorded
-// in the blocked list and cancelled. What the page knew at the request (the
+// on, is listed in the blocked list and dropped, or, when it names no address
+// yet, goes into the hidden catch view 0, whose first navigation is listed
+// and cancelled. What the page knew at the request (the
 // focused element, the element under the last press) comes from the page
 // agent's records of each view; whether a button really went down, from the
 // click hook. While "Kill Popups by Address" is on, a page of a listed site is
@@ -13,7 +14,6 @@
 
 #include <QHash>
 #include <QObject>
-#include <QUrl>
 
 class BlockedList;
 class KillList;
@@ -59,8 +59,6 @@ private:
     BlockedList& blocked_;
     const KillList& killList_;
     QHash<int, Records> records_;
-    // The address of the last window caught, listed when it was caught.
-    QUrl caught_;
     // Ends every connection to the views when the blocker goes.
     QObject context_;
 };

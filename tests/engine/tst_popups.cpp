@@ -61,6 +61,11 @@ private slots:
         server.setPage("/later.html", titled("Later", "<script>setTimeout(() => "
                                                       "window.open('/popup.html?later'), 3000)"
                                                       "</script>"));
+        server.setPage("/unnamed.html", titled("Unnamed", "<script>window.open().location = "
+                                                          "'/popup.html?unnamed'</script>"));
+        server.setPage("/storm.html", titled("Storm", "<script>for (let i = 0; i < 40; i++) "
+                                                      "window.open('/popup.html?storm' + i)"
+                                                      "</script>"));
         server.setPage("/body.html",
                        "<html><head><title>Body</title></head><body style='margin:0;"
                        "height:600px' onclick=\"window.open('/popup.html?body')\"></body></html>");
@@ -113,6 +118,20 @@ private slots:
         QCOMPARE(w.parts().state.tabCount, 5);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(5), "Popup"), 20000);
         QCOMPARE(app.engineView(5)->locationUrl(), server.url("/popup.html?timer"));
+
+        // A window opened without an address is listed where it first goes.
+        w.parts().tabs.activateTab(1);
+        view->navigate(server.url("/unnamed.html"));
+        QTRY_COMPARE_WITH_TIMEOUT(blocked->count(), 4, 20000);
+        QCOMPARE(blocked->at(3)->caption(), "4. " + server.url("/popup.html?unnamed"));
+        // A storm: the last ten listed, every window counted, none fetched.
+        view->navigate(server.url("/storm.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(count->caption().endsWith(":44"), 60000);
+        QCOMPARE(blocked->count(), 10);
+        QCOMPARE(blocked->at(0)->caption(), "35. " + server.url("/popup.html?storm30"));
+        QCOMPARE(blocked->at(9)->caption(), "44. " + server.url("/popup.html?storm39"));
+        QCOMPARE(w.parts().state.tabCount, 5);
+        QCOMPARE(server.requests("/popup.html"), 4);
     }
 
     void everyKindOfUserRequestOpensAndABackgroundTabDoesNot()

@@ -71,7 +71,9 @@ CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window)
     }
     connect(&bar_, &CommandBar::toolInserted, this, &CommandBarWidgets::insertAction);
     connect(&bar_, &CommandBar::toolAboutToBeRemoved, this, &CommandBarWidgets::removeAction);
-    connect(&bar_, &CommandBar::toolChanged, this, &CommandBarWidgets::updateAction);
+    connect(&bar_, &CommandBar::toolChanged, this, &CommandBarWidgets::toolChanged);
+    statusCalm_.setInterval(100);
+    connect(&statusCalm_, &QTimer::timeout, this, &CommandBarWidgets::flushStatus);
     connect(&bar_, &CommandBar::bandChanged, this, &CommandBarWidgets::updateBand);
     connect(&bar_, &CommandBar::popUpRequested, this, &CommandBarWidgets::popUp);
     bar_.setPlacement(this);
@@ -109,8 +111,10 @@ void CommandBarWidgets::createContainer(Band& band)
         auto* toolBar = new QToolBar(band.caption(), &window_);
         toolBar->setObjectName(band.key());
         toolBar->setIconSize(QSize(20, 20));
-        if (band.kind() == BandKind::StatusBar)
+        if (band.kind() == BandKind::StatusBar) {
             toolBar->setMovable(false);
+            statusBars_.insert(toolBar);
+        }
         widget = toolBar;
         break;
     }
@@ -224,12 +228,40 @@ void CommandBarWidgets::removeAction(Band* band, int index)
     QAction* action = actions_.take(tool);
     if (!action)
         return;
+    pendingStatus_.remove(tool);
     for (auto it = buttonTools_.begin(); it != buttonTools_.end();)
         it = it.value() == tool ? buttonTools_.erase(it) : std::next(it);
     delete shortcuts_.take(tool);
     if (tool->type() == ControlType::Hosted && tool->control())
         tool->control()->setParent(nullptr);
     delete action;
+}
+
+// Status captions change as fast as pages make them (a storm of blocked
+// windows counts up hundreds a second), and each redraw composes the whole
+// window. So the status bands are redrawn at most ten times a second: the
+// first change after a quiet spell at once, later ones together.
+void CommandBarWidgets::toolChanged(Tool* tool)
+{
+    const QAction* action = actions_.value(tool);
+    if (!action || !statusBars_.contains(action->parent())) {
+        updateAction(tool);
+    } else if (statusCalm_.isActive()) {
+        pendingStatus_.insert(tool);
+    } else {
+        updateAction(tool);
+        statusCalm_.start();
+    }
+}
+
+void CommandBarWidgets::flushStatus()
+{
+    if (pendingStatus_.isEmpty()) {
+        statusCalm_.stop();
+        return;
+    }
+    for (Tool* tool : std::exchange(pendingStatus_, {}))
+        updateAction(tool);
 }
 
 void CommandBarWidgets::updateAction(Tool* tool)

@@ -7,6 +7,8 @@
 #include "CommandBar.h"
 
 #include <QHash>
+#include <QSet>
+#include <QTimer>
 
 class QAction;
 class QMainWindow;
@@ -41,7 +43,9 @@ private:
     void addToolBars();
     void insertAction(Band* band, int index);
     void removeAction(Band* band, int index);
+    void toolChanged(Tool* tool);
     void updateAction(Tool* tool);
+    void flushStatus();
     void updateShortcut(Tool* tool);
     void updateBand(Band* band);
     void setFloating(const Band& band, QToolBar& toolBar);
@@ -55,6 +59,9 @@ private:
     QHash<const QObject*, Tool*> buttonTools_;
     QHash<const Tool*, QAction*> shortcuts_;
     QHash<const Band*, QTabWidget*> sidePages_;
+    QSet<const QObject*> statusBars_;
+    QSet<Tool*> pendingStatus_;
+    QTimer statusCalm_;
 };
 
 } // namespace platform

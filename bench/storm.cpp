@@ -1,0 +1,74 @@
+// A storm of blocked windows: the real main window, with popups blocked, on a
+// page that calls window.open a number of times as it loads. Prints how long
+// until the running count reached that number, the longest the event loop
+// went without answering, and how many tabs there are (only the page's own).
+#include "BenchPage.h"
+#include "app/MainWindow.h"
+#include "core/Keys.h"
+#include "platform/AppDir.h"
+#include "platform/Dialogs.h"
+#include "platform/Shell.h"
+#include "platform/commandbar/Band.h"
+#include "platform/commandbar/Tool.h"
+#include "platform/engine/WebEngineViewFactory.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication::setApplicationName(QStringLiteral("QUB-BROWSER"));
+    QApplication app(argc, argv);
+    const QStringList args = QApplication::arguments();
+    if (args.size() < 3)
+        return 2;
+    const QString url = args[1];
+    const QString expected = QLatin1Char(':') + args[2];
+
+    platform::QtDialogs dialogs;
+    platform::DesktopShell shell;
+    platform::SystemClock clock;
+    platform::WebEngineViewFactory factory(dialogs);
+    int code = 0;
+    {
+        MainWindow window(platform::appDir(), dialogs, shell, factory, clock);
+        if (!window.start(QString()))
+            return 1;
+        platform::CommandBar& bar = window.parts().bar;
+        platform::Tool* stop =
+            bar.tool(QLatin1String(key::toolsMenu), QLatin1String(key::stopPopups));
+        if (!stop->checked())
+            bar.reportClick(stop);
+        const platform::Tool* count =
+            bar.tool(QLatin1String(key::statusBar), QStringLiteral("b_blocked"));
+
+        // A timer that should fire every 5 ms: how late it comes is how long
+        // the window did not answer.
+        QElapsedTimer beat;
+        qint64 longestGap = 0;
+        QTimer heart;
+        heart.setTimerType(Qt::PreciseTimer);
+        QObject::connect(&heart, &QTimer::timeout, &app,
+                         [&] { longestGap = std::max(longestGap, beat.restart()); });
+
+        const qint64 started = bench::now();
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &app, [&] {
+            if (!count->caption().endsWith(expected))
+                return;
+            bench::report("storm", bench::now() - started);
+            bench::report("gap", longestGap);
+            bench::report("tabs", static_cast<qint64>(window.parts().tabs.tabViews().size()));
+            QCoreApplication::exit(0);
+        });
+        beat.start();
+        heart.start(5);
+        watch.start(20);
+        window.parts().tabs.view(1)->navigate(url);
+        code = QApplication::exec();
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return code;
+}

@@ -1,0 +1,47 @@
+// The floor of the storm: a bare QWebEngineView that drops every window its
+// page asks for. Prints what storm.cpp prints.
+#include "BenchPage.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QScreen>
+#include <QTimer>
+#include <QWebEngineNewWindowRequest>
+#include <QWebEngineView>
+
+int main(int argc, char** argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication app(argc, argv);
+    const QStringList args = QApplication::arguments();
+    if (args.size() < 3)
+        return 2;
+    const int expected = args[2].toInt();
+
+    QWebEngineView view;
+    view.setGeometry(view.screen()->availableGeometry());
+    view.showMaximized();
+
+    QElapsedTimer beat;
+    qint64 longestGap = 0;
+    QTimer heart;
+    heart.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&heart, &QTimer::timeout, &app,
+                     [&] { longestGap = std::max(longestGap, beat.restart()); });
+
+    const qint64 started = bench::now();
+    int windows = 0;
+    QObject::connect(view.page(), &QWebEnginePage::newWindowRequested, &app,
+                     [&](QWebEngineNewWindowRequest&) {
+                         if (++windows < expected)
+                             return;
+                         bench::report("storm", bench::now() - started);
+                         bench::report("gap", longestGap);
+                         bench::report("tabs", 1);
+                         QCoreApplication::exit(0);
+                     });
+    beat.start();
+    heart.start(5);
+    view.load(QUrl::fromUserInput(args[1]));
+    return QApplication::exec();
+}
