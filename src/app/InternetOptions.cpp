@@ -3,6 +3,7 @@
 #include "Settings.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
+#include "core/Keys.h"
 #include "platform/browser/BrowserView.h"
 
 namespace {
@@ -15,7 +16,8 @@ InternetOptions::InternetOptions(QWidget& window, Settings& settings,
     : window_(window), settings_(settings), views_(views), bar_(bar), commands_(commands)
 {
     commands.on(cmd::Command::InternetOptions, [this](const CommandContext&) { open(0); });
-    events.onSecondaryAction(QStringLiteral("b_security"), [this](platform::Tool&) { open(1); });
+    events.onSecondaryAction(QLatin1String(key::securityTool),
+                             [this](platform::Tool&) { open(1); });
 }
 
 void InternetOptions::open(int page)

@@ -30,7 +30,7 @@ QString Language::apply(platform::CommandBar& bar, const QString& version) const
     for (const auto& tool : bar.tools())
         caption(*tool);
 
-    if (platform::Tool* security = bar.tool(key::statusBar, QStringLiteral("b_security"))) {
+    if (platform::Tool* security = bar.tool(key::statusBar, key::securityTool)) {
         QString tag = security->tag();
         for (int n = 1; n <= 3; ++n)
             tag += QLatin1Char('|') + text(QString::number(n) + QStringLiteral("b_security"));

@@ -26,6 +26,7 @@ inline constexpr const char* addressTool = "ctl_addr";
 inline constexpr const char* pageIconTool = "ctl_ieicon";
 inline constexpr const char* statusTextTool = "ctl_statustext";
 inline constexpr const char* progressTool = "ctl_progress";
+inline constexpr const char* securityTool = "b_security";
 
 // Command tools the program finds by key take their key from the command table.
 inline constexpr const char* newTab = cmd::keyOf(cmd::Command::NewTab);
@@ -67,6 +68,7 @@ inline std::vector<std::pair<QString, QString>> lookedUpTools()
         {leftBar, {}},
         {statusBar, statusTextTool},
         {statusBar, progressTool},
+        {statusBar, securityTool},
         {proxyMenu, {}},
         {tabMenu, {}},
         {fileMenu, newTab},

@@ -27,6 +27,8 @@ bool ClickHook::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::MouseButtonPress) {
         lastPressTime_ = clock_.secondsSinceMidnight();
         lastPressPoint_ = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+    } else if (event->type() == QEvent::KeyPress) {
+        lastKeyTime_ = clock_.secondsSinceMidnight();
     }
     return QObject::eventFilter(watched, event);
 }

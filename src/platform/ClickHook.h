@@ -1,7 +1,8 @@
 #pragma once
 // Watches every mouse press in the program while started and keeps the time
 // and screen point of the last one: the popup blocker and drag-to-open ask it
-// whether the user really clicked.
+// whether the user really clicked. Keeps the time of the last key press too,
+// the keyboard's way of following a link.
 #include "Clock.h"
 
 #include <QObject>
@@ -21,6 +22,7 @@ public:
     bool running() const { return running_; }
     double lastPressTime() const { return lastPressTime_; }
     QPoint lastPressPoint() const { return lastPressPoint_; }
+    double lastKeyTime() const { return lastKeyTime_; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -30,6 +32,7 @@ private:
     bool running_ = false;
     double lastPressTime_ = -1;
     QPoint lastPressPoint_;
+    double lastKeyTime_ = -1;
 };
 
 } // namespace platform

@@ -106,6 +106,20 @@ PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
     return Verdict::Catch;
 }
 
+bool PopupBlocker::unasked(const platform::BrowserView& view,
+                           const platform::NavigationRequest& request) const
+{
+    using Kind = platform::NavigationRequest::Kind;
+    // Typed addresses, history moves, reloads and a server's redirects are
+    // the user's or follow what was allowed; so is the first page of a tab.
+    if (request.kind != Kind::Link && request.kind != Kind::Form && request.kind != Kind::Other)
+        return false;
+    if (view.locationUrl().isEmpty())
+        return false;
+    const double input = std::max(hook_.lastPressTime(), hook_.lastKeyTime());
+    return input < 0 || clock_.secondsSinceMidnight() - input > pressWindowSeconds;
+}
+
 void PopupBlocker::record(const QString& address)
 {
     blocked_.record(ellipsis(address, 50), address);
@@ -119,7 +133,9 @@ bool PopupBlocker::allows(platform::BrowserView& view, const platform::Navigatio
         record(address);
         return false;
     }
-    if (!request.mainFrame || !checked(bar_, key::killPopups) || !killList_.lists(request.url))
+    if (!request.mainFrame || !checked(bar_, key::killPopups))
+        return true;
+    if (!killList_.lists(request.url) && !unasked(view, request))
         return true;
     blocked_.record(address, address);
     // Closed once the engine is done asking, as when a page closes its window.

@@ -6,7 +6,8 @@
 // and cancelled. What the page knew at the request (the
 // focused element, the element under the last press) comes from the page
 // agent's records of each view; whether a button really went down, from the
-// click hook. While "Kill Popups by Address" is on, a page of a listed site is
+// click hook. While "Kill Popups by Address" is on, a page of a listed site,
+// or one a page went to by itself with no click or key press of the user, is
 // stopped, listed, and its tab closed as if the page closed itself.
 #include "PopupVerdict.h"
 #include "platform/browser/PageClick.h"
@@ -42,6 +43,9 @@ public:
 
 private:
     PopupFacts factsFor(const platform::BrowserView& opener) const;
+    // A page moving its tab on with no click or key press of the user.
+    bool unasked(const platform::BrowserView& view,
+                 const platform::NavigationRequest& request) const;
     void record(const QString& address);
 
     struct Records

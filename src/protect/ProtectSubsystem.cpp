@@ -11,7 +11,7 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, platform::CommandBar&
                                    CommandDispatcher& commands)
     : blocked_(bar, tabs, commands), killList_(state.appDir),
       blocker_(state, bar, tabs, hook, clock, blocked_, killList_),
-      content_(state, bar, tabs, commands)
+      content_(state, bar, tabs, commands), security_(state, bar, tabs)
 {
     tabs.setNewWindowPolicy(blocker_);
     views.setNavigationPolicy(blocker_);

@@ -1,12 +1,13 @@
 #pragma once
 // Page protection: the popup blocker as the policy of every view and every
 // new window, the list of what it blocked, the sites whose pages it kills,
-// the pictures and Flash it takes out of pages, and the switches of the
-// Tools menu.
+// the pictures and Flash it takes out of pages, the security indicator, and
+// the switches of the Tools menu.
 #include "BlockedList.h"
 #include "ContentBlocker.h"
 #include "KillList.h"
 #include "PopupBlocker.h"
+#include "SecurityIndicator.h"
 
 namespace platform {
 class BrowserViewFactory;
@@ -24,4 +25,5 @@ private:
     KillList killList_;
     PopupBlocker blocker_;
     ContentBlocker content_;
+    SecurityIndicator security_;
 };

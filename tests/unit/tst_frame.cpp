@@ -136,7 +136,8 @@ private slots:
         QCOMPARE(f.bar.tool(key::mainBar, "b_back")->caption(), QString::fromUtf8("Zurück"));
         QCOMPARE(f.bar.collectionTool("b_back")->tooltip(), QString::fromUtf8("Eine Seite zurück"));
         QCOMPARE(f.bar.tool(key::mainBar, "b_home")->caption(), home);
-        QCOMPARE(f.bar.tool(key::statusBar, "b_security")->tag(), QStringLiteral("|Offen||Sicher"));
+        QCOMPARE(f.bar.tool(key::statusBar, "b_security")->tag(),
+                 QStringLiteral("Not encrypted|Offen||Sicher"));
         QCOMPARE(f.language.text("msg_Exit"), QStringLiteral("Beenden?"));
         QFile::remove(f.appDir + "lng.ini");
         QCOMPARE(f.language.apply(f.bar, "1"), QString());

@@ -1,15 +1,20 @@
 // The popup verdict, one row per rule: which windows a page may open; and the
 // list of the windows it stopped.
+#include "app/Language.h"
 #include "core/ToolKeys.h"
 #include "platform/ClickHook.h"
 #include "protect/BlockedList.h"
 #include "protect/KillList.h"
 #include "protect/PopupBlocker.h"
 #include "protect/PopupVerdict.h"
+#include "protect/SecurityCaption.h"
+#include "protect/SecurityIndicator.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
 #include "tabs/Ellipsis.h"
 
+#include <QFile>
+#include <QKeyEvent>
 #include <QTemporaryDir>
 
 Q_DECLARE_METATYPE(PopupFacts)
@@ -192,6 +197,60 @@ private slots:
         QVERIFY(!blocker.allows(*f.tabs.view(0), {QUrl(longAddress)}));
         QCOMPARE(blocked.address(2), longAddress);
         QCOMPARE(f.bar.band("sub_Blocked")->at(1)->caption(), "2. " + ellipsis(longAddress, 50));
+
+        // A page that moves on by itself is killed; typed, redirected, or
+        // within a moment of a key press or click, it goes.
+        hook.start();
+        f.tabs.newTab("http://third.test/", true);
+        using Kind = platform::NavigationRequest::Kind;
+        const QUrl elsewhere("http://elsewhere.test/");
+        QVERIFY(blocker.allows(*f.view(3), {elsewhere, Kind::Typed, true}));
+        QVERIFY(blocker.allows(*f.view(3), {elsewhere, Kind::Redirect, true}));
+        QObject target;
+        QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
+        QCoreApplication::sendEvent(&target, &enter);
+        f.clock.now += 0.5;
+        QVERIFY(blocker.allows(*f.view(3), {elsewhere, Kind::Link, true}));
+        f.clock.now += 0.1;
+        QVERIFY(!blocker.allows(*f.view(3), {elsewhere, Kind::Other, true}));
+        QCOMPARE(blocked.address(3), "http://elsewhere.test/");
+        QTRY_VERIFY(!f.tabs.view(3));
+    }
+
+    void securityIndicatorShowsTheCurrentTabInWholeLabels()
+    {
+        // The cuts as they stand, the short second label included.
+        const QString list = "Not secure|Mixed|Secure|";
+        QCOMPARE(securityCaption(list, 0), "Not secure");
+        QCOMPARE(securityCaption(list, 1), "Mixed|Secur");
+        QCOMPARE(securityCaption(list, 2), "Secure");
+        QCOMPARE(securityCaption(list, 6), "128-bit");
+        QCOMPARE(securityCaption(list, 7), "");
+        QCOMPARE(securityCaption("no bars", 0), "");
+        QCOMPARE(securityCaption("no bars", 2), "no bar");
+
+        // The shipped skin and language file are laid out to give whole labels.
+        QTemporaryDir dir;
+        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/lng.ini"), dir.filePath("lng.ini")));
+        StripFixture f;
+        Language(dir.path() + '/').apply(f.bar, "1.0.0");
+        SecurityIndicator indicator(f.state, f.bar, f.tabs);
+        f.tabs.newTab("https://a.test/", true);
+        f.tabs.newTab("http://b.test/", true);
+        const platform::Tool* tool = f.bar.tool("sb_Status", "b_security");
+        QCOMPARE(tool->caption(), "Not encrypted");
+        emit f.view(2)->lockLevelChanged(2);
+        QCOMPARE(tool->caption(), "Encrypted");
+        emit f.view(2)->lockLevelChanged(1);
+        QCOMPARE(tool->caption(), "Partly secured");
+        // A tab in the background does not speak; the tab shown next does.
+        emit f.view(1)->lockLevelChanged(2);
+        QCOMPARE(tool->caption(), "Partly secured");
+        f.view(1)->securityFacet.level = 2;
+        f.tabs.activateTab(1);
+        QCOMPARE(tool->caption(), "Encrypted");
+        f.tabs.activateTab(2);
+        QCOMPARE(tool->caption(), "Not encrypted");
     }
 };
 

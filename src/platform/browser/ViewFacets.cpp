@@ -23,11 +23,11 @@ QString editCommandName(EditCommand command)
     return {};
 }
 
-int lockLevel(const QUrl& url, bool certificateOverridden)
+int lockLevel(const QUrl& url, bool weakened)
 {
     if (url.scheme() != QLatin1String("https") && url.scheme() != QLatin1String("wss"))
         return 0;
-    return certificateOverridden ? 1 : 2;
+    return weakened ? 1 : 2;
 }
 
 } // namespace platform

@@ -106,9 +106,10 @@ public:
     virtual int lockLevel() const = 0;
 };
 
-// Only an https page can be secure; it is mixed when the user let an untrusted
-// certificate of its host through. Every other page is not secure.
-int lockLevel(const QUrl& url, bool certificateOverridden);
+// Only an https page can be secure; it is mixed when it is weakened: the user
+// let an untrusted certificate of its host through, or it asked for content
+// over an unencrypted connection. Every other page is not secure.
+int lockLevel(const QUrl& url, bool weakened);
 
 // Whether the whole browser works offline: no request leaves the machine.
 class ConnectionState

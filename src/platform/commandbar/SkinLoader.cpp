@@ -288,7 +288,8 @@ private:
     {
         const QString& name = token.name;
         static const QSet<QString> texts{QStringLiteral("caption"), QStringLiteral("tip"),
-                                         QStringLiteral("icon"), QStringLiteral("shortcut")};
+                                         QStringLiteral("icon"), QStringLiteral("shortcut"),
+                                         QStringLiteral("tag")};
         static const QSet<QString> flags{QStringLiteral("check"), QStringLiteral("checked"),
                                          QStringLiteral("disabled"), QStringLiteral("hidden")};
         static const QSet<QString> numbers{QStringLiteral("id"), QStringLiteral("width"),
@@ -385,6 +386,8 @@ private:
             tool.setIconName(token.value);
         else if (name == QLatin1String("shortcut"))
             tool.setShortcut(token.value);
+        else if (name == QLatin1String("tag"))
+            tool.setTag(token.value);
         else if (name == QLatin1String("check"))
             tool.setCheckable(true);
         else if (name == QLatin1String("checked"))

@@ -99,4 +99,11 @@ QStringList WebEnginePage::chooseFiles(FileSelectionMode mode, const QStringList
     return QWebEnginePage::chooseFiles(mode, oldFiles, acceptedMimeTypes);
 }
 
+void WebEnginePage::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString& message,
+                                             int, const QString&)
+{
+    if (mixedContent && message.startsWith(QLatin1String("Mixed Content")))
+        mixedContent();
+}
+
 } // namespace platform

@@ -6,6 +6,7 @@
 
 #include <QElapsedTimer>
 #include <QWebEnginePage>
+#include <functional>
 
 namespace platform {
 
@@ -18,6 +19,9 @@ public:
     WebEnginePage(EngineProfile& profile, BrowserView& owner, QObject* parent);
 
     bool silent = false;
+    // Called when the engine reports that the page asked for content over an
+    // unencrypted connection.
+    std::function<void()> mixedContent;
 
 protected:
     bool acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) override;
@@ -28,11 +32,10 @@ protected:
                           QString* result) override;
     QStringList chooseFiles(FileSelectionMode mode, const QStringList& oldFiles,
                             const QStringList& acceptedMimeTypes) override;
-    // Page scripts' console output is the page's business, not the program's log.
-    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString&, int,
-                                  const QString&) override
-    {
-    }
+    // Page scripts' console output is the page's business, not the program's
+    // log; the engine's own mixed-content warning is the program's.
+    void javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString& message, int,
+                                  const QString&) override;
 
 private:
     // Shows one script dialog through ask, unless the view is silent or the

@@ -1,0 +1,35 @@
+#include "SecurityIndicator.h"
+#include "SecurityCaption.h"
+#include "core/Keys.h"
+#include "core/MainState.h"
+#include "platform/browser/BrowserView.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+#include "tabs/TabStrip.h"
+
+SecurityIndicator::SecurityIndicator(const MainState& state, platform::CommandBar& bar,
+                                     TabStrip& tabs)
+    : bar_(bar)
+{
+    QObject::connect(&tabs, &TabStrip::viewCreated, &context_,
+                     [this, &state](platform::BrowserView* view) {
+                         QObject::connect(view, &platform::BrowserView::lockLevelChanged, &context_,
+                                          [this, &state, view](int level) {
+                                              if (view->index() == state.currentTab)
+                                                  show(level);
+                                          });
+                     });
+    QObject::connect(&tabs, &TabStrip::activeTabRefreshed, &context_,
+                     [this](platform::BrowserView* view) { show(view->security().lockLevel()); });
+}
+
+void SecurityIndicator::show(int level)
+{
+    platform::Tool* tool =
+        bar_.tool(QLatin1String(key::statusBar), QLatin1String(key::securityTool));
+    if (!tool)
+        return;
+    const QString caption = securityCaption(tool->tag(), level);
+    if (caption != tool->caption())
+        tool->setCaption(caption);
+}

@@ -1,0 +1,27 @@
+#pragma once
+// The status tool b_security: the lock state of the current tab's page as a
+// caption cut from the tool's label list. Shown afresh when another tab
+// becomes the current one, so the indicator never vouches for a page that is
+// not shown.
+#include <QObject>
+
+class TabStrip;
+struct MainState;
+
+namespace platform {
+class BrowserView;
+class CommandBar;
+} // namespace platform
+
+class SecurityIndicator
+{
+public:
+    SecurityIndicator(const MainState& state, platform::CommandBar& bar, TabStrip& tabs);
+
+private:
+    void show(int level);
+
+    platform::CommandBar& bar_;
+    // Ends every connection to the views when the indicator goes.
+    QObject context_;
+};
