@@ -31,7 +31,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
       favourites_(*this, dialogs, commands_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
-      protect_(state_, bar_, tabs_.strip(), factory, clickHook_, clock, commands_),
+      protect_(state_, bar_, tabs_.strip(), factory, clickHook_, clock, shell, commands_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;

@@ -3,6 +3,7 @@
 
 #include "Dialogs.h"
 
+#include <QAudioDevice>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDateTime>
@@ -10,11 +11,16 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
+#include <QMediaDevices>
 #include <QMimeDatabase>
 #include <QProcess>
+#include <QSoundEffect>
 #include <QUrl>
 
 namespace platform {
+
+DesktopShell::DesktopShell() = default;
+DesktopShell::~DesktopShell() = default;
 
 bool DesktopShell::open(const QString& address)
 {
@@ -48,6 +54,18 @@ bool DesktopShell::showProperties(const QString& path)
     call << QStringList{QUrl::fromLocalFile(path).toString()} << QString();
     // A file manager started for the call answers within a few seconds.
     return bus.call(call, QDBus::Block, 5000).type() == QDBusMessage::ReplyMessage;
+}
+
+void DesktopShell::playSound(const QString& path)
+{
+    if (!QFileInfo(path).isFile() || QMediaDevices::audioOutputs().isEmpty())
+        return;
+    if (!sound_)
+        sound_ = std::make_unique<QSoundEffect>();
+    const QUrl source = QUrl::fromLocalFile(path);
+    if (sound_->source() != source)
+        sound_->setSource(source);
+    sound_->play();
 }
 
 void showFileProperties(const QString& path, Shell& shell, Dialogs& dialogs)

@@ -1,10 +1,13 @@
 #pragma once
 // What the program asks of the desktop: open an address with the program the
-// desktop chose for it (a mailto: text opens a new mail message), or start its
-// address book, start a program, or show a file's properties. DesktopShell asks the desktop; tests
-// record the calls instead.
+// desktop chose for it (a mailto: text opens a new mail message), start its
+// address book, start a program, show a file's properties, or play a sound.
+// DesktopShell asks the desktop; tests record the calls instead.
 #include <QString>
 #include <QStringList>
+#include <memory>
+
+class QSoundEffect;
 
 namespace platform {
 
@@ -20,15 +23,26 @@ public:
     virtual bool start(const QString& program, const QStringList& arguments) = 0;
     // The file manager's properties of a file; false when none answers.
     virtual bool showProperties(const QString& path) = 0;
+    // Plays a sound file without waiting; nothing happens without a file or
+    // an audio device.
+    virtual void playSound(const QString& path) = 0;
 };
 
 class DesktopShell : public Shell
 {
 public:
+    DesktopShell();
+    ~DesktopShell() override;
     bool open(const QString& address) override;
     bool openAddressBook() override;
     bool start(const QString& program, const QStringList& arguments) override;
     bool showProperties(const QString& path) override;
+    void playSound(const QString& path) override;
+
+private:
+    // Made at the first sound, so a program that never plays one never
+    // starts the audio system.
+    std::unique_ptr<QSoundEffect> sound_;
 };
 
 class Dialogs;

@@ -5,6 +5,7 @@
 #include "core/MainState.h"
 #include "platform/ClickHook.h"
 #include "platform/Clock.h"
+#include "platform/Shell.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/Tool.h"
 #include "tabs/Ellipsis.h"
@@ -28,8 +29,9 @@ bool samePoint(QPoint a, QPoint b)
 
 PopupBlocker::PopupBlocker(const MainState& state, const platform::CommandBar& bar, TabStrip& tabs,
                            const platform::ClickHook& hook, const platform::Clock& clock,
-                           BlockedList& blocked, const KillList& killList)
-    : state_(state), bar_(bar), hook_(hook), clock_(clock), blocked_(blocked), killList_(killList)
+                           platform::Shell& shell, BlockedList& blocked, const KillList& killList)
+    : state_(state), bar_(bar), hook_(hook), clock_(clock), shell_(shell), blocked_(blocked),
+      killList_(killList)
 {
     QObject::connect(&tabs, &TabStrip::viewCreated, &context_, [this](platform::BrowserView* view) {
         const int index = view->index();
@@ -92,6 +94,7 @@ PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
 {
     if (windowAllowed(factsFor(opener)))
         return Verdict::OpenInNewTab;
+    sound();
     // A window that names its address is listed now and never made: loading
     // it into the catch view would cost a page set-up per window, which a
     // storm of them turns into seconds. One that names none goes to the catch
@@ -120,6 +123,11 @@ bool PopupBlocker::unasked(const platform::BrowserView& view,
     return input < 0 || clock_.secondsSinceMidnight() - input > pressWindowSeconds;
 }
 
+void PopupBlocker::sound()
+{
+    shell_.playSound(state_.appDir + QStringLiteral("block.wav"));
+}
+
 void PopupBlocker::record(const QString& address)
 {
     blocked_.record(ellipsis(address, 50), address);
@@ -138,6 +146,7 @@ bool PopupBlocker::allows(platform::BrowserView& view, const platform::Navigatio
     if (!killList_.lists(request.url) && !unasked(view, request))
         return true;
     blocked_.record(address, address);
+    sound();
     // Closed once the engine is done asking, as when a page closes its window.
     QMetaObject::invokeMethod(
         &view, [&view] { emit view.windowClosing(false); }, Qt::QueuedConnection);

@@ -25,6 +25,7 @@ namespace platform {
 class ClickHook;
 class Clock;
 class CommandBar;
+class Shell;
 } // namespace platform
 
 class PopupBlocker : public platform::NewWindowPolicy, public platform::NavigationPolicy
@@ -35,7 +36,7 @@ public:
 
     PopupBlocker(const MainState& state, const platform::CommandBar& bar, TabStrip& tabs,
                  const platform::ClickHook& hook, const platform::Clock& clock,
-                 BlockedList& blocked, const KillList& killList);
+                 platform::Shell& shell, BlockedList& blocked, const KillList& killList);
 
     Verdict decide(platform::BrowserView& opener,
                    const platform::NewWindowRequest& request) override;
@@ -47,6 +48,7 @@ private:
     bool unasked(const platform::BrowserView& view,
                  const platform::NavigationRequest& request) const;
     void record(const QString& address);
+    void sound();
 
     struct Records
     {
@@ -60,6 +62,7 @@ private:
     const platform::CommandBar& bar_;
     const platform::ClickHook& hook_;
     const platform::Clock& clock_;
+    platform::Shell& shell_;
     BlockedList& blocked_;
     const KillList& killList_;
     QHash<int, Records> records_;

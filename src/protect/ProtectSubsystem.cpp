@@ -8,9 +8,9 @@
 ProtectSubsystem::ProtectSubsystem(const MainState& state, platform::CommandBar& bar,
                                    TabStrip& tabs, platform::BrowserViewFactory& views,
                                    const platform::ClickHook& hook, const platform::Clock& clock,
-                                   CommandDispatcher& commands)
+                                   platform::Shell& shell, CommandDispatcher& commands)
     : blocked_(bar, tabs, commands), killList_(state.appDir),
-      blocker_(state, bar, tabs, hook, clock, blocked_, killList_),
+      blocker_(state, bar, tabs, hook, clock, shell, blocked_, killList_),
       content_(state, bar, tabs, commands), security_(state, bar, tabs)
 {
     tabs.setNewWindowPolicy(blocker_);

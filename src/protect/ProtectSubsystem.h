@@ -11,14 +11,16 @@
 
 namespace platform {
 class BrowserViewFactory;
-}
+class Shell;
+} // namespace platform
 
 class ProtectSubsystem
 {
 public:
     ProtectSubsystem(const MainState& state, platform::CommandBar& bar, TabStrip& tabs,
                      platform::BrowserViewFactory& views, const platform::ClickHook& hook,
-                     const platform::Clock& clock, CommandDispatcher& commands);
+                     const platform::Clock& clock, platform::Shell& shell,
+                     CommandDispatcher& commands);
 
 private:
     BlockedList blocked_;

@@ -99,5 +99,8 @@ inline void clickPage(platform::WebEngineBrowserView* view, QPoint point)
     // A page shown again after its tab was parked takes a moment to be drawn
     // and hit-tested; clicks before that are lost.
     QTest::qWait(1000);
-    QTest::mouseClick(surface, Qt::LeftButton, {}, point);
+    // A finger holds the button down a moment; the page hears the press first.
+    QTest::mousePress(surface, Qt::LeftButton, {}, point);
+    QTest::qWait(80);
+    QTest::mouseRelease(surface, Qt::LeftButton, {}, point);
 }

@@ -131,7 +131,9 @@ public:
         opened << QStringLiteral("properties ") + path;
         return handled;
     }
+    void playSound(const QString& path) override { played << path; }
     QStringList opened;
+    QStringList played;
     bool handled = true;
 };
 

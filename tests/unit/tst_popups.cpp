@@ -179,7 +179,8 @@ private slots:
         f.tabs.newTab("http://opener.test/", true);
         BlockedList blocked(f.bar, f.tabs, f.commands);
         platform::ClickHook hook(f.clock);
-        PopupBlocker blocker(f.state, f.bar, f.tabs, hook, f.clock, blocked, read);
+        RecordingShell shell;
+        PopupBlocker blocker(f.state, f.bar, f.tabs, hook, f.clock, shell, blocked, read);
         platform::NavigationRequest request{QUrl("http://x.ads.test/"),
                                             platform::NavigationRequest::Kind::Other, true};
         QVERIFY(blocker.allows(*f.view(2), request));
@@ -189,6 +190,7 @@ private slots:
         request.mainFrame = true;
         QVERIFY(!blocker.allows(*f.view(2), request));
         QCOMPARE(blocked.address(1), "http://x.ads.test/");
+        QCOMPARE(shell.played, QStringList{f.state.appDir + "block.wav"});
         QTRY_VERIFY(!f.tabs.view(2));
         QVERIFY(f.tabs.view(1));
 
@@ -196,6 +198,7 @@ private slots:
         const QString longAddress = "http://popup.test/" + QString(60, 'a');
         QVERIFY(!blocker.allows(*f.tabs.view(0), {QUrl(longAddress)}));
         QCOMPARE(blocked.address(2), longAddress);
+        QCOMPARE(shell.played.size(), 1);
         QCOMPARE(f.bar.band("sub_Blocked")->at(1)->caption(), "2. " + ellipsis(longAddress, 50));
 
         // A page that moves on by itself is killed; typed, redirected, or
