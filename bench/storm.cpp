@@ -56,7 +56,9 @@ int main(int argc, char** argv)
         const qint64 started = bench::now();
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, &app, [&] {
-            if (!count->caption().endsWith(expected))
+            const platform::BrowserView* page = window.parts().tabs.view(1);
+            if (!count->caption().endsWith(expected) ||
+                page->readyState() != platform::BrowserView::Complete)
                 return;
             bench::report("storm", bench::now() - started);
             bench::report("gap", longestGap);
