@@ -7,6 +7,7 @@
 #include <QCompleter>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QWheelEvent>
 
 AddressBar::AddressBar(QComboBox& box, TabStrip& tabs) : box_(box), tabs_(tabs)
 {
@@ -75,6 +76,15 @@ void AddressBar::navigateFromAddressBar(bool newTab)
     emit addressSent(address);
 }
 
+void AddressBar::showEntry(int index)
+{
+    if (box_.count() == 0)
+        return;
+    // Choosing the index shows the entry's text; only activated sends it.
+    box_.setCurrentIndex(std::clamp(index, 0, box_.count() - 1));
+    box_.lineEdit()->selectAll();
+}
+
 bool AddressBar::focusFlag() const
 {
     return box_.count() > 0 && box_.itemData(0).toInt() == 1;
@@ -98,8 +108,32 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event)
     case QEvent::FocusOut:
         setFocusFlag(0);
         break;
+    case QEvent::Wheel:
+        showEntry(box_.currentIndex() +
+                  (static_cast<QWheelEvent*>(event)->angleDelta().y() > 0 ? -1 : 1));
+        return true;
     case QEvent::KeyPress: {
         const auto* key = static_cast<QKeyEvent*>(event);
+        // Moving through the closed list only shows an entry (the box would
+        // send each one it passed); Alt+Down still opens the list.
+        if (!fromSuggestions && !(key->modifiers() & Qt::AltModifier)) {
+            switch (key->key()) {
+            case Qt::Key_Up:
+                showEntry(box_.currentIndex() - 1);
+                return true;
+            case Qt::Key_Down:
+                showEntry(box_.currentIndex() + 1);
+                return true;
+            case Qt::Key_PageUp:
+                showEntry(0);
+                return true;
+            case Qt::Key_PageDown:
+                showEntry(box_.count() - 1);
+                return true;
+            default:
+                break;
+            }
+        }
         if (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter)
             break;
         const Qt::KeyboardModifiers shiftState =

@@ -1,9 +1,9 @@
 #pragma once
 // The address bar: the editable combo cbo_Input. Enter sends its text to the
-// current tab, Ctrl+Enter to a new tab, choosing an entry of its list sends
-// that entry. Its list is "About:Blank" and the typed addresses; it writes
-// nothing back itself (addressSent lets the platform record the address).
-// The data of list item 0 tells whether the box has the keyboard focus.
+// current tab, Ctrl+Enter to a new tab, choosing an entry of its open list
+// sends that entry; keys and the wheel on the closed list only show one. Its list is "About:Blank"
+// and the typed addresses; it writes nothing back itself (addressSent lets the platform record the
+// address). The data of list item 0 tells whether the box has the keyboard focus.
 #include <QObject>
 
 class QComboBox;
@@ -42,6 +42,7 @@ protected:
 
 private:
     void setFocusFlag(int value);
+    void showEntry(int index);
 
     QComboBox& box_;
     TabStrip& tabs_;

@@ -26,6 +26,10 @@ void ActiveTabSignals::watch(BrowserView* view)
         if (active(view))
             emit loadStarted(view);
     });
+    connect(view, &BrowserView::documentComplete, this, [this, view] {
+        if (active(view))
+            emit documentComplete(view);
+    });
     connect(view, &BrowserView::fullScreenRequested, this, [this, view](bool on) {
         if (active(view))
             emit fullScreenRequested(view, on);

@@ -24,6 +24,7 @@ signals:
     void progressChanged(platform::BrowserView* view);
     void titleChanged(platform::BrowserView* view, const QString& title);
     void loadStarted(platform::BrowserView* view);
+    void documentComplete(platform::BrowserView* view);
     void fullScreenRequested(platform::BrowserView* view, bool fullScreen);
 
 private:

@@ -30,6 +30,12 @@ ViewEvents::ViewEvents(MainState& state, platform::CommandBar& bar, TabStrip& ta
     connect(&active, &ActiveTabSignals::progressChanged, this,
             [this](BrowserView* view) { display_.setProgress(percentOf(view->index())); });
     connect(&active, &ActiveTabSignals::titleChanged, this, &ViewEvents::activeTitle);
+    // A page without a title (a blank one) never sends one: the box shows
+    // its address once it has loaded all the same.
+    connect(&active, &ActiveTabSignals::documentComplete, this, [this](BrowserView* view) {
+        if (const QString address = shownAddress(*view); display_.addressText() != address)
+            display_.setAddressText(address);
+    });
     connect(&active, &ActiveTabSignals::fullScreenRequested, this,
             [this](BrowserView*, bool on) { emit pageFullScreen(on); });
 }

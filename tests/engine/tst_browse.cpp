@@ -18,6 +18,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QWebEngineView>
+#include <QWheelEvent>
 #include <csignal>
 
 using namespace platform;
@@ -158,6 +159,39 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(
             !status.isEmpty() && !status.last()[0].toString().startsWith("Opening"), 20000);
         QCOMPARE(status.last()[0].toString(), QStringLiteral("Done"));
+    }
+
+    void theAddressListOnlyNavigatesWhenChosen()
+    {
+        EngineApp app;
+        MainWindow& w = *app.window;
+        WebEngineBrowserView* view = app.startAt(server.url("/one.html"), "Page One");
+        QVERIFY(view);
+        QComboBox* box = w.parts().addressBox;
+        box->addItem(server.url("/two.html"));
+        box->setFocus();
+        // Keys and the wheel move through the list; the page stays.
+        QTest::keyClick(box, Qt::Key_Down);
+        QCOMPARE(box->currentText(), QStringLiteral("About:Blank"));
+        QTest::keyClick(box, Qt::Key_PageDown);
+        QCOMPARE(box->currentText(), server.url("/two.html"));
+        QTest::keyClick(box, Qt::Key_Up);
+        QWheelEvent wheel({5, 5}, box->mapToGlobal(QPoint(5, 5)), {}, {0, -120}, Qt::NoButton, {},
+                          Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(box, &wheel);
+        QCOMPARE(box->currentText(), server.url("/two.html"));
+        QTest::qWait(500);
+        QCOMPARE(view->locationUrl(), server.url("/one.html"));
+        QCOMPARE(view->readyState(), BrowserView::Complete);
+
+        // Enter sends the entry shown: a plain blank page, whose address the
+        // box then shows.
+        QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(box->currentText(), QStringLiteral("About:Blank"));
+        QTest::keyClick(box, Qt::Key_Return);
+        QTRY_COMPARE_WITH_TIMEOUT(view->readyState(), BrowserView::Complete, 20000);
+        QTRY_COMPARE(view->locationUrl(), QStringLiteral("about:blank"));
+        QTRY_COMPARE(box->currentText(), QStringLiteral("about:blank"));
     }
 
     void clickRecordsComeBeforeTheWindowTheyOpen()
