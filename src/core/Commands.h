@@ -103,7 +103,7 @@ using enum Command;
 inline constexpr std::array commandTable = {
     CommandInfo{NewTab, "b_newt", Nothing},
     CommandInfo{NewTabHome, "b_new2", Nothing},
-    CommandInfo{DuplicateTab, "b_new3", CurrentTab},
+    CommandInfo{DuplicateTab, "b_new3", TargetTab},
     CommandInfo{OpenFromCompanion, "spe_sNew1", Nothing},
     CommandInfo{Back, "b_back", CurrentTab},
     CommandInfo{Forward, "b_forward", CurrentTab},

@@ -122,6 +122,15 @@ private slots:
         bar.reportClick(bar.tool(key::fileMenu, "b_saveas"));
         commands.run(cmd::Command::CloseTab);
         QCOMPARE(ran, (QList<int>{1, 2, 1, 1}));
+
+        // Every entry of the shipped tab menu that acts on a tab acts on the
+        // tab the menu was opened for.
+        const Band* tabMenu = bar.band(key::tabMenu);
+        for (int i = 0; i < tabMenu->count(); ++i) {
+            const cmd::CommandInfo* command = cmd::find(tabMenu->at(i)->key());
+            if (command && command->actsOn != cmd::ActsOn::Nothing)
+                QVERIFY2(command->actsOn == cmd::ActsOn::TargetTab, command->key);
+        }
     }
 };
 
