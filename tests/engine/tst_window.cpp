@@ -114,6 +114,37 @@ private slots:
         QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
     }
 
+    void menusOpenFromTheKeyboard()
+    {
+        App app;
+        MainWindow& w = *app.window;
+        WebEngineBrowserView* view = app.startAt(server.url("/one.html"), "Page One");
+        QVERIFY(view);
+        QMenu* file = w.parts().barWidgets->menu(key::fileMenu);
+        w.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&w));
+        view->focusPage();
+        QTRY_VERIFY(QApplication::focusWidget());
+        // Alt and a menu's underlined letter opens it.
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::AltModifier);
+        QTRY_VERIFY(file->isVisible());
+        QTest::keyClick(file, Qt::Key_Escape);
+        QTRY_VERIFY(!file->isVisible());
+        // F10 opens the first menu, even from the page.
+        view->focusPage();
+        QTRY_VERIFY(QApplication::focusWidget() != w.menuBar());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F10);
+        QTRY_VERIFY(file->isVisible());
+        QTest::keyClick(file, Qt::Key_Escape);
+        QTRY_VERIFY(!file->isVisible());
+        // The keyboard goes on from menu to menu.
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F10);
+        QTRY_VERIFY(file->isVisible());
+        QTest::keyClick(file, Qt::Key_Right);
+        QTRY_VERIFY(w.parts().barWidgets->menu("sub_Edit")->isVisible());
+        QTest::keyClick(w.parts().barWidgets->menu("sub_Edit"), Qt::Key_Escape);
+    }
+
     void tabMenuAndShortcutsOnTheRealBar()
     {
         App app;

@@ -13,6 +13,7 @@
 class QAction;
 class QMainWindow;
 class QMenu;
+class QMenuBar;
 class QTabWidget;
 class QToolBar;
 
@@ -40,6 +41,7 @@ protected:
 
 private:
     void createContainer(Band& band);
+    void enableMenuKeys(QMenuBar& menuBar);
     void addToolBars();
     void insertAction(Band* band, int index);
     void removeAction(Band* band, int index);
