@@ -1,8 +1,12 @@
-// The profile-string reader and writer on any file: read, write, read again.
+// The profile-string reader and writer on any file, and on its text saved as
+// UTF-16: read, write, read again.
 // No crash; what was written reads back; every line the write does not own
 // stays byte for byte, in its place.
 #include "FuzzSupport.h"
 #include "platform/ini/ProfileFile.h"
+
+#include <QStringDecoder>
+#include <QStringEncoder>
 
 namespace {
 
@@ -25,6 +29,16 @@ QList<QByteArray> linesOf(const QByteArray& bytes)
     if (bytes.endsWith('\n'))
         lines.removeLast();
     return lines;
+}
+
+// The lines of a file as bytes to compare: a UTF-16 file's as UTF-8.
+QByteArray lineBytes(const QByteArray& file)
+{
+    if (file.startsWith("\xFF\xFE"))
+        return QString(QStringDecoder(QStringDecoder::Utf16LE).decode(file)).toUtf8();
+    if (file.startsWith("\xFE\xFF"))
+        return QString(QStringDecoder(QStringDecoder::Utf16BE).decode(file)).toUtf8();
+    return file;
 }
 
 // After is before with at most one line replaced, or a line inserted, or two
@@ -61,10 +75,31 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (!file.writeString(section, key, value))
         abort();
     const QByteArray written = fuzz::readFile(path);
-    if (!keptAround(parts[3], written))
+    if (!keptAround(lineBytes(parts[3]), lineBytes(written)))
         abort();
     if (plain(section, key, value) && fuzz::holds(parts[3], {section, key, value}) &&
         file.readString(section, key, "?") != value)
+        abort();
+
+    // The same text saved as UTF-16, of an order the input picks: the write
+    // keeps the encoding and every other line.
+    const bool little = size % 2 == 0;
+    const QByteArray mark = little ? QByteArray("\xFF\xFE") : QByteArray("\xFE\xFF");
+    const QString text = QString::fromUtf8(parts[3]);
+    fuzz::writeFile(path, mark + QByteArray(QStringEncoder(little ? QStringEncoder::Utf16LE
+                                                                  : QStringEncoder::Utf16BE)
+                                                .encode(text)));
+    file.readString(section, key);
+    if (!file.writeString(section, key, value))
+        abort();
+    const QByteArray wide = fuzz::readFile(path);
+    if (!wide.startsWith(mark))
+        abort();
+    const QString back =
+        QStringDecoder(little ? QStringDecoder::Utf16LE : QStringDecoder::Utf16BE).decode(wide);
+    if (!keptAround(text.toUtf8(), lineBytes(wide)))
+        abort();
+    if (plain(section, key, value) && file.readString(section, key, "?") != value)
         abort();
     return 0;
 }

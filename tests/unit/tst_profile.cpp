@@ -7,6 +7,7 @@
 #include "support/Files.h"
 #include "support/TestMain.h"
 
+#include <QStringEncoder>
 #include <QTemporaryDir>
 
 using platform::ProfileFile;
@@ -74,6 +75,17 @@ private slots:
                                                   << "K" << QString::fromUtf8("Caf\u00e9") << 0;
         QTest::newRow("UTF-8") << QByteArray("[S]\nK=Caf\xc3\xa9\n") << "S"
                                << "K" << QString::fromUtf8("Caf\u00e9") << 0;
+        const QString wide = QString::fromUtf8("[S]\r\nK=Caf\u00e9 \u4e2d\r\n");
+        QTest::newRow("UTF-16 LE")
+            << QByteArray("\xFF\xFE") +
+                   QByteArray(QStringEncoder(QStringEncoder::Utf16LE).encode(wide))
+            << "S"
+            << "K" << QString::fromUtf8("Caf\u00e9 \u4e2d") << 0;
+        QTest::newRow("UTF-16 BE")
+            << QByteArray("\xFE\xFF") +
+                   QByteArray(QStringEncoder(QStringEncoder::Utf16BE).encode(wide))
+            << "S"
+            << "K" << QString::fromUtf8("Caf\u00e9 \u4e2d") << 0;
     }
     void reading()
     {
@@ -101,6 +113,17 @@ private slots:
         QVERIFY(ProfileFile(latin).writeString("S", "K", "2"));
         QCOMPARE(readFile(latin), QByteArray("; caf\xe9 \xa7\n[S]\nK=2\n"));
         QCOMPARE(ProfileFile(latin).readString("Other", "X", "d"), QStringLiteral("d"));
+        // A UTF-16 file stays UTF-16 of its order, its other lines as they were.
+        for (const auto encoding : {QStringEncoder::Utf16LE, QStringEncoder::Utf16BE}) {
+            const QByteArray mark = encoding == QStringEncoder::Utf16LE ? "\xFF\xFE" : "\xFE\xFF";
+            const QString before = QString::fromUtf8("; caf\u00e9\r\n[S]\r\nK=1\r\n");
+            const QString wide = write(mark + QByteArray(QStringEncoder(encoding).encode(before)));
+            QVERIFY(ProfileFile(wide).writeString("S", "K", QString::fromUtf8("\u4e2d")));
+            QVERIFY(ProfileFile(wide).writeString("New", "N", "n"));
+            QCOMPARE(readFile(wide),
+                     mark + QByteArray(QStringEncoder(encoding).encode(QString::fromUtf8(
+                                "; caf\u00e9\r\n[S]\r\nK=\u4e2d\r\n[New]\r\nN=n\r\n"))));
+        }
         const ProfileFile missing(dir.filePath(QStringLiteral("none/absent.ini")));
         QCOMPARE(missing.readString("S", "K", "d"), QStringLiteral("d"));
         QVERIFY(!missing.writeString("S", "K", "v"));

@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QSaveFile>
 #include <QStringDecoder>
+#include <QStringEncoder>
 #include <QStringList>
 #include <optional>
 
@@ -13,26 +14,73 @@ namespace {
 
 // A file as lines: the bytes of each line as they were (so a write leaves the
 // lines it does not own untouched, whatever their encoding) and their text.
-// Text is UTF-8 when the whole file is valid UTF-8, else Latin-1.
+// A file that begins with a UTF-16 byte-order mark is UTF-16 of that order,
+// as the platform's own profile functions read it, and is written back so;
+// any other is UTF-8 when the whole file is valid UTF-8, else Latin-1.
 struct Lines
 {
+    enum class Encoding { Utf8, Latin1, Utf16LE, Utf16BE };
+
     bool readable = true;
-    bool utf8 = true;
-    QByteArray newline = "\r\n";
+    Encoding encoding = Encoding::Utf8;
+    // A UTF-16 file's byte-order mark; a UTF-8 one stays in the first line.
+    QByteArray mark;
+    bool crlf = true;
     QList<QByteArray> raw;
     QStringList text;
 
+    QByteArray bytesOf(const QString& text) const
+    {
+        switch (encoding) {
+        case Encoding::Utf8:
+            return text.toUtf8();
+        case Encoding::Latin1:
+            return text.toLatin1();
+        case Encoding::Utf16LE:
+            return QStringEncoder(QStringEncoder::Utf16LE).encode(text);
+        case Encoding::Utf16BE:
+            return QStringEncoder(QStringEncoder::Utf16BE).encode(text);
+        }
+        return {};
+    }
     QString decode(QByteArray line) const
     {
         if (line.endsWith('\r'))
             line.chop(1);
-        return utf8 ? QString::fromUtf8(line) : QString::fromLatin1(line);
+        return encoding == Encoding::Utf8 ? QString::fromUtf8(line) : QString::fromLatin1(line);
     }
     QByteArray encode(const QString& line) const
     {
-        return (utf8 ? line.toUtf8() : line.toLatin1()) + (newline == "\r\n" ? "\r" : "");
+        return bytesOf(crlf ? line + QLatin1Char('\r') : line);
+    }
+    QByteArray joined() const
+    {
+        const QByteArray newline = bytesOf(QStringLiteral("\n"));
+        return mark + raw.join(newline) + newline;
     }
 };
+
+void readWide(Lines& lines, const QByteArray& bytes)
+{
+    lines.mark = bytes.left(2);
+    lines.encoding =
+        bytes.startsWith("\xFF\xFE") ? Lines::Encoding::Utf16LE : Lines::Encoding::Utf16BE;
+    QStringDecoder decoder(lines.encoding == Lines::Encoding::Utf16LE ? QStringDecoder::Utf16LE
+                                                                      : QStringDecoder::Utf16BE);
+    // The decoder drops the mark at the start, and only that one.
+    QString all = decoder.decode(bytes);
+    lines.crlf = all.isEmpty() || all.contains(QLatin1String("\r\n"));
+    if (all.endsWith(QLatin1Char('\n')))
+        all.chop(1);
+    if (all.isEmpty())
+        return;
+    for (QString line : all.split(QLatin1Char('\n'))) {
+        lines.raw.append(lines.bytesOf(line));
+        if (line.endsWith(QLatin1Char('\r')))
+            line.chop(1);
+        lines.text.append(line);
+    }
+}
 
 Lines readLines(const QString& path)
 {
@@ -45,13 +93,17 @@ Lines readLines(const QString& path)
         return lines;
     }
     QByteArray bytes = file.readAll();
+    if (bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF")) {
+        readWide(lines, bytes);
+        return lines;
+    }
     QStringDecoder check(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     // The decoder decodes only when its result is taken; stateless, so that a
     // sequence cut off at the end counts as an error.
     const QString decoded = check.decode(bytes);
-    lines.utf8 = !check.hasError();
+    lines.encoding = check.hasError() ? Lines::Encoding::Latin1 : Lines::Encoding::Utf8;
     if (!bytes.isEmpty() && !bytes.contains("\r\n"))
-        lines.newline = "\n";
+        lines.crlf = false;
     if (bytes.endsWith('\n'))
         bytes.chop(1);
     if (bytes.isEmpty())
@@ -59,7 +111,8 @@ Lines readLines(const QString& path)
     lines.raw = bytes.split('\n');
     for (const QByteArray& line : lines.raw)
         lines.text.append(lines.decode(line));
-    if (lines.utf8 && !lines.text.isEmpty() && lines.text.first().startsWith(QChar(0xFEFF)))
+    if (lines.encoding == Lines::Encoding::Utf8 && !lines.text.isEmpty() &&
+        lines.text.first().startsWith(QChar(0xFEFF)))
         lines.text.first().remove(0, 1);
     return lines;
 }
@@ -192,7 +245,7 @@ bool ProfileFile::writeStrings(const QString& section, const Entries& entries) c
     QSaveFile file(path_);
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    file.write(lines.raw.join('\n') + '\n');
+    file.write(lines.joined());
     return file.commit();
 }
 

@@ -3,7 +3,8 @@
 // section and key names match case-insensitively, blanks around keys and
 // values are dropped, one pair of surrounding quotes is removed from a value,
 // and a write changes only its own line, keeping every other line, comment
-// and unknown key as it was. Writes are atomic.
+// and unknown key as it was. A file saved as UTF-16 with a byte-order mark is
+// read as such and written back in it. Writes are atomic.
 #include <QList>
 #include <QString>
 #include <utility>
