@@ -114,6 +114,7 @@ bool MainWindow::start(const QString& commandLineAddress)
     history_.fillAddressList();
     settings_.load();
     factory_.setHomeAddress(settings_.homePage());
+    factory_.setSearchAddress(settings_.searchAddress());
 
     bar_.setPagePicture(QIcon(controls_.pageIcon()->pixmap()));
     tabs_.strip().createCatchView();

@@ -10,6 +10,7 @@ namespace {
 const QString section = QStringLiteral("QUB-BROWSER");
 const QString proxyKey = QStringLiteral("PROXY_IP");
 const QString homeKey = QStringLiteral("HOMEPAGE");
+const QString searchKey = QStringLiteral("SEARCHURL");
 const QString emptyProxy = QStringLiteral("Empty");
 constexpr int firstProxyId = 3011;
 
@@ -60,6 +61,8 @@ void Settings::load()
     homePage_ = platform::ReadIniString(fileName(), section, homeKey);
     if (homePage_.isEmpty())
         homePage_ = defaultHomePage;
+
+    searchAddress_ = file.readString(section, searchKey, QLatin1String(defaultSearchAddress));
 
     const QString proxy = platform::ReadIniString(fileName(), section, proxyKey);
     connection_.setProxy(proxy);

@@ -25,11 +25,17 @@ public:
     // file could not be written.
     bool setHomePage(const QString& address);
 
+    // Where typed words go: the file's SEARCHURL, an address with "{query}"
+    // for the words; a present but empty key means no search service.
+    const QString& searchAddress() const { return searchAddress_; }
+
     static constexpr const char* defaultHomePage = "about:blank";
+    static constexpr const char* defaultSearchAddress = "https://duckduckgo.com/?q={query}";
 
 private:
     QString appDir_;
     platform::CommandBar& bar_;
     platform::ConnectionHelper& connection_;
     QString homePage_ = defaultHomePage;
+    QString searchAddress_ = defaultSearchAddress;
 };

@@ -45,8 +45,6 @@ QString AddressBar::narrowTrim(const QString& text)
     QString head = text.left(4);
     while (head.startsWith(' '))
         head.remove(0, 1);
-    while (head.endsWith(' '))
-        head.chop(1);
     return head + text.mid(4);
 }
 

@@ -20,8 +20,8 @@ class AddressBar : public QObject
 public:
     AddressBar(QComboBox& box, TabStrip& tabs);
 
-    // Blanks are taken off the ends of the first four characters only, and
-    // only when the text is longer than four.
+    // Leading blanks are taken off the first four characters only, and only
+    // when the text is longer than four.
     static QString narrowTrim(const QString& text);
 
     // Appends "url0" (when present), then "url1", "url2"... up to the first

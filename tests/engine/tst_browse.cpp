@@ -50,6 +50,7 @@ private slots:
     void initTestCase()
     {
         server.setPage("/one.html", titled("Page One"));
+        server.setPage("/search.html", titled("Search"));
         server.setPage("/two.html", titled("Page Two"));
         server.setPage("/long.html", titled("Salt &amp; pepper, thirty chars"));
         server.setPage("/opener.html", withButton("window.open('/child.html')"));
@@ -170,12 +171,16 @@ private slots:
         QComboBox* box = w.parts().addressBox;
         box->addItem(server.url("/two.html"));
         box->setFocus();
-        // Keys and the wheel move through the list; the page stays.
-        QTest::keyClick(box, Qt::Key_Down);
+        // Keys and the wheel move through the list (the typed addresses of
+        // earlier runs among them); the page stays.
+        QTest::keyClick(box, Qt::Key_PageUp);
         QCOMPARE(box->currentText(), QStringLiteral("About:Blank"));
+        QTest::keyClick(box, Qt::Key_Down);
+        QCOMPARE(box->currentText(), box->itemText(1));
         QTest::keyClick(box, Qt::Key_PageDown);
         QCOMPARE(box->currentText(), server.url("/two.html"));
         QTest::keyClick(box, Qt::Key_Up);
+        QCOMPARE(box->currentText(), box->itemText(box->count() - 2));
         QWheelEvent wheel({5, 5}, box->mapToGlobal(QPoint(5, 5)), {}, {0, -120}, Qt::NoButton, {},
                           Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(box, &wheel);
@@ -186,12 +191,26 @@ private slots:
 
         // Enter sends the entry shown: a plain blank page, whose address the
         // box then shows.
-        QTest::keyClick(box, Qt::Key_Up);
+        QTest::keyClick(box, Qt::Key_PageUp);
         QCOMPARE(box->currentText(), QStringLiteral("About:Blank"));
         QTest::keyClick(box, Qt::Key_Return);
         QTRY_COMPARE_WITH_TIMEOUT(view->readyState(), BrowserView::Complete, 20000);
         QTRY_COMPARE(view->locationUrl(), QStringLiteral("about:blank"));
         QTRY_COMPARE(box->currentText(), QStringLiteral("about:blank"));
+
+        // Words go to the search service; an address without a scheme to the address.
+        app.factory.setSearchAddress(server.url("/search.html?q={query}"));
+        typeAddress(w, "two words");
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Search"), 20000);
+        QCOMPARE(view->locationUrl(), server.url("/search.html?q=two words"));
+        typeAddress(w, server.url("/one.html").mid(7));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Page One"), 20000);
+        // With no service the tab says what it could not do with the words.
+        app.factory.setSearchAddress({});
+        typeAddress(w, "more <b>words</b>");
+        QTRY_VERIFY(view->notice() && view->notice()->isVisible());
+        QCOMPARE(view->notice()->heading(), QStringLiteral("Not an address"));
+        QCOMPARE(server.requests("/search.html"), 1);
     }
 
     void clickRecordsComeBeforeTheWindowTheyOpen()

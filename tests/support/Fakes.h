@@ -83,6 +83,7 @@ public:
         return view;
     }
     void setHomeAddress(const QString& address) override { home = address; }
+    void setSearchAddress(const QString& searchTemplate) override { search = searchTemplate; }
     void setNavigationPolicy(platform::NavigationPolicy& policy) override
     {
         navigationPolicy = &policy;
@@ -91,6 +92,7 @@ public:
     platform::PrivateData& privateData() override { return privacy; }
     std::vector<FakeBrowserView*> created;
     QString home;
+    QString search;
     platform::NavigationPolicy* navigationPolicy = nullptr;
     FakeConnection connectionState;
     FakePrivateData privacy;

@@ -65,8 +65,8 @@ private slots:
                                               << "abcdef  ";
         QTest::newRow("a long blank run keeps its fifth blank") << "     x.test"
                                                                 << " x.test";
-        QTest::newRow("blank inside the first four") << "ab  cd"
-                                                     << "abcd";
+        QTest::newRow("words keep their blanks") << "two words"
+                                                 << "two words";
         QTest::newRow("empty") << ""
                                << "";
     }

@@ -90,6 +90,18 @@ private slots:
         QCOMPARE(urlFromAddress("https://Example.org/Path?Q=A"),
                  QUrl("https://example.org/Path?Q=A"));
 
+        // Typed words are searched for; anything that names a place is an address.
+        for (const char* address :
+             {"example.org/path", "localhost:8080", "LOCALHOST", "host:8080/x", "192.168.1.1",
+              "[::1]:80", "about:Blank", "view-source:http://a.test/", "/home/me/My File.html",
+              "~/notes.html", "C:\\dir\\page.htm", " https://a.test/a b "})
+            QVERIFY2(isAddress(address), address);
+        for (const char* words : {"two words", "news", "what:is this", "what:is", "", "  "})
+            QVERIFY2(!isAddress(words), words);
+        QCOMPARE(searchUrl("https://s.test/?q={QUERY}&from={query}", " caf\u00e9 & <tea>  cups"),
+                 QUrl("https://s.test/?q=caf%C3%A9%20%26%20%3Ctea%3E%20cups&from=caf%C3%A9%20%26%20"
+                      "%3Ctea%3E%20cups"));
+
         QCOMPARE(lockLevel(QUrl("http://example.org/"), false), 0);
         QCOMPARE(lockLevel(QUrl("http://example.org/"), true), 0);
         QCOMPARE(lockLevel(QUrl("https://example.org/"), false), 2);

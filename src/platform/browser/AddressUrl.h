@@ -9,4 +9,13 @@ namespace platform {
 // the engine knows "about:blank" and refuses "about:Blank".
 QUrl urlFromAddress(const QString& address);
 
+// Whether typed text names a place (an address with a known scheme, a host
+// with a dot or a port, "localhost", a local path) rather than words to
+// search for.
+bool isAddress(const QString& text);
+
+// The search service's address for the words: "{query}" in the template,
+// in any case, replaced by the words escaped.
+QUrl searchUrl(const QString& searchTemplate, const QString& words);
+
 } // namespace platform

@@ -144,6 +144,10 @@ public:
     virtual BrowserView* create(int index) = 0;
     // Where GoHome goes, for every view made before or after.
     virtual void setHomeAddress(const QString& address) = 0;
+    // Where typed words that are no address go, for every view: an address
+    // with "{query}" for the words, or empty for a page of the program's own
+    // that names them.
+    virtual void setSearchAddress(const QString& searchTemplate) = 0;
     // Asked before every navigation of every view, made before or after.
     virtual void setNavigationPolicy(NavigationPolicy& policy) = 0;
     virtual ConnectionState& connection() = 0;

@@ -30,6 +30,8 @@ public:
 
     const QString& homeAddress() const { return homeAddress_; }
     void setHomeAddress(const QString& address) { homeAddress_ = address; }
+    const QString& searchAddress() const { return searchAddress_; }
+    void setSearchAddress(const QString& searchTemplate) { searchAddress_ = searchTemplate; }
     NavigationPolicy& navigationPolicy() const { return *navigationPolicy_; }
     void setNavigationPolicy(NavigationPolicy& policy) { navigationPolicy_ = &policy; }
     QPageLayout& pageLayout() { return pageLayout_; }
@@ -43,6 +45,7 @@ private:
     AllowEveryNavigation allowEveryNavigation_;
     NavigationPolicy* navigationPolicy_ = &allowEveryNavigation_;
     QString homeAddress_ = QStringLiteral("about:blank");
+    QString searchAddress_;
     QPageLayout pageLayout_;
 };
 

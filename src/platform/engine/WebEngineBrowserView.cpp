@@ -210,6 +210,18 @@ void WebEngineBrowserView::showOfflineNotice(const QUrl& url)
     showNotice(true);
 }
 
+void WebEngineBrowserView::showWordsNotice(const QString& words)
+{
+    gate_->leave();
+    notice_->set(QStringLiteral("Not an address"),
+                 QStringLiteral("\"%1\" is not an address, and no search service is set to look "
+                                "it up. Type an address, or set one with SEARCHURL in "
+                                "Browser.ini, an address with {query} where the words go.")
+                     .arg(words.toHtmlEscaped()),
+                 {});
+    showNotice(false);
+}
+
 void WebEngineBrowserView::rendererEnded(int status)
 {
     if (status == QWebEnginePage::NormalTerminationStatus)
@@ -257,11 +269,16 @@ void WebEngineBrowserView::navigate(const QString& address)
 {
     if (address.isEmpty())
         return;
+    const bool words = !isAddress(address);
+    if (words && engine_.searchAddress().isEmpty()) {
+        showWordsNotice(address);
+        return;
+    }
     requestedAddress_ = address;
     readyState_ = Loading;
     gate_->leave();
     showPage();
-    view_->setUrl(urlFromAddress(address));
+    view_->setUrl(words ? searchUrl(engine_.searchAddress(), address) : urlFromAddress(address));
 }
 
 void WebEngineBrowserView::stop()

@@ -67,6 +67,7 @@ private:
     // reloads: the notice's button loads the page again.
     void showNotice(bool reloads);
     void showOfflineNotice(const QUrl& url);
+    void showWordsNotice(const QString& words);
     void rendererEnded(int status);
     void askCredentials(const QUrl& url, QAuthenticator* authenticator, const QString& host);
 

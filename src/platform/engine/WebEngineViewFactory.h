@@ -11,6 +11,10 @@ public:
     explicit WebEngineViewFactory(Dialogs& dialogs) : engine_(dialogs) {}
     BrowserView* create(int index) override;
     void setHomeAddress(const QString& address) override { engine_.setHomeAddress(address); }
+    void setSearchAddress(const QString& searchTemplate) override
+    {
+        engine_.setSearchAddress(searchTemplate);
+    }
     void setNavigationPolicy(NavigationPolicy& policy) override
     {
         engine_.setNavigationPolicy(policy);
