@@ -13,7 +13,6 @@
 #include "platform/engine/WebEngineViewFactory.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QTimer>
 
 int main(int argc, char** argv)
@@ -44,15 +43,7 @@ int main(int argc, char** argv)
         const platform::Tool* count =
             bar.tool(QLatin1String(key::statusBar), QStringLiteral("b_blocked"));
 
-        // A timer that should fire every 5 ms: how late it comes is how long
-        // the window did not answer.
-        QElapsedTimer beat;
-        qint64 longestGap = 0;
-        QTimer heart;
-        heart.setTimerType(Qt::PreciseTimer);
-        QObject::connect(&heart, &QTimer::timeout, &app,
-                         [&] { longestGap = std::max(longestGap, beat.restart()); });
-
+        bench::Heartbeat heart;
         const qint64 started = bench::now();
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, &app, [&] {
@@ -61,12 +52,10 @@ int main(int argc, char** argv)
                 page->readyState() != platform::BrowserView::Complete)
                 return;
             bench::report("storm", bench::now() - started);
-            bench::report("gap", longestGap);
+            bench::report("gap", heart.longestGap());
             bench::report("tabs", static_cast<qint64>(window.parts().tabs.tabViews().size()));
             QCoreApplication::exit(0);
         });
-        beat.start();
-        heart.start(5);
         watch.start(20);
         window.parts().tabs.view(1)->navigate(url);
         code = QApplication::exec();

@@ -3,9 +3,7 @@
 #include "BenchPage.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QScreen>
-#include <QTimer>
 #include <QWebEngineNewWindowRequest>
 #include <QWebEngineView>
 
@@ -22,13 +20,7 @@ int main(int argc, char** argv)
     view.setGeometry(view.screen()->availableGeometry());
     view.showMaximized();
 
-    QElapsedTimer beat;
-    qint64 longestGap = 0;
-    QTimer heart;
-    heart.setTimerType(Qt::PreciseTimer);
-    QObject::connect(&heart, &QTimer::timeout, &app,
-                     [&] { longestGap = std::max(longestGap, beat.restart()); });
-
+    bench::Heartbeat heart;
     const qint64 started = bench::now();
     int windows = 0;
     QObject::connect(view.page(), &QWebEnginePage::newWindowRequested, &app,
@@ -36,12 +28,10 @@ int main(int argc, char** argv)
                          if (++windows < expected)
                              return;
                          bench::report("storm", bench::now() - started);
-                         bench::report("gap", longestGap);
+                         bench::report("gap", heart.longestGap());
                          bench::report("tabs", 1);
                          QCoreApplication::exit(0);
                      });
-    beat.start();
-    heart.start(5);
     view.load(QUrl::fromUserInput(args[1]));
     return QApplication::exec();
 }
