@@ -114,6 +114,39 @@ private slots:
         QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
     }
 
+    void theActiveTabStaysInViewAmongMany()
+    {
+        App app;
+        QVERIFY(app.window->start({}));
+        MainWindow& w = *app.window;
+        w.setGeometry(0, 0, 800, 500);
+        for (int n = 2; n <= 20; ++n) {
+            w.parts().tabs.newTab({}, true);
+            QTRY_VERIFY(app.tabButton(n)->isVisible());
+        }
+        QVERIFY(!app.tabButton(1)->isVisible());
+        w.parts().tabs.activateTab(1);
+        QTRY_VERIFY(app.tabButton(1)->isVisible());
+        w.parts().tabs.activateTab(20);
+        QTRY_VERIFY(app.tabButton(20)->isVisible());
+        w.setGeometry(0, 0, 500, 500);
+        QTRY_VERIFY(app.tabButton(20)->isVisible());
+
+        // The button at the strip's start lists every tab; an entry shows its tab.
+        auto* strip = static_cast<QToolBar*>(
+            w.parts().barWidgets->container(w.parts().bar.band(key::tabsBar)));
+        QToolButton* all = nullptr;
+        for (QToolButton* button : strip->findChildren<QToolButton*>())
+            if (button->arrowType() == Qt::LeftArrow)
+                all = button;
+        QVERIFY(all && all->isVisible() && all->menu());
+        emit all->menu()->aboutToShow();
+        QCOMPARE(all->menu()->actions().size(), 20);
+        all->menu()->actions().at(2)->trigger();
+        QCOMPARE(w.parts().state.currentTab, 3);
+        QTRY_VERIFY(app.tabButton(3)->isVisible());
+    }
+
     void menusOpenFromTheKeyboard()
     {
         App app;

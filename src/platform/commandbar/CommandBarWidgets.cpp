@@ -1,4 +1,5 @@
 #include "CommandBarWidgets.h"
+#include "CheckedToolInView.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -116,6 +117,8 @@ void CommandBarWidgets::createContainer(Band& band)
         if (band.kind() == BandKind::StatusBar) {
             toolBar->setMovable(false);
             statusBars_.insert(toolBar);
+        } else {
+            new CheckedToolInView(*toolBar, bar_, band, actions_);
         }
         widget = toolBar;
         break;

@@ -1,0 +1,98 @@
+#include "CheckedToolInView.h"
+#include "CommandBar.h"
+
+#include <QEvent>
+#include <QLayout>
+#include <QMenu>
+#include <QToolBar>
+#include <QToolButton>
+
+namespace platform {
+
+CheckedToolInView::CheckedToolInView(QToolBar& toolBar, CommandBar& bar, const Band& band,
+                                     const QHash<const Tool*, QAction*>& actions)
+    : QObject(&toolBar), toolBar_(toolBar), bar_(bar), band_(band), actions_(actions)
+{
+    list_ = new QMenu(&toolBar);
+    connect(list_, &QMenu::aboutToShow, this, &CheckedToolInView::fillList);
+    // Made before any tool is added, so it stands first in the bar.
+    auto* button = new QToolButton(&toolBar);
+    button->setMenu(list_);
+    button->setPopupMode(QToolButton::InstantPopup);
+    button->setArrowType(Qt::LeftArrow);
+    button->setToolTip(QStringLiteral("Show all"));
+    listAction_ = toolBar.addWidget(button);
+    listAction_->setVisible(false);
+
+    pending_.setSingleShot(true);
+    connect(&pending_, &QTimer::timeout, this, &CheckedToolInView::update);
+    auto later = [this] { pending_.start(0); };
+    connect(&bar, &CommandBar::toolChanged, this, [this, later](Tool* tool) {
+        if (tool->band() == &band_)
+            later();
+    });
+    connect(&bar, &CommandBar::toolInserted, this, [this, later](Band* changed, int) {
+        if (changed == &band_)
+            later();
+    });
+    connect(&bar, &CommandBar::toolAboutToBeRemoved, this, [this](Band* changed, int index) {
+        if (changed != &band_)
+            return;
+        leftOut_.removeAll(actions_.value(band_.at(index)));
+        pending_.start(0);
+    });
+    toolBar.installEventFilter(this);
+}
+
+bool CheckedToolInView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == &toolBar_ && (event->type() == QEvent::Resize || event->type() == QEvent::Show))
+        pending_.start(0);
+    return QObject::eventFilter(watched, event);
+}
+
+void CheckedToolInView::update()
+{
+    for (QAction* action : std::exchange(leftOut_, {}))
+        action->setVisible(true);
+    QAction* checked = nullptr;
+    for (int i = 0; i < band_.count() && !checked; ++i)
+        if (band_.at(i)->checked() && band_.at(i)->visible())
+            checked = actions_.value(band_.at(i));
+    listAction_->setVisible(false);
+    if (!checked || !toolBar_.isVisible())
+        return;
+    auto shown = [this, checked] {
+        toolBar_.layout()->activate();
+        const QWidget* button = toolBar_.widgetForAction(checked);
+        return button && button->isVisible();
+    };
+    if (shown())
+        return;
+    listAction_->setVisible(true);
+    for (int i = 0; i < band_.count() && !shown(); ++i) {
+        QAction* lead = actions_.value(band_.at(i));
+        if (lead == checked)
+            break;
+        if (lead && lead->isVisible()) {
+            lead->setVisible(false);
+            leftOut_.append(lead);
+        }
+    }
+}
+
+void CheckedToolInView::fillList()
+{
+    list_->clear();
+    for (int i = 0; i < band_.count(); ++i) {
+        Tool* tool = band_.at(i);
+        if (!tool->visible() || tool->caption().isEmpty())
+            continue;
+        QAction* entry = list_->addAction(tool->caption());
+        entry->setCheckable(true);
+        entry->setChecked(tool->checked());
+        connect(entry, &QAction::triggered, this, [this, tool] { bar_.reportClick(tool); });
+    }
+}
+
+} // namespace platform
