@@ -1,5 +1,6 @@
 #include "CommandBarWidgets.h"
 #include "CheckedToolInView.h"
+#include "MenuKeys.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -11,7 +12,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
-#include <QProxyStyle>
 #include <QScreen>
 #include <QTabWidget>
 #include <QToolBar>
@@ -98,7 +98,7 @@ void CommandBarWidgets::createContainer(Band& band)
     switch (band.kind()) {
     case BandKind::MenuBar:
         widget = window_.menuBar();
-        enableMenuKeys(*window_.menuBar());
+        enableMenuKeys(*window_.menuBar(), window_);
         break;
     case BandKind::Popup: {
         auto* menu = new QMenu(&window_);
@@ -159,43 +159,6 @@ void CommandBarWidgets::createContainer(Band& band)
     if (band.kind() != BandKind::Popup)
         widget->installEventFilter(this);
     containers_.insert(&band, widget);
-}
-
-namespace {
-
-// The desktop's own style, but Alt pressed and let go alone puts the menu
-// bar in keyboard mode, as on every desktop that has one.
-class AltKeyStyle : public QProxyStyle
-{
-public:
-    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                  QStyleHintReturn* returned) const override
-    {
-        if (hint == SH_MenuBar_AltKeyNavigation)
-            return 1;
-        return QProxyStyle::styleHint(hint, option, widget, returned);
-    }
-};
-
-} // namespace
-
-// Alt+letter opens a menu by its underlined letter (the menu bar's own
-// shortcuts); Alt alone and F10 take the keyboard into the menus.
-void CommandBarWidgets::enableMenuKeys(QMenuBar& menuBar)
-{
-    auto* style = new AltKeyStyle;
-    style->setParent(&menuBar);
-    menuBar.setStyle(style);
-    auto* f10 = new QAction(&window_);
-    f10->setShortcut(Qt::Key_F10);
-    window_.addAction(f10);
-    connect(f10, &QAction::triggered, &menuBar, [&menuBar] {
-        for (QAction* menu : menuBar.actions())
-            if (menu->isVisible() && menu->isEnabled()) {
-                menuBar.setActiveAction(menu);
-                return;
-            }
-    });
 }
 
 void CommandBarWidgets::addToolBars()

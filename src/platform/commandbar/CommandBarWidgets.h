@@ -13,7 +13,6 @@
 class QAction;
 class QMainWindow;
 class QMenu;
-class QMenuBar;
 class QTabWidget;
 class QToolBar;
 
@@ -41,7 +40,6 @@ protected:
 
 private:
     void createContainer(Band& band);
-    void enableMenuKeys(QMenuBar& menuBar);
     void addToolBars();
     void insertAction(Band* band, int index);
     void removeAction(Band* band, int index);
