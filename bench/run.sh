@@ -133,7 +133,7 @@ floor start ${cold[floor]}, tabs ${tabtime[floor]}.
 
 In the storm QUB-BROWSER blocks, lists and counts every window, opening no
 tab; the floor only drops them. The longest gap is measured by a timer due
-every 5 ms, from the start of the page's load, so it includes the load.
+every 10 ms, from the start of the page's load, so it includes the load.
 All storm runs (ms): QUB-BROWSER ${stormtime[storm]}(gaps ${stormgap[storm]});
 floor ${stormtime[stormfloor]}(gaps ${stormgap[stormfloor]}).
 REPORT

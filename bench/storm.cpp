@@ -3,6 +3,7 @@
 // until the running count reached that number, the longest the event loop
 // went without answering, and how many tabs there are (only the page's own).
 #include "BenchPage.h"
+#include "LoopWatch.h"
 #include "app/MainWindow.h"
 #include "core/Keys.h"
 #include "platform/AppDir.h"
@@ -43,7 +44,7 @@ int main(int argc, char** argv)
         const platform::Tool* count =
             bar.tool(QLatin1String(key::statusBar), QStringLiteral("b_blocked"));
 
-        bench::Heartbeat heart;
+        LoopWatch heart;
         const qint64 started = bench::now();
         QTimer watch;
         QObject::connect(&watch, &QTimer::timeout, &app, [&] {
@@ -52,7 +53,7 @@ int main(int argc, char** argv)
                 page->readyState() != platform::BrowserView::Complete)
                 return;
             bench::report("storm", bench::now() - started);
-            bench::report("gap", heart.longestGap());
+            bench::report("gap", heart.longestGapMs());
             bench::report("tabs", static_cast<qint64>(window.parts().tabs.tabViews().size()));
             QCoreApplication::exit(0);
         });

@@ -5,6 +5,7 @@
 #include "platform/browser/ScriptDialogLimit.h"
 #include "support/EngineApp.h"
 #include "support/HostilePages.h"
+#include "support/LoopWatch.h"
 #include "support/TestMain.h"
 
 #include <QSignalSpy>
@@ -20,7 +21,7 @@ bool titled(BrowserView* view, const QString& title)
     return view && view->title() == title;
 }
 
-void report(const char* page, const hostile::LoopWatch& watch)
+void report(const char* page, const LoopWatch& watch)
 {
     qInfo("%s: the event loop paused at most %lld ms", page, watch.longestGapMs());
 }
@@ -43,7 +44,7 @@ private slots:
         QVERIFY(w.start(server.url("/loop.html")));
         QTRY_VERIFY_WITH_TIMEOUT(titled(w.parts().tabs.view(1), "ready"), 20000);
         {
-            hostile::LoopWatch watch;
+            LoopWatch watch;
             w.parts().tabs.newTab(server.url("/huge.html"), true);
             QTRY_VERIFY_WITH_TIMEOUT(titled(w.parts().tabs.view(2), "ready"), 60000);
             // The tab whose script never returns closes like any other.
@@ -53,7 +54,7 @@ private slots:
             QVERIFY(watch.longestGapMs() < hangMs);
         }
         {
-            hostile::LoopWatch watch;
+            LoopWatch watch;
             w.parts().tabs.view(2)->navigate(server.url("/bounce.html"));
             // The page counts its own navigations in its address.
             QTRY_VERIFY_WITH_TIMEOUT(

@@ -1,11 +1,7 @@
 #pragma once
 // Pages that attack the program, for engine tests to serve from a loopback
-// server, and a watch on the event loop that measures how long the program
-// went without answering while they ran.
+// server.
 #include "LocalHttpServer.h"
-
-#include <QElapsedTimer>
-#include <QTimer>
 
 namespace hostile {
 
@@ -41,25 +37,5 @@ inline void serve(LocalHttpServer& server)
         "document.getElementById('a').dispatchEvent(new MouseEvent('click', {bubbles: true}));"
         "document.title = 'ready ' + seen;</script>");
 }
-
-// Ticks every 10 ms and keeps the longest time between two ticks.
-class LoopWatch
-{
-public:
-    LoopWatch()
-    {
-        timer_.setInterval(10);
-        QObject::connect(&timer_, &QTimer::timeout,
-                         [this] { longest_ = std::max(longest_, clock_.restart()); });
-        clock_.start();
-        timer_.start();
-    }
-    qint64 longestGapMs() const { return longest_; }
-
-private:
-    QTimer timer_;
-    QElapsedTimer clock_;
-    qint64 longest_ = 0;
-};
 
 } // namespace hostile
