@@ -29,7 +29,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       history_(*controls_.addressBox(), tabs_.strip(), tabs_.events(), registry_, dialogs,
                commands_),
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
-      favourites_(*this, dialogs, commands_),
+      favourites_(*this, bar_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
       protect_(state_, bar_, tabs_.strip(), factory, clickHook_, clock, shell, commands_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
@@ -115,6 +115,7 @@ bool MainWindow::start(const QString& commandLineAddress)
     settings_.load();
     factory_.setHomeAddress(settings_.homePage());
     factory_.setSearchAddress(settings_.searchAddress());
+    favourites_.start();
 
     bar_.setPagePicture(QIcon(controls_.pageIcon()->pixmap()));
     tabs_.strip().createCatchView();

@@ -57,6 +57,11 @@ QString proxyKey(int entry)
     return QStringLiteral("Proxy") + QString::number(entry);
 }
 
+QString favouriteBandKey(int folder)
+{
+    return QStringLiteral("favband") + QString::number(folder);
+}
+
 QString favouriteKey(int entry)
 {
     return QStringLiteral("fav") + QString::number(entry);

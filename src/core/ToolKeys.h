@@ -24,6 +24,8 @@ QString proxyKey(int entry);
 
 // Favourite and translation entries are numbered by their tool identifier.
 QString favouriteKey(int entry);
+// The pop-up band of favourites folder n.
+QString favouriteBandKey(int folder);
 inline int favouriteEntry(int toolId)
 {
     return toolId - 1500;

@@ -1,4 +1,5 @@
 #include "FavouritesOrganiser.h"
+#include "platform/ini/ProfileFile.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -28,7 +29,8 @@ bool FavouritesOrganiser::inside(const QString& path) const
 QString FavouritesOrganiser::checkedName(const QString& name) const
 {
     const QString trimmed = name.trimmed();
-    if (trimmed.isEmpty() || trimmed == "." || trimmed == ".." || trimmed.contains('/'))
+    if (trimmed.isEmpty() || trimmed == "." || trimmed == ".." || trimmed.contains('/') ||
+        trimmed.contains(QChar(0)) || trimmed.toUtf8().size() > 250)
         return QStringLiteral("\"%1\" cannot be the name of a favourite or folder.").arg(name);
     return {};
 }
@@ -44,6 +46,23 @@ QString FavouritesOrganiser::createFolder(const QString& parent, const QString& 
         return taken.arg(name.trimmed());
     if (!QDir().mkdir(target))
         return QStringLiteral("The folder \"%1\" could not be made.").arg(name.trimmed());
+    return {};
+}
+
+QString FavouritesOrganiser::addFavourite(const QString& folder, const QString& name,
+                                          const QString& address) const
+{
+    if (!inside(folder) || !QFileInfo(folder).isDir())
+        return outside;
+    if (QString problem = checkedName(name); !problem.isEmpty())
+        return problem;
+    const QString file = name.trimmed() + QStringLiteral(".url");
+    const QString target = clean(folder) + '/' + file;
+    if (QFileInfo::exists(target))
+        return taken.arg(file);
+    if (!platform::ProfileFile(target).writeString(QStringLiteral("InternetShortcut"),
+                                                   QStringLiteral("URL"), address))
+        return QStringLiteral("The favourite \"%1\" could not be written.").arg(file);
     return {};
 }
 

@@ -13,6 +13,8 @@ public:
 
     // Each returns an empty text when done, else the message to show.
     QString createFolder(const QString& parent, const QString& name) const;
+    // A new internet shortcut "name.url" in folder, written whole or not at all.
+    QString addFavourite(const QString& folder, const QString& name, const QString& address) const;
     // A favourite keeps its extension, whatever the new name ends with.
     QString rename(const QString& path, const QString& name) const;
     QString move(const QString& path, const QString& folder) const;

@@ -1,23 +1,49 @@
 #pragma once
-// The favourites subsystem: the favourites folder and the commands on it.
+// The favourites subsystem: the favourites folder read into a store, shown
+// as the Favorites menu and the side bar's favourites page, and the commands
+// that add, organise, open, import and export favourites.
 #include "FavouritesFolder.h"
+#include "FavouritesMenus.h"
+#include "FavouritesStore.h"
+#include "SideBarSwitches.h"
 
+class BarEventRouter;
 class CommandDispatcher;
+class FavouritesPanel;
+class TabStrip;
 class QWidget;
 
 namespace platform {
+class CommandBar;
 class Dialogs;
-}
+class Shell;
+} // namespace platform
 
 class FavouritesSubsystem
 {
 public:
-    FavouritesSubsystem(QWidget& window, platform::Dialogs& dialogs, CommandDispatcher& commands);
+    FavouritesSubsystem(QWidget& window, platform::CommandBar& bar, TabStrip& tabs,
+                        platform::Dialogs& dialogs, platform::Shell& shell,
+                        CommandDispatcher& commands, BarEventRouter& events);
+
+    // Start-up: the folder made when missing, read, and shown.
+    void start();
+
+    FavouritesStore& store() { return store_; }
+    FavouritesPanel& panel() { return *panel_; }
 
 private:
+    bool ensureFolder();
     void organise();
+    void importFavourites(const QString& title);
+    void exportFavourites(const QString& title);
 
     QWidget& window_;
+    platform::CommandBar& bar_;
     platform::Dialogs& dialogs_;
     FavouritesFolder folder_;
+    FavouritesStore store_;
+    FavouritesMenus menus_;
+    SideBarSwitches switches_;
+    FavouritesPanel* panel_;
 };

@@ -115,9 +115,9 @@ QString qtFileFilter(const QString& filter)
     return filters.join(QStringLiteral(";;"));
 }
 
-QString QtDialogs::openFileName(const QString& filter)
+QString QtDialogs::openFileName(const QString& filter, const QString& title)
 {
-    return QFileDialog::getOpenFileName(parent_, QString(), QString(), qtFileFilter(filter));
+    return QFileDialog::getOpenFileName(parent_, title, QString(), qtFileFilter(filter));
 }
 
 void QtDialogs::showDetails(const QString& title, const Rows& rows)

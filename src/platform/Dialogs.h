@@ -28,7 +28,7 @@ public:
     virtual QString inputText(const QString& prompt, const QString& suggested) = 0;
     // A file to open; filter is pairs of description and patterns joined by
     // "|" ("Pages|*.htm;*.html|All|*.*"). Empty when cancelled.
-    virtual QString openFileName(const QString& filter) = 0;
+    virtual QString openFileName(const QString& filter, const QString& title = {}) = 0;
     // One of items, by its index; -1 when cancelled.
     virtual int chooseItem(const QString& prompt, const QStringList& items) = 0;
     using Rows = QList<std::pair<QString, QString>>;
@@ -48,7 +48,7 @@ public:
     QString saveFileName(const QString& title, const QString& suggested) override;
     bool credentials(const QString& prompt, QString& user, QString& password) override;
     QString inputText(const QString& prompt, const QString& suggested) override;
-    QString openFileName(const QString& filter) override;
+    QString openFileName(const QString& filter, const QString& title = {}) override;
     int chooseItem(const QString& prompt, const QStringList& items) override;
     void showDetails(const QString& title, const Rows& rows) override;
 

@@ -35,4 +35,11 @@ QString narrowLeft(const QString& text, int limit)
     return text;
 }
 
+QString shortenCaption(const QString& text, int maxBytes)
+{
+    if (narrowLength(text) <= maxBytes)
+        return text;
+    return narrowLeft(text, maxBytes - 1) + QStringLiteral(" ...");
+}
+
 } // namespace platform

@@ -12,4 +12,9 @@ int narrowLength(const QString& text);
 // two-byte character is never split.
 QString narrowLeft(const QString& text, int limit);
 
+// A caption of a generated menu tool: the text itself when its narrow length
+// is at most maxBytes, else its longest beginning under maxBytes followed by
+// " ...".
+QString shortenCaption(const QString& text, int maxBytes);
+
 } // namespace platform

@@ -56,6 +56,16 @@ bool DesktopShell::showProperties(const QString& path)
     return bus.call(call, QDBus::Block, 5000).type() == QDBusMessage::ReplyMessage;
 }
 
+QIcon DesktopShell::fileIcon(const QString& path)
+{
+    if (QFileInfo(path).isDir())
+        return QIcon::fromTheme(QStringLiteral("folder"));
+    const QMimeType type = QMimeDatabase().mimeTypeForFile(path, QMimeDatabase::MatchExtension);
+    return QIcon::fromTheme(type.iconName(),
+                            QIcon::fromTheme(type.genericIconName(),
+                                             QIcon::fromTheme(QStringLiteral("text-x-generic"))));
+}
+
 void DesktopShell::playSound(const QString& path)
 {
     if (!QFileInfo(path).isFile() || QMediaDevices::audioOutputs().isEmpty())

@@ -3,6 +3,7 @@
 // desktop chose for it (a mailto: text opens a new mail message), start its
 // address book, start a program, show a file's properties, or play a sound.
 // DesktopShell asks the desktop; tests record the calls instead.
+#include <QIcon>
 #include <QString>
 #include <QStringList>
 #include <memory>
@@ -26,6 +27,8 @@ public:
     // Plays a sound file without waiting; nothing happens without a file or
     // an audio device.
     virtual void playSound(const QString& path) = 0;
+    // The desktop's icon for a file or folder; a null icon when it has none.
+    virtual QIcon fileIcon(const QString& path) = 0;
 };
 
 class DesktopShell : public Shell
@@ -38,6 +41,7 @@ public:
     bool start(const QString& program, const QStringList& arguments) override;
     bool showProperties(const QString& path) override;
     void playSound(const QString& path) override;
+    QIcon fileIcon(const QString& path) override;
 
 private:
     // Made at the first sound, so a program that never plays one never

@@ -19,7 +19,7 @@ BlockedList::BlockedList(platform::CommandBar& bar, TabStrip& tabs, CommandDispa
     commands.on(cmd::Route::Blocked, [this, &tabs](const CommandContext& c) {
         const QString target = address(keys::blockedEntry(c.tool.key()));
         if (!target.isEmpty())
-            tabs.newTab(target, true);
+            tabs.openEntry(target);
     });
 }
 

@@ -88,6 +88,15 @@ int TabStrip::newTab(const QString& address, bool activate)
     return index;
 }
 
+void TabStrip::openEntry(const QString& address)
+{
+    BrowserView* current = currentView();
+    if (current && current->locationUrl().isEmpty())
+        current->navigate(address);
+    else
+        newTab(address, true);
+}
+
 void TabStrip::activateTab(int index)
 {
     if (index == 0 || index == state_.currentTab)

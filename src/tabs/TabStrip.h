@@ -37,6 +37,9 @@ public:
     // Returns the new view index, or 0 when no more views can be numbered.
     int newTab(const QString& address, bool activate);
     void activateTab(int index);
+    // The address of a generated menu entry (a favourite, a blocked window):
+    // in the current tab while it is still blank, else in a new tab.
+    void openEntry(const QString& address);
     // 0 means the active tab.
     void closeTab(int index);
     void closeAllTabs();

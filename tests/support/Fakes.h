@@ -134,6 +134,12 @@ public:
         return handled;
     }
     void playSound(const QString& path) override { played << path; }
+    QIcon fileIcon(const QString& path) override
+    {
+        iconsAsked << path;
+        return {};
+    }
+    QStringList iconsAsked;
     QStringList opened;
     QStringList played;
     bool handled = true;
@@ -171,9 +177,9 @@ public:
         asked << prompt + " [" + suggested + "]";
         return inputs.empty() ? QString() : takeFront(inputs);
     }
-    QString openFileName(const QString& filter) override
+    QString openFileName(const QString& filter, const QString& title = {}) override
     {
-        asked << filter;
+        asked << (title.isEmpty() ? filter : title + ' ' + filter);
         return openPaths.empty() ? QString() : takeFront(openPaths);
     }
     int chooseItem(const QString& prompt, const QStringList& items) override

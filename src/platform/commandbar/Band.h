@@ -45,6 +45,9 @@ public:
     // Key of the side bar a child band belongs to.
     const QString& parentKey() const { return parentKey_; }
     void setParentKey(const QString& key) { parentKey_ = key; }
+    // Key of the child band a side bar shows.
+    const QString& currentChild() const { return currentChild_; }
+    void setCurrentChild(const QString& key);
 
     int count() const { return int(tools_.size()); }
     Tool* at(int index) const { return tools_.at(size_t(index)).get(); }
@@ -66,6 +69,7 @@ private:
     int line_ = 0;
     int sourceLine_ = 0;
     QString parentKey_;
+    QString currentChild_;
     std::vector<std::unique_ptr<Tool>> tools_;
 };
 

@@ -135,6 +135,12 @@ void Band::setVisible(bool visible)
         emit bar_.bandChanged(this);
 }
 
+void Band::setCurrentChild(const QString& key)
+{
+    if (assign(currentChild_, key))
+        emit bar_.bandChanged(this);
+}
+
 void Band::setFloating(bool floating, int widthTwips)
 {
     if (kind_ != BandKind::Toolbar)
@@ -167,15 +173,30 @@ CommandBar::~CommandBar() = default;
 Band* CommandBar::addBand(const QString& key, BandKind kind)
 {
     bands_.push_back(std::make_unique<Band>(*this, key, kind));
-    return bands_.back().get();
+    Band* added = bands_.back().get();
+    bandIndex_.insert(key, bandIndex_.value(key, added));
+    emit bandAdded(added);
+    return added;
 }
 
 Band* CommandBar::band(const QString& key) const
 {
-    for (const auto& band : bands_)
-        if (band->key() == key)
-            return band.get();
-    return nullptr;
+    return bandIndex_.value(key);
+}
+
+void CommandBar::removeBand(const QString& key)
+{
+    Band* gone = band(key);
+    if (!gone)
+        return;
+    emit bandAboutToBeRemoved(gone);
+    std::erase_if(bands_, [gone](const std::unique_ptr<Band>& b) { return b.get() == gone; });
+    bandIndex_.remove(key);
+    for (const auto& b : bands_)
+        if (b->key() == key) {
+            bandIndex_.insert(key, b.get());
+            break;
+        }
 }
 
 Tool* CommandBar::tool(const QString& bandKey, const QString& toolKey) const
@@ -189,19 +210,18 @@ Tool* CommandBar::addTool(const QString& key, int id, ControlType type)
     if (Tool* existing = collectionTool(key))
         return existing;
     tools_.push_back(std::make_unique<Tool>(*this, key, id, type));
+    toolIndex_.insert(key, tools_.back().get());
     return tools_.back().get();
 }
 
 Tool* CommandBar::collectionTool(const QString& key) const
 {
-    for (const auto& tool : tools_)
-        if (tool->key() == key)
-            return tool.get();
-    return nullptr;
+    return toolIndex_.value(key);
 }
 
 void CommandBar::removeCollectionTool(const QString& key)
 {
+    toolIndex_.remove(key);
     std::erase_if(tools_, [&](const std::unique_ptr<Tool>& tool) { return tool->key() == key; });
 }
 

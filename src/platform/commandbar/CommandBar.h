@@ -5,6 +5,7 @@
 // the report functions; tests drive those directly.
 #include "Band.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPoint>
 
@@ -30,6 +31,9 @@ public:
 
     Band* addBand(const QString& key, BandKind kind);
     Band* band(const QString& key) const;
+    // Takes the band and its tools away; drop-downs elsewhere that open it
+    // must go first.
+    void removeBand(const QString& key);
     const std::vector<std::unique_ptr<Band>>& bands() const { return bands_; }
     // The tool with that key in that band, or nullptr.
     Tool* tool(const QString& bandKey, const QString& toolKey) const;
@@ -77,6 +81,8 @@ signals:
     void childBandChanged(platform::Band* band);
 
     void toolChanged(platform::Tool* tool);
+    void bandAdded(platform::Band* band);
+    void bandAboutToBeRemoved(platform::Band* band);
     void bandChanged(platform::Band* band);
     void toolInserted(platform::Band* band, int index);
     void toolAboutToBeRemoved(platform::Band* band, int index);
@@ -89,6 +95,10 @@ private:
 
     std::vector<std::unique_ptr<Band>> bands_;
     std::vector<std::unique_ptr<Tool>> tools_;
+    // First band and collection tool of each key: menus of ten thousand
+    // favourites are built by key.
+    QHash<QString, Band*> bandIndex_;
+    QHash<QString, Tool*> toolIndex_;
     std::unique_ptr<Band> customizeBand_;
     const BandPlacement* placement_ = nullptr;
     QIcon pagePicture_;

@@ -77,6 +77,8 @@ CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window)
     statusCalm_.setInterval(100);
     connect(&statusCalm_, &QTimer::timeout, this, &CommandBarWidgets::flushStatus);
     connect(&bar_, &CommandBar::bandChanged, this, &CommandBarWidgets::updateBand);
+    connect(&bar_, &CommandBar::bandAdded, this, &CommandBarWidgets::addBand);
+    connect(&bar_, &CommandBar::bandAboutToBeRemoved, this, &CommandBarWidgets::removeBand);
     connect(&bar_, &CommandBar::popUpRequested, this, &CommandBarWidgets::popUp);
     bar_.setPlacement(this);
 }
@@ -136,10 +138,12 @@ void CommandBarWidgets::createContainer(Band& band)
             if (shown)
                 bar_.reportShown(b);
         });
-        connect(pages, &QTabWidget::currentChanged, this, [this, pages](int index) {
+        connect(pages, &QTabWidget::currentChanged, this, [this, pages, b = &band](int index) {
             for (auto it = containers_.cbegin(); it != containers_.cend(); ++it)
-                if (it.value() == pages->widget(index))
+                if (it.value() == pages->widget(index)) {
+                    b->setCurrentChild(it.key()->key());
                     bar_.reportChildBandChanged(const_cast<Band*>(it.key()));
+                }
         });
         widget = dock;
         break;
@@ -159,6 +163,23 @@ void CommandBarWidgets::createContainer(Band& band)
     if (band.kind() != BandKind::Popup)
         widget->installEventFilter(this);
     containers_.insert(&band, widget);
+}
+
+// Bands made at run time are menus (the favourites' folders); a toolbar
+// would need a place in the dock lines.
+void CommandBarWidgets::addBand(Band* band)
+{
+    if (band->kind() != BandKind::Popup)
+        return;
+    createContainer(*band);
+    updateBand(band);
+}
+
+void CommandBarWidgets::removeBand(Band* band)
+{
+    for (int i = band->count() - 1; i >= 0; --i)
+        removeAction(band, i);
+    delete containers_.take(band);
 }
 
 void CommandBarWidgets::addToolBars()
@@ -357,6 +378,9 @@ void CommandBarWidgets::updateBand(Band* band)
         return;
     }
     container->setWindowTitle(band->caption());
+    if (QTabWidget* pages = sidePages_.value(band);
+        pages && containers_.contains(bar_.band(band->currentChild())))
+        pages->setCurrentWidget(containers_.value(bar_.band(band->currentChild())));
     if (band->kind() == BandKind::ChildBand) {
         if (QTabWidget* pages = sidePages_.value(bar_.band(band->parentKey())))
             pages->setTabText(pages->indexOf(container), band->caption());

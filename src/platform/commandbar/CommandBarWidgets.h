@@ -40,6 +40,8 @@ protected:
 
 private:
     void createContainer(Band& band);
+    void addBand(Band* band);
+    void removeBand(Band* band);
     void addToolBars();
     void insertAction(Band* band, int index);
     void removeAction(Band* band, int index);

@@ -1,0 +1,37 @@
+#pragma once
+// The favourites tree "tvwFav" as an item model over the store's scan: a
+// folder node (key "favband" + folder number) holds its folders, then its
+// favourites (key "K" + table entry). Reset at every new reading. A new name
+// typed into a favourite's label is handed on as renameRequested and never
+// set by the model: the label changes only once the file has.
+#include <QAbstractItemModel>
+
+class FavouritesStore;
+
+class FavouritesModel : public QAbstractItemModel
+{
+    Q_OBJECT
+public:
+    enum Role { KeyRole = Qt::UserRole, EntryRole, PathRole };
+
+    explicit FavouritesModel(FavouritesStore& store, QObject* parent = nullptr);
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    // The node of table entry n.
+    QModelIndex indexOfEntry(int entry) const;
+
+signals:
+    void renameRequested(int entry, const QString& name);
+
+private:
+    QModelIndex indexOfItem(int item) const;
+
+    FavouritesStore& store_;
+};

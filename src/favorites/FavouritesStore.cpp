@@ -1,0 +1,67 @@
+#include "FavouritesStore.h"
+#include "platform/Dialogs.h"
+#include "platform/Shell.h"
+#include "platform/ini/ProfileFile.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+FavouritesStore::FavouritesStore(QString root, platform::Dialogs& dialogs, platform::Shell& shell)
+    : root_(std::move(root)), dialogs_(dialogs), shell_(shell)
+{
+}
+
+void FavouritesStore::refresh()
+{
+    scan_ = FavouritesScan::read(root_);
+    emit rebuilt();
+}
+
+QString FavouritesStore::open(int entry)
+{
+    const QString path = scan_.path(entry);
+    if (path.isEmpty() || !QFileInfo::exists(path)) {
+        refresh();
+        dialogs_.message(QStringLiteral("Possible external changes ocurred, so please try again!"),
+                         platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::None);
+        return {};
+    }
+    const QString extension = QFileInfo(path).suffix().toLower();
+    if (extension == QLatin1String("url"))
+        return platform::ReadIniString(path, QStringLiteral("InternetShortcut"),
+                                       QStringLiteral("URL"));
+    if (extension == QLatin1String("lnk") || extension == QLatin1String("desktop"))
+        shell_.open(path);
+    return {};
+}
+
+bool FavouritesStore::rename(int entry, const QString& oldName, const QString& newName)
+{
+    const QString path = scan_.path(entry);
+    if (path.isEmpty() || !QFileInfo::exists(path))
+        return false;
+    const QFileInfo file(path);
+    // Only the file's own name changes: a name that is also part of a folder
+    // above it must not move the file, and a new name cannot leave its folder.
+    QString name = file.fileName();
+    name.replace(oldName, newName);
+    const QString target = file.absolutePath() + '/' + name;
+    const bool fits = !newName.isEmpty() && !name.contains('/') && !name.contains(QChar(0)) &&
+                      name != QLatin1String(".") && name != QLatin1String("..");
+    if (!fits || (target != path && (QFileInfo::exists(target) || !QDir().rename(path, target)))) {
+        dialogs_.message(QStringLiteral("Error when rename!"), platform::Dialogs::Buttons::Ok,
+                         platform::Dialogs::Icon::None);
+        return false;
+    }
+    scan_.rename(entry, target);
+    emit renamed(entry);
+    return true;
+}
+
+QString FavouritesStore::sanitizeTitle(QString title)
+{
+    // "?/\<>|" only: the asterisk, the colon and the quote have always stayed.
+    for (QChar c : QStringLiteral("?/\\<>|"))
+        title.replace(c, ' ');
+    return title;
+}

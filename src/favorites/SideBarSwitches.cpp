@@ -1,0 +1,53 @@
+#include "SideBarSwitches.h"
+#include "core/BarEventRouter.h"
+#include "core/CommandDispatcher.h"
+#include "core/Keys.h"
+#include "platform/commandbar/CommandBar.h"
+
+namespace {
+
+const QString favouritesPage = QStringLiteral("cbnd_Fav");
+const QString historyPage = QStringLiteral("cbnd_History");
+const QString favouritesSwitch = QString::fromLatin1(cmd::keyOf(cmd::Command::FavouritesPanel));
+const QString historySwitch = QString::fromLatin1(cmd::keyOf(cmd::Command::HistoryPanel));
+
+} // namespace
+
+SideBarSwitches::SideBarSwitches(platform::CommandBar& bar, CommandDispatcher& commands,
+                                 BarEventRouter& events)
+    : bar_(bar)
+{
+    commands.on(cmd::Command::FavouritesPanel,
+                [this](const CommandContext&) { toggle(favouritesPage); });
+    commands.on(cmd::Command::HistoryPanel, [this](const CommandContext&) { toggle(historyPage); });
+    events.onBandShown(key::leftBar, [this](platform::Band&) { updateChecks(); });
+    QObject::connect(&bar_, &platform::CommandBar::childBandChanged, &bar_,
+                     [this] { updateChecks(); });
+}
+
+void SideBarSwitches::toggle(const QString& childKey)
+{
+    platform::Band* side = bar_.band(key::leftBar);
+    if (!side)
+        return;
+    if (side->visible() && side->currentChild() == childKey) {
+        side->setVisible(false);
+    } else {
+        side->setCurrentChild(childKey);
+        side->setVisible(true);
+    }
+    updateChecks();
+    bar_.recalcLayout();
+}
+
+void SideBarSwitches::updateChecks()
+{
+    const platform::Band* side = bar_.band(key::leftBar);
+    const bool shown = side && side->visible();
+    for (const char* band : {key::mainBar, key::viewMenu}) {
+        if (platform::Tool* tool = bar_.tool(band, favouritesSwitch))
+            tool->setChecked(shown && side->currentChild() == favouritesPage);
+        if (platform::Tool* tool = bar_.tool(band, historySwitch))
+            tool->setChecked(shown && side->currentChild() == historyPage);
+    }
+}
