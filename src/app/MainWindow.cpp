@@ -70,7 +70,8 @@ MainWindow::Parts MainWindow::parts()
             controls_.addressBox(),
             controls_.statusText(),
             controls_.progress(),
-            lastPages_};
+            lastPages_,
+            favourites_};
 }
 
 bool MainWindow::loadSkin()

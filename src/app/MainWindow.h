@@ -61,6 +61,7 @@ public:
         QLineEdit* statusText;
         ProgressDisplay* progressDisplay;
         const LastPages& lastPages;
+        FavouritesSubsystem& favourites;
     };
     Parts parts();
 

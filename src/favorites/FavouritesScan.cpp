@@ -14,7 +14,7 @@ const QString emptyCaption = QStringLiteral("— NONE —");
 bool isMenuFolder(const QFileInfo& entry)
 {
     return entry.isDir() && !entry.isSymLink() && !entry.isHidden() && entry.isReadable() &&
-           entry.isWritable() && entry.isExecutable();
+           entry.isExecutable() && entry.permissions().testFlag(QFile::WriteOwner);
 }
 
 // The folder's own order first, then by name.

@@ -93,7 +93,7 @@ Bookmark readNetscapeBookmarks(const QByteArray& html, int maxDepth)
     htmlDocPtr document = htmlReadMemory(
         html.constData(), int(std::min<qsizetype>(html.size(), INT_MAX)), nullptr,
         utf8 ? "UTF-8" : nullptr,
-        HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET);
+        HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET | XML_PARSE_HUGE);
     if (!document)
         return root;
     Reader reader(root, maxDepth);

@@ -3,22 +3,29 @@
 #include "app/AddressToolWidth.h"
 #include "app/MainWindow.h"
 #include "core/Keys.h"
+#include "favorites/AddFavouriteDialog.h"
+#include "favorites/FavouritesPanel.h"
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/engine/WebEngineBrowserView.h"
+#include "platform/ini/ProfileFile.h"
 #include "support/EngineApp.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QContextMenuEvent>
+#include <QDir>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <QTreeView>
 
 using namespace platform;
 
@@ -112,6 +119,64 @@ private slots:
         QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
         QTest::mouseDClick(app.tabButton(2), Qt::LeftButton);
         QCOMPARE(app.tabKeys(), QStringList{"tabs-1"});
+    }
+
+    void favouritesOpenFromMenusAndPanelAndAreAdded()
+    {
+        QTemporaryDir data;
+        const QByteArray oldData = qgetenv("XDG_DATA_HOME");
+        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        const QString root = data.path() + "/QUB-BROWSER/Favorites/";
+        QVERIFY(QDir().mkpath(root + "Local"));
+        QVERIFY(ProfileFile(root + "Local/One.url")
+                    .writeString("InternetShortcut", "URL", server.url("/one.html")));
+        QVERIFY(ProfileFile(root + "Two.url")
+                    .writeString("InternetShortcut", "URL", server.url("/two.html")));
+        App app;
+        QVERIFY(app.window->start({}));
+        qputenv("XDG_DATA_HOME", oldData);
+        MainWindow::Parts parts = app.window->parts();
+        auto entry = [&](const char* band, int index) {
+            return parts.barWidgets->action(parts.bar.band(band)->at(index));
+        };
+        const int fixed = parts.bar.band(key::favMenu)->count() - 2;
+
+        // In the blank first tab, then in a new one.
+        entry(key::favMenu, fixed + 1)->trigger();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(1), "Page Two"), 20000);
+        QCOMPARE(parts.state.tabCount, 1);
+        QCOMPARE(entry(key::favMenu, fixed)->menu(), parts.barWidgets->menu("favband1"));
+        entry("favband1", 0)->trigger();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(2), "Page One"), 20000);
+
+        // The panel opens with the toolbar's button; a click on a node opens a tab.
+        QToolButton* show = qobject_cast<QToolButton*>(
+            static_cast<QToolBar*>(parts.barWidgets->container(parts.bar.band(key::mainBar)))
+                ->widgetForAction(parts.barWidgets->action(
+                    parts.bar.tool(key::mainBar, cmd::keyOf(cmd::Command::FavouritesPanel)))));
+        QTest::mouseClick(show, Qt::LeftButton);
+        QTreeView* tree = parts.favourites.panel().tree();
+        QTRY_VERIFY(tree->isVisible());
+        QVERIFY(show->isChecked());
+        const QModelIndex two = tree->model()->index(1, 0);
+        QCOMPARE(two.data().toString(), "Two");
+        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualRect(two).center());
+        QTRY_VERIFY_WITH_TIMEOUT(app.engineView(3) && loaded(app.engineView(3), "Page Two"), 20000);
+
+        // Add Favorite keeps the page under the name given.
+        QTimer::singleShot(0, [] {
+            auto* dialog = qobject_cast<AddFavouriteDialog*>(QApplication::activeModalWidget());
+            QVERIFY(dialog);
+            QCOMPARE(dialog->nameEdit()->text(), "Page Two");
+            dialog->nameEdit()->setText("Kept");
+            dialog->accept();
+        });
+        parts.barWidgets
+            ->action(parts.bar.tool(key::favMenu, cmd::keyOf(cmd::Command::AddFavourite)))
+            ->trigger();
+        QCOMPARE(ReadIniString(root + "Kept.url", "InternetShortcut", "URL"),
+                 server.url("/two.html"));
+        QCOMPARE(parts.bar.band(key::favMenu)->at(fixed + 1)->caption(), "Kept");
     }
 
     void theActiveTabStaysInViewAmongMany()

@@ -1,13 +1,23 @@
-// The favourites folder on disk: made once with its starting favourites, and
-// changed by hand through the organiser and its dialog without ever leaving
-// the folder or overwriting an entry.
+// The favourites folder on disk: made once with its starting favourites,
+// changed by hand without ever leaving the folder or overwriting an entry,
+// read into menus and a tree, and carried in and out as bookmark files.
+#include "core/Keys.h"
 #include "favorites/FavouritesFolder.h"
+#include "favorites/FavouritesMenus.h"
+#include "favorites/FavouritesModel.h"
+#include "favorites/FavouritesPanel.h"
+#include "favorites/FavouritesStore.h"
+#include "favorites/FavouritesTransfer.h"
 #include "favorites/OrganiseFavouritesDialog.h"
+#include "platform/NarrowText.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/Fakes.h"
+#include "support/StripFixture.h"
 #include "support/TestMain.h"
 
+#include <QAbstractItemModelTester>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -26,6 +36,27 @@ void touch(const QString& path)
 QStringList entries(const QString& folder)
 {
     return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot, QDir::Name);
+}
+
+void shortcut(const QString& path, const QString& address)
+{
+    QVERIFY(ProfileFile(path).writeString("InternetShortcut", "URL", address));
+}
+
+// The tree of a scan as lines "folder/name=address", in order.
+QStringList outline(const FavouritesScan& scan, const std::vector<int>& items = {},
+                    const QString& prefix = {})
+{
+    QStringList lines;
+    for (int index : prefix.isEmpty() && items.empty() ? scan.topItems() : items) {
+        const FavouriteItem& item = scan.items()[size_t(index)];
+        if (item.kind == FavouriteItem::Kind::Folder)
+            lines << prefix + item.name + '/'
+                  << outline(scan, item.children, prefix + item.name + '/');
+        else if (item.kind == FavouriteItem::Kind::Favourite)
+            lines << prefix + item.name + '=' + ReadIniString(item.path, "InternetShortcut", "URL");
+    }
+    return lines;
 }
 
 } // namespace
@@ -151,6 +182,244 @@ private slots:
         QVERIFY(QFileInfo::exists(root + "/Work/Links"));
         dialog.deleteSelected();
         QVERIFY(!QFileInfo::exists(root + "/Work/Links"));
+    }
+
+    void menusAndTreeFollowTheFolder()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites/";
+        QVERIFY(QDir().mkpath(root + "A/E"));
+        QVERIFY(QDir().mkpath(root + "Links"));
+        QVERIFY(QDir().mkpath(root + ".hidden"));
+        QVERIFY(QDir().mkpath(root + "ro"));
+        shortcut(root + "ro/x.url", "http://ro.test/");
+        QVERIFY(QFile::setPermissions(root + "ro", QFile::ReadOwner | QFile::ExeOwner));
+        QVERIFY(QFile::link(root + "A", root + "loop"));
+        shortcut(root + "Links/x.url", "http://x.test/");
+        shortcut(root + "b.url", "http://b.test/");
+        shortcut(root + QString(50, 'c') + ".url", "http://c.test/");
+        shortcut(root + "news.ini.url", "http://news.test/");
+        touch(root + "setup.ini");
+        touch(root + "desktop.ini");
+
+        CommandBar bar;
+        SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
+        RecordingShell shell;
+        FavouritesMenus menus(bar, shell);
+        Band& fav = *bar.band(key::favMenu);
+        const int fixed = fav.count();
+        for (int round = 0; round < 2; ++round)
+            menus.build(FavouritesScan::read(root));
+
+        QStringList top;
+        for (int i = fixed; i < fav.count(); ++i)
+            top << QStringLiteral("%1 %2 %3")
+                       .arg(fav.at(i)->key())
+                       .arg(fav.at(i)->id())
+                       .arg(fav.at(i)->caption());
+        QCOMPARE(top,
+                 QStringList({"fav4 1900 A", "fav5 2000 Links", "fav2 1502 b",
+                              "fav3 1503 " + QString(39, 'c') + " ...", "fav4 1504 news.ini"}));
+        QCOMPARE(fav.at(fixed)->subBand(), "favband1");
+        const Band& a = *bar.band("favband1");
+        QCOMPARE(a.count(), 1);
+        QCOMPARE(a.at(0)->key(), "fav1");
+        QCOMPARE(a.at(0)->id(), 1600);
+        const Band& e = *bar.band("favband2");
+        QCOMPARE(e.count(), 1);
+        QCOMPARE(e.at(0)->caption(), "— NONE —");
+        QVERIFY(e.at(0)->enabled());
+        QCOMPARE(e.at(0)->key(), "fav1000");
+        QCOMPARE(e.at(0)->id(), 2500);
+        QCOMPARE(bar.band("favband3")->at(0)->key(), "fav1");
+        QCOMPARE(bar.band("favband3")->at(0)->tag(), root + "Links/x.url");
+        QVERIFY(!bar.band("favband4"));
+        // The Links folder also beside Go and in the View menu, once.
+        const Band& address = *bar.band(key::addressBar);
+        QCOMPARE(address.at(address.indexOf(address.tool(key::go)) + 1)->subBand(), "favband3");
+        QCOMPARE(bar.band(key::viewMenu)->at(bar.band(key::viewMenu)->count() - 1)->subBand(),
+                 "favband3");
+        QCOMPARE(address.count(), 4);
+        QVERIFY(shell.iconsAsked.isEmpty());
+
+        fav.tool(key::favIcons)->setChecked(true);
+        menus.build(FavouritesScan::read(root));
+        QCOMPARE(shell.iconsAsked.size(), 3 + 4);
+        QCOMPARE(address.count(), 4);
+
+        ScriptedDialogs dialogs;
+        FavouritesStore store(root, dialogs, shell);
+        FavouritesModel model(store);
+        QAbstractItemModelTester tester(&model);
+        store.refresh();
+        QCOMPARE(model.rowCount(), 5);
+        const QModelIndex folder = model.index(0, 0);
+        QCOMPARE(folder.data(FavouritesModel::KeyRole), "favband1");
+        QCOMPARE(model.index(0, 0, model.index(0, 0, folder)).data(), "— NONE —");
+        QCOMPARE(model.index(0, 0, model.index(1, 0)).data(FavouritesModel::KeyRole), "K1");
+        QCOMPARE(model.indexOfEntry(3).data().toString(), QString(39, 'c') + " ...");
+        QVERIFY(model.flags(model.indexOfEntry(3)).testFlag(Qt::ItemIsEditable));
+        QVERIFY(!model.flags(folder).testFlag(Qt::ItemIsEditable));
+    }
+
+    void entriesOpenRenameAndSayWhenGone()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites/";
+        QVERIFY(QDir().mkpath(root + "Sub"));
+        shortcut(root + "Caps.URL", "http://caps.test/a;b,c");
+        touch(root + "Program.lnk");
+        shortcut(root + "Sub/Page.url", "http://page.test/");
+        shortcut(root + "Sub/Taken.url", "http://taken.test/");
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        FavouritesStore store(root, dialogs, shell);
+        store.refresh();
+        QCOMPARE(store.scan().favouriteCount(), 4);
+        QCOMPARE(store.open(3), "http://caps.test/a;b,c");
+        QCOMPARE(store.open(4), QString());
+        QCOMPARE(shell.opened, QStringList({root + "Program.lnk"}));
+
+        QCOMPARE(store.open(1), "http://page.test/");
+        QVERIFY(!store.rename(1, "Page", "../../Escaped"));
+        QVERIFY(!store.rename(1, "Page", "Taken"));
+        QCOMPARE(dialogs.asked, QStringList({"Error when rename!", "Error when rename!"}));
+        QCOMPARE(entries(root + "Sub"), QStringList({"Page.url", "Taken.url"}));
+        QVERIFY(store.rename(1, "Page", "Sub Page"));
+        QCOMPARE(store.scan().path(1), root + "Sub/Sub Page.url");
+        QCOMPARE(store.open(1), "http://page.test/");
+
+        QVERIFY(QFile::remove(root + "Sub/Taken.url"));
+        QCOMPARE(store.open(2), QString());
+        QCOMPARE(dialogs.asked.last(), "Possible external changes ocurred, so please try again!");
+        QCOMPARE(store.scan().favouriteCount(), 3);
+
+        QCOMPARE(FavouritesStore::sanitizeTitle("a*b?c/d\\e<f>g|h:i\"j"), "a*b c d e f g h:i\"j");
+        QCOMPARE(shortenCaption(QString(40, 'x'), 40), QString(40, 'x'));
+        QCOMPARE(shortenCaption(QString(20, QChar(0xE9)), 40), QString(20, QChar(0xE9)));
+        QCOMPARE(shortenCaption(QString(21, QChar(0xE9)), 40), QString(19, QChar(0xE9)) + " ...");
+    }
+
+    void panelOpensAndRenamesAfterAsking()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites/";
+        QVERIFY(QDir().mkpath(root + "Folder"));
+        shortcut(root + "Page.url", "http://page.test/");
+        StripFixture fixture;
+        fixture.tabs.openFirstTab();
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        FavouritesStore store(root, dialogs, shell);
+        FavouritesPanel panel(store, fixture.tabs, dialogs, shell);
+        store.refresh();
+        FavouritesModel& model = *panel.model();
+
+        panel.openNode(model.index(0, 0));
+        QCOMPARE(fixture.state.tabCount, 1);
+        panel.openNode(model.indexOfEntry(1));
+        QCOMPARE(fixture.state.tabCount, 2);
+        QCOMPARE(fixture.view(2)->locationUrl(), "http://page.test/");
+
+        dialogs.answers = {Dialogs::Answer::No, Dialogs::Answer::Yes};
+        QVERIFY(!model.setData(model.indexOfEntry(1), "Other", Qt::EditRole));
+        QVERIFY(QFileInfo::exists(root + "Page.url"));
+        QVERIFY(!model.setData(model.indexOfEntry(1), "Other", Qt::EditRole));
+        QVERIFY(QFileInfo::exists(root + "Other.url"));
+        QCOMPARE(model.indexOfEntry(1).data(), "Other");
+        QCOMPARE(dialogs.asked, QStringList({"Are you sure?", "Are you sure?"}));
+    }
+
+    void bookmarkFilesComeInAndGoOutInOrder()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites";
+        // As the two browsers write them: Firefox with descriptions, a
+        // separator, entities and attributes of its own.
+        const QString firefox = QUB_TEST_SUPPORT_DIR "/bookmarks/firefox.html";
+        const QString chromium = QUB_TEST_SUPPORT_DIR "/bookmarks/chromium.html";
+        const FavouritesTransfer transfer(root);
+        FavouritesTransfer::Result result = transfer.importFile(firefox);
+        QCOMPARE(result.favourites, 5);
+        QCOMPARE(result.folders, 3);
+        QVERIFY(result.problem.isEmpty());
+        const QStringList fromFirefox = {
+            "Get Help=https://www.mozilla.org/en-US/firefox/",
+            "Bookmarks Toolbar/",
+            "Bookmarks Toolbar/Hacker News=https://news.ycombinator.com/",
+            "Bookmarks Toolbar/Recipes & Food/",
+            "Bookmarks Toolbar/Recipes & Food/Bread – Café="
+            "https://example.org/bread?a=1&b=2",
+            "Bookmarks Toolbar/Debian=https://www.debian.org/",
+            "Other Bookmarks/",
+            "Aardvark=https://zzz.example/"};
+        // Folders come first on every level, each in the order of the file.
+        QStringList expected = {fromFirefox[1], fromFirefox[3], fromFirefox[4], fromFirefox[2],
+                                fromFirefox[5], fromFirefox[6], fromFirefox[0], fromFirefox[7]};
+
+        QCOMPARE(outline(FavouritesScan::read(root)), expected);
+        // Nothing twice when the same file comes again.
+        result = transfer.importFile(firefox);
+        QCOMPARE(result.favourites, 0);
+
+        const QString other = dir.path() + "/Other";
+        FavouritesTransfer(other).importFile(chromium);
+        QCOMPARE(outline(FavouritesScan::read(other)),
+                 QStringList({"Bookmarks bar/", "Bookmarks bar/Work/",
+                              "Bookmarks bar/Work/Qt 6=https://doc.qt.io/qt-6/",
+                              "Bookmarks bar/Work/cppreference=https://en.cppreference.com/",
+                              "Bookmarks bar/Wikipedia=https://www.wikipedia.org/",
+                              "Kernel=https://www.kernel.org/"}));
+
+        // Our own file brings back the same tree.
+        const QString exported = dir.path() + "/ours.html";
+        QCOMPARE(transfer.exportFile(FavouritesScan::read(root), exported), QString());
+        const QString again = dir.path() + "/Again";
+        FavouritesTransfer(again).importFile(exported);
+        QCOMPARE(outline(FavouritesScan::read(again)), expected);
+        QVERIFY(!transfer.exportFile(FavouritesScan::read(root), dir.path() + "/no/such/x.html")
+                     .isEmpty());
+    }
+
+    void hostileBookmarkFilesStayInside()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites";
+        QByteArray html = "<DL><p>";
+        for (const char* name : {"/etc/passwd", "..", "../../escape", ".hidden", "a&#0;b",
+                                 "&bogus; &#xFFFFFFFF; &#1;", "", "con\\nul"})
+            html += QByteArray("<DT><A HREF=\"http://x.test/\">") + name + "</A>";
+        html += "<DT><A HREF=\"http://long.test/\">" + QByteArray(300, 'n') + "</A>";
+        html += "<DT><A>no address</A><DT><H3>../up</H3><DL><p><DT><A "
+                "HREF=\"http://in.test/\">in</A></DL>";
+        for (int i = 0; i < 10000; ++i)
+            html += "<DT><H3>deep</H3><DL><p>";
+        const Bookmark tree = readNetscapeBookmarks(html, FavouritesScan::maxDepth);
+        const FavouritesTransfer::Result result = FavouritesTransfer(root).importBookmarks(tree);
+        QVERIFY(result.problem.isEmpty());
+        QCOMPARE(entries(dir.path()), QStringList({"Favorites"}));
+        int deepest = 0;
+        QDirIterator walk(root, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden,
+                          QDirIterator::Subdirectories);
+        while (walk.hasNext()) {
+            const QString path = walk.next();
+            QVERIFY(path.startsWith(root + '/'));
+            QVERIFY(QFileInfo(path).fileName().toUtf8().size() <= 210);
+            deepest = std::max(deepest, int(path.count('/') - root.count('/')));
+        }
+        QVERIFY(deepest <= FavouritesScan::maxDepth + 1);
+        const QStringList lines = outline(FavouritesScan::read(root));
+        // "" and ".." both become "Untitled": the second, with the same
+        // address, is the same favourite.
+        QCOMPARE(lines.filter("=http://x.test/").size(), 7);
+        QVERIFY(lines.contains("up/in=http://in.test/"));
+        QVERIFY(lines.contains("Untitled=http://x.test/"));
+
+        // A hundred thousand entries are read whole.
+        QByteArray many = "<DL><p>";
+        for (int i = 0; i < 100000; ++i)
+            many += "<DT><A HREF=\"http://m.test/" + QByteArray::number(i) + "\">m</A>";
+        QCOMPARE(readNetscapeBookmarks(many, FavouritesScan::maxDepth).children.size(), 100000u);
     }
 };
 
