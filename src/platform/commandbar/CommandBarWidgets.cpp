@@ -232,6 +232,7 @@ void CommandBarWidgets::insertAction(Band* band, int index)
     if (tool->type() == ControlType::DropDown)
         action->setMenu(menu(tool->subBand()));
     actions_.insert(tool, action);
+    toolActions_.insert(action);
 
     QAction* before = nullptr;
     if (index + 1 < band->count())
@@ -254,6 +255,7 @@ void CommandBarWidgets::removeAction(Band* band, int index)
     QAction* action = actions_.take(tool);
     if (!action)
         return;
+    toolActions_.remove(action);
     pendingStatus_.remove(tool);
     for (auto it = buttonTools_.begin(); it != buttonTools_.end();)
         it = it.value() == tool ? buttonTools_.erase(it) : std::next(it);
@@ -307,8 +309,9 @@ void CommandBarWidgets::updateAction(Tool* tool)
     action->setChecked(tool->checked());
     action->setEnabled(tool->enabled());
     action->setVisible(tool->visible());
-    action->setIcon(tool->picture().isNull() ? QIcon::fromTheme(tool->iconName())
-                                             : tool->picture());
+    action->setIcon(!tool->picture().isNull()  ? tool->picture()
+                    : tool->iconName().isEmpty() ? QIcon()
+                                                 : QIcon::fromTheme(tool->iconName()));
     updateShortcut(tool);
     if (auto* widgetAction = qobject_cast<QWidgetAction*>(action)) {
         auto* holder = static_cast<ControlHolder*>(widgetAction->defaultWidget());
@@ -373,7 +376,7 @@ void CommandBarWidgets::updateBand(Band* band)
     if (auto* menu = qobject_cast<QMenu*>(container)) {
         // A drop-down tool's action stands for the menu once it opens it; the
         // title would overwrite that tool's own (translated) caption.
-        if (!actions_.key(menu->menuAction(), nullptr))
+        if (!toolActions_.contains(menu->menuAction()))
             menu->setTitle(band->caption());
         return;
     }

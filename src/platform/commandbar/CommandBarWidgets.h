@@ -58,6 +58,7 @@ private:
     QMainWindow& window_;
     QHash<const Band*, QWidget*> containers_;
     QHash<const Tool*, QAction*> actions_;
+    QSet<const QAction*> toolActions_;
     QHash<const QObject*, Tool*> buttonTools_;
     QHash<const Tool*, QAction*> shortcuts_;
     QHash<const Band*, QTabWidget*> sidePages_;
