@@ -7,9 +7,11 @@
 #include "favorites/FavouritesModel.h"
 #include "favorites/FavouritesPanel.h"
 #include "favorites/FavouritesStore.h"
+#include "favorites/FavouritesSubsystem.h"
 #include "favorites/FavouritesTransfer.h"
 #include "favorites/OrganiseFavouritesDialog.h"
 #include "platform/NarrowText.h"
+#include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/Fakes.h"
 #include "support/StripFixture.h"
@@ -19,6 +21,8 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QMainWindow>
+#include <QMenu>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTreeView>
@@ -293,6 +297,10 @@ private slots:
         QCOMPARE(store.open(2), QString());
         QCOMPARE(dialogs.asked.last(), "Possible external changes ocurred, so please try again!");
         QCOMPARE(store.scan().favouriteCount(), 3);
+        QVERIFY(ProfileFile(root + "Bare.url").writeString("Other", "URL", "http://other.test/"));
+        store.refresh();
+        QCOMPARE(store.scan().path(1), root + "Bare.url");
+        QCOMPARE(store.open(1), QString());
 
         QCOMPARE(FavouritesStore::sanitizeTitle("a*b?c/d\\e<f>g|h:i\"j"), "a*b c d e f g h:i\"j");
         QCOMPARE(shortenCaption(QString(40, 'x'), 40), QString(40, 'x'));
@@ -328,6 +336,44 @@ private slots:
         QVERIFY(QFileInfo::exists(root + "Other.url"));
         QCOMPARE(model.indexOfEntry(1).data(), "Other");
         QCOMPARE(dialogs.asked, QStringList({"Are you sure?", "Are you sure?"}));
+    }
+
+    void menuEntriesOpenAndAFileGoneRebuildsFromItsOwnClick()
+    {
+        QTemporaryDir data;
+        const QByteArray oldData = qgetenv("XDG_DATA_HOME");
+        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        const QString root = data.path() + "/QUB-BROWSER/Favorites/";
+        QVERIFY(QDir().mkpath(root + "Folder"));
+        shortcut(root + "Folder/Gone.url", "http://gone.test/");
+        shortcut(root + "Page.url", "http://page.test/");
+        StripFixture fixture;
+        fixture.tabs.openFirstTab();
+        QMainWindow window;
+        CommandBarWidgets widgets(fixture.bar, window);
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        FavouritesSubsystem favourites(window, fixture.bar, fixture.tabs, dialogs, shell,
+                                       fixture.commands, fixture.events);
+        favourites.start();
+        qputenv("XDG_DATA_HOME", oldData);
+        Band& menu = *fixture.bar.band(key::favMenu);
+        QAction* page = widgets.action(menu.at(menu.count() - 1));
+
+        page->trigger();
+        QCOMPARE(fixture.view(1)->locationUrl(), "http://page.test/");
+        page->trigger();
+        QCOMPARE(fixture.state.tabCount, 2);
+        QCOMPARE(fixture.view(2)->locationUrl(), "http://page.test/");
+
+        QVERIFY(QFile::remove(root + "Folder/Gone.url"));
+        widgets.action(fixture.bar.band("favband1")->at(0))->trigger();
+        QCOMPARE(dialogs.asked,
+                 QStringList({"Possible external changes ocurred, so please try again!"}));
+        QCOMPARE(fixture.bar.band("favband1")->at(0)->caption(), "— NONE —");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(widgets.menu("favband1")->actions().size(), 1);
+        QCOMPARE(fixture.state.tabCount, 2);
     }
 
     void bookmarkFilesComeInAndGoOutInOrder()

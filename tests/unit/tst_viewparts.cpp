@@ -102,6 +102,18 @@ private slots:
                  QUrl("https://s.test/?q=caf%C3%A9%20%26%20%3Ctea%3E%20cups&from=caf%C3%A9%20%26%20"
                       "%3Ctea%3E%20cups"));
 
+        const std::pair<const char*, const char*> domains[] = {
+            {"http://www.example.org/a/b", "www.example.org"},
+            {"https://user:pw@host.test:8080/x?y", "user:pw@host.test:8080"},
+            {"http://host.test", "host.test"},
+            {"example.org/path", "xample.org"},
+            {"file:///tmp/page.html", ""},
+            {"a", ""},
+            {"", ""},
+            {"view-source:http://a.test/", "a.test"}};
+        for (const auto& [address, domain] : domains)
+            QCOMPARE(getDomain(address), domain);
+
         QCOMPARE(lockLevel(QUrl("http://example.org/"), false), 0);
         QCOMPARE(lockLevel(QUrl("http://example.org/"), true), 0);
         QCOMPARE(lockLevel(QUrl("https://example.org/"), false), 2);

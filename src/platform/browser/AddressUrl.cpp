@@ -58,4 +58,14 @@ QUrl searchUrl(const QString& searchTemplate, const QString& words)
     return QUrl(address);
 }
 
+QString getDomain(const QString& url)
+{
+    const qsizetype slashes = url.indexOf(QLatin1String("//"));
+    const qsizetype start = slashes < 0 ? 1 : slashes + 2;
+    if (start >= url.size())
+        return {};
+    const qsizetype end = url.indexOf('/', start);
+    return url.mid(start, end < 0 ? -1 : end - start);
+}
+
 } // namespace platform

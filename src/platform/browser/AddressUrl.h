@@ -18,4 +18,9 @@ bool isAddress(const QString& text);
 // in any case, replaced by the words escaped.
 QUrl searchUrl(const QString& searchTemplate, const QString& words);
 
+// The site of an address as the side panels and the proxy bypass name it:
+// what lies between the first "//" and the next "/", user, password and port
+// included. Without "//" it starts at the second character.
+QString getDomain(const QString& url);
+
 } // namespace platform

@@ -179,7 +179,8 @@ void CommandBarWidgets::removeBand(Band* band)
 {
     for (int i = band->count() - 1; i >= 0; --i)
         removeAction(band, i);
-    delete containers_.take(band);
+    if (QWidget* container = containers_.take(band))
+        container->deleteLater();
 }
 
 void CommandBarWidgets::addToolBars()
@@ -262,7 +263,11 @@ void CommandBarWidgets::removeAction(Band* band, int index)
     delete shortcuts_.take(tool);
     if (tool->type() == ControlType::Hosted && tool->control())
         tool->control()->setParent(nullptr);
-    delete action;
+    // Later: a click on a menu entry may itself remove its menu (a favourite
+    // found gone rebuilds the favourites), from within the entry's own signal.
+    if (QWidget* container = qobject_cast<QWidget*>(action->parent()))
+        container->removeAction(action);
+    action->deleteLater();
 }
 
 // Status captions change as fast as pages make them (a storm of blocked
@@ -309,7 +314,7 @@ void CommandBarWidgets::updateAction(Tool* tool)
     action->setChecked(tool->checked());
     action->setEnabled(tool->enabled());
     action->setVisible(tool->visible());
-    action->setIcon(!tool->picture().isNull()  ? tool->picture()
+    action->setIcon(!tool->picture().isNull()    ? tool->picture()
                     : tool->iconName().isEmpty() ? QIcon()
                                                  : QIcon::fromTheme(tool->iconName()));
     updateShortcut(tool);
