@@ -299,8 +299,8 @@ private slots:
         QCOMPARE(store.scan().favouriteCount(), 3);
         QVERIFY(ProfileFile(root + "Bare.url").writeString("Other", "URL", "http://other.test/"));
         store.refresh();
-        QCOMPARE(store.scan().path(1), root + "Bare.url");
-        QCOMPARE(store.open(1), QString());
+        QCOMPARE(store.scan().path(2), root + "Bare.url");
+        QCOMPARE(store.open(2), QString());
 
         QCOMPARE(FavouritesStore::sanitizeTitle("a*b?c/d\\e<f>g|h:i\"j"), "a*b c d e f g h:i\"j");
         QCOMPARE(shortenCaption(QString(40, 'x'), 40), QString(40, 'x'));
