@@ -21,12 +21,15 @@ inline constexpr const char* favMenu = "sub_Fav";
 inline constexpr const char* toolsMenu = "sub_Usetools";
 inline constexpr const char* proxyMenu = "sub_Proxylist";
 inline constexpr const char* tabMenu = "tab_Menu";
+inline constexpr const char* favouritesPage = "cbnd_Fav";
+inline constexpr const char* historyPage = "cbnd_History";
 
 inline constexpr const char* addressTool = "ctl_addr";
 inline constexpr const char* pageIconTool = "ctl_ieicon";
 inline constexpr const char* statusTextTool = "ctl_statustext";
 inline constexpr const char* progressTool = "ctl_progress";
 inline constexpr const char* securityTool = "b_security";
+inline constexpr const char* favouritesTree = "tvwFav";
 
 // Command tools the program finds by key take their key from the command table.
 inline constexpr const char* newTab = cmd::keyOf(cmd::Command::NewTab);
@@ -53,6 +56,8 @@ inline constexpr const char* silent = cmd::keyOf(cmd::Command::Silent);
 inline constexpr const char* stopPopups = cmd::keyOf(cmd::Command::StopPopups);
 inline constexpr const char* killPopups = cmd::keyOf(cmd::Command::KillPopups);
 inline constexpr const char* fullScreen = cmd::keyOf(cmd::Command::FullScreen);
+inline constexpr const char* favouritesSwitch = cmd::keyOf(cmd::Command::FavouritesPanel);
+inline constexpr const char* historySwitch = cmd::keyOf(cmd::Command::HistoryPanel);
 
 // (band, tool) pairs the program finds by key; an empty tool means the band
 // alone.
@@ -81,6 +86,13 @@ inline std::vector<std::pair<QString, QString>> lookedUpTools()
         {viewMenu, showStatusBar},
         {viewMenu, fullScreen},
         {favMenu, favIcons},
+        {favouritesPage, favouritesTree},
+        {historyPage, {}},
+        {mainBar, favouritesSwitch},
+        {mainBar, historySwitch},
+        {viewMenu, favouritesSwitch},
+        {viewMenu, historySwitch},
+        {addressBar, go},
         {toolsMenu, companionBar},
         {toolsMenu, silent},
         {toolsMenu, stopPopups},

@@ -1,4 +1,5 @@
 #include "FavouritesStore.h"
+#include "FolderOrder.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
 #include "platform/ini/ProfileFile.h"
@@ -53,6 +54,7 @@ bool FavouritesStore::rename(int entry, const QString& oldName, const QString& n
                          platform::Dialogs::Icon::None);
         return false;
     }
+    FolderOrder::rename(file.absolutePath(), file.fileName(), name);
     scan_.rename(entry, target);
     emit renamed(entry);
     return true;

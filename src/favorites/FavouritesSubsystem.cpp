@@ -4,6 +4,7 @@
 #include "FavouritesTransfer.h"
 #include "OrganiseFavouritesDialog.h"
 #include "core/CommandDispatcher.h"
+#include "core/Keys.h"
 #include "core/ToolKeys.h"
 #include "platform/Dialogs.h"
 #include "platform/browser/BrowserView.h"
@@ -13,8 +14,6 @@
 #include <QRegularExpression>
 
 namespace {
-const QString panelTool = QStringLiteral("tvwFav");
-const QString panelBand = QStringLiteral("cbnd_Fav");
 // Pairs of description and patterns: all files, then pages.
 const QString bookmarkFilter = QStringLiteral("*.*|*.*|*.htm;*.html|*.htm;*.html");
 // The tool's caption without its menu mnemonic.
@@ -68,7 +67,7 @@ FavouritesSubsystem::FavouritesSubsystem(QWidget& window, platform::CommandBar& 
 
 void FavouritesSubsystem::start()
 {
-    if (platform::Tool* tool = bar_.tool(panelBand, panelTool))
+    if (platform::Tool* tool = bar_.tool(key::favouritesPage, key::favouritesTree))
         tool->setControl(panel_);
     ensureFolder();
     store_.refresh();

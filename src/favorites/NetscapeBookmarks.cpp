@@ -90,10 +90,11 @@ Bookmark readNetscapeBookmarks(const QByteArray& html, int maxDepth)
     Bookmark root;
     root.folder = true;
     const bool utf8 = QString::fromUtf8(html).toUtf8() == html;
-    htmlDocPtr document = htmlReadMemory(
-        html.constData(), int(std::min<qsizetype>(html.size(), INT_MAX)), nullptr,
-        utf8 ? "UTF-8" : nullptr,
-        HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING | HTML_PARSE_NONET | XML_PARSE_HUGE);
+    htmlDocPtr document =
+        htmlReadMemory(html.constData(), int(std::min<qsizetype>(html.size(), INT_MAX)), nullptr,
+                       utf8 ? "UTF-8" : nullptr,
+                       HTML_PARSE_RECOVER | HTML_PARSE_NOERROR | HTML_PARSE_NOWARNING |
+                           HTML_PARSE_NONET | XML_PARSE_HUGE);
     if (!document)
         return root;
     Reader reader(root, maxDepth);

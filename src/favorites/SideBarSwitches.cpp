@@ -4,22 +4,14 @@
 #include "core/Keys.h"
 #include "platform/commandbar/CommandBar.h"
 
-namespace {
-
-const QString favouritesPage = QStringLiteral("cbnd_Fav");
-const QString historyPage = QStringLiteral("cbnd_History");
-const QString favouritesSwitch = QString::fromLatin1(cmd::keyOf(cmd::Command::FavouritesPanel));
-const QString historySwitch = QString::fromLatin1(cmd::keyOf(cmd::Command::HistoryPanel));
-
-} // namespace
-
 SideBarSwitches::SideBarSwitches(platform::CommandBar& bar, CommandDispatcher& commands,
                                  BarEventRouter& events)
     : bar_(bar)
 {
     commands.on(cmd::Command::FavouritesPanel,
-                [this](const CommandContext&) { toggle(favouritesPage); });
-    commands.on(cmd::Command::HistoryPanel, [this](const CommandContext&) { toggle(historyPage); });
+                [this](const CommandContext&) { toggle(key::favouritesPage); });
+    commands.on(cmd::Command::HistoryPanel,
+                [this](const CommandContext&) { toggle(key::historyPage); });
     events.onBandShown(key::leftBar, [this](platform::Band&) { updateChecks(); });
     QObject::connect(&bar_, &platform::CommandBar::childBandChanged, &bar_,
                      [this] { updateChecks(); });
@@ -45,9 +37,9 @@ void SideBarSwitches::updateChecks()
     const platform::Band* side = bar_.band(key::leftBar);
     const bool shown = side && side->visible();
     for (const char* band : {key::mainBar, key::viewMenu}) {
-        if (platform::Tool* tool = bar_.tool(band, favouritesSwitch))
-            tool->setChecked(shown && side->currentChild() == favouritesPage);
-        if (platform::Tool* tool = bar_.tool(band, historySwitch))
-            tool->setChecked(shown && side->currentChild() == historyPage);
+        if (platform::Tool* tool = bar_.tool(band, key::favouritesSwitch))
+            tool->setChecked(shown && side->currentChild() == QLatin1String(key::favouritesPage));
+        if (platform::Tool* tool = bar_.tool(band, key::historySwitch))
+            tool->setChecked(shown && side->currentChild() == QLatin1String(key::historyPage));
     }
 }

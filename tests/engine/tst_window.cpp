@@ -123,18 +123,12 @@ private slots:
 
     void favouritesOpenFromMenusAndPanelAndAreAdded()
     {
-        QTemporaryDir data;
-        const QByteArray oldData = qgetenv("XDG_DATA_HOME");
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
-        const QString root = data.path() + "/QUB-BROWSER/Favorites/";
-        QVERIFY(QDir().mkpath(root + "Local"));
-        QVERIFY(ProfileFile(root + "Local/One.url")
-                    .writeString("InternetShortcut", "URL", server.url("/one.html")));
-        QVERIFY(ProfileFile(root + "Two.url")
-                    .writeString("InternetShortcut", "URL", server.url("/two.html")));
+        const TemporaryFavourites favourites;
+        const QString& root = favourites.root;
+        QVERIFY(favourites.add("Local/One.url", server.url("/one.html")));
+        QVERIFY(favourites.add("Two.url", server.url("/two.html")));
         App app;
         QVERIFY(app.window->start({}));
-        qputenv("XDG_DATA_HOME", oldData);
         MainWindow::Parts parts = app.window->parts();
         auto entry = [&](const char* band, int index) {
             return parts.barWidgets->action(parts.bar.band(band)->at(index));

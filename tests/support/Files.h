@@ -1,8 +1,12 @@
 #pragma once
-// Whole-file reads and writes for tests.
+// Whole-file reads and writes for tests, and a favourites folder of a test's own.
+#include "platform/ini/ProfileFile.h"
+
 #include <QByteArray>
+#include <QDir>
 #include <QFile>
 #include <QString>
+#include <QTemporaryDir>
 
 inline QByteArray readFile(const QString& path)
 {
@@ -17,3 +21,26 @@ inline void writeFile(const QString& path, const QByteArray& content)
     file.open(QIODevice::WriteOnly);
     file.write(content);
 }
+
+// While it lives, the user's data folder (where the program finds its
+// favourites) is a temporary one, with the favourites folder made in it.
+struct TemporaryFavourites
+{
+    QTemporaryDir data;
+    QString root = data.path() + QStringLiteral("/QUB-BROWSER/Favorites/");
+    QByteArray saved = qgetenv("XDG_DATA_HOME");
+
+    TemporaryFavourites()
+    {
+        qputenv("XDG_DATA_HOME", data.path().toUtf8());
+        QDir().mkpath(root);
+    }
+    ~TemporaryFavourites() { qputenv("XDG_DATA_HOME", saved); }
+    // An internet shortcut at a path below the root, its folders made.
+    bool add(const QString& path, const QString& address) const
+    {
+        QDir().mkpath(QFileInfo(root + path).path());
+        return platform::ProfileFile(root + path)
+            .writeString(QStringLiteral("InternetShortcut"), QStringLiteral("URL"), address);
+    }
+};

@@ -14,6 +14,7 @@
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/Fakes.h"
+#include "support/Files.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
 
@@ -340,13 +341,10 @@ private slots:
 
     void menuEntriesOpenAndAFileGoneRebuildsFromItsOwnClick()
     {
-        QTemporaryDir data;
-        const QByteArray oldData = qgetenv("XDG_DATA_HOME");
-        qputenv("XDG_DATA_HOME", data.path().toUtf8());
-        const QString root = data.path() + "/QUB-BROWSER/Favorites/";
-        QVERIFY(QDir().mkpath(root + "Folder"));
-        shortcut(root + "Folder/Gone.url", "http://gone.test/");
-        shortcut(root + "Page.url", "http://page.test/");
+        const TemporaryFavourites folder;
+        const QString& root = folder.root;
+        QVERIFY(folder.add("Folder/Gone.url", "http://gone.test/"));
+        QVERIFY(folder.add("Page.url", "http://page.test/"));
         StripFixture fixture;
         fixture.tabs.openFirstTab();
         QMainWindow window;
@@ -356,7 +354,6 @@ private slots:
         FavouritesSubsystem favourites(window, fixture.bar, fixture.tabs, dialogs, shell,
                                        fixture.commands, fixture.events);
         favourites.start();
-        qputenv("XDG_DATA_HOME", oldData);
         Band& menu = *fixture.bar.band(key::favMenu);
         QAction* page = widgets.action(menu.at(menu.count() - 1));
 
