@@ -4,6 +4,8 @@
 #include "FuzzSupport.h"
 #include "favorites/FavouritesTransfer.h"
 
+#include <cstdio>
+
 namespace {
 
 constexpr int depthLimit = 8;
@@ -28,6 +30,15 @@ bool sameTree(const Bookmark& a, const Bookmark& b)
     return true;
 }
 
+void print(const Bookmark& folder, const QString& indent = {})
+{
+    for (const Bookmark& entry : folder.children) {
+        std::fprintf(stderr, "%s[%s] %s\n", qPrintable(indent), qPrintable(entry.name),
+                     qPrintable(entry.address));
+        print(entry, indent + "  ");
+    }
+}
+
 bool safeNames(const Bookmark& folder)
 {
     for (const Bookmark& entry : folder.children) {
@@ -47,7 +58,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const Bookmark tree = readNetscapeBookmarks(html, depthLimit);
     if (depthOf(tree) > depthLimit || !safeNames(tree))
         abort();
-    if (!sameTree(tree, readNetscapeBookmarks(writeNetscapeBookmarks(tree), depthLimit)))
+    const Bookmark again = readNetscapeBookmarks(writeNetscapeBookmarks(tree), depthLimit);
+    if (!sameTree(tree, again)) {
+        print(tree);
+        std::fprintf(stderr, "--- read back as\n");
+        print(again);
         abort();
+    }
     return 0;
 }

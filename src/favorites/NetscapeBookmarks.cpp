@@ -32,27 +32,28 @@ bool named(xmlNode* node, const char* name)
 class Reader
 {
 public:
-    Reader(Bookmark& root, int maxDepth) : maxDepth_(maxDepth) { open_.push_back(&root); }
+    Reader(Bookmark& root, int maxDepth) : maxDepth_(maxDepth) { open_.push_back({&root, 0}); }
 
     // False when the walk must not go into the node's children.
     bool enter(xmlNode* node)
     {
         if (named(node, "h3")) {
-            pending_ = add({textOf(node), {}, true, {}});
+            pending_ = {add({textOf(node), {}, true, {}}), open_.back().depth + 1};
             return false;
         }
         if (named(node, "a")) {
-            pending_ = nullptr;
+            pending_ = {};
             const QString address = attribute(node, "href");
             if (!address.isEmpty())
                 add({textOf(node), address, false, {}});
             return false;
         }
         if (named(node, "dl")) {
-            // A list that follows no heading belongs to the folder around it.
-            Bookmark* folder = pending_ && int(open_.size()) <= maxDepth_ ? pending_ : open_.back();
-            open_.push_back(folder);
-            pending_ = nullptr;
+            // A list that follows no heading belongs to the folder around it,
+            // as does the list of a folder already as deep as folders go.
+            open_.push_back(pending_.folder && pending_.depth < maxDepth_ ? pending_
+                                                                          : open_.back());
+            pending_ = {};
         }
         return !named(node, "h1") && !named(node, "title") && !named(node, "head");
     }
@@ -64,18 +65,24 @@ public:
     }
 
 private:
+    struct Open
+    {
+        Bookmark* folder = nullptr;
+        int depth = 0;
+    };
+
     Bookmark* add(Bookmark entry)
     {
         // Entries go only into the innermost open folder, so the lists of the
         // folders around it, and the pointers to them, never move meanwhile.
-        std::vector<Bookmark>& into = open_.back()->children;
+        std::vector<Bookmark>& into = open_.back().folder->children;
         into.push_back(std::move(entry));
         return &into.back();
     }
 
     int maxDepth_;
-    std::vector<Bookmark*> open_;
-    Bookmark* pending_ = nullptr;
+    std::vector<Open> open_;
+    Open pending_;
 };
 
 void appendEscaped(QByteArray& out, const QString& text)
