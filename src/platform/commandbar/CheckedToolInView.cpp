@@ -53,12 +53,22 @@ bool CheckedToolInView::eventFilter(QObject* watched, QEvent* event)
 
 void CheckedToolInView::update()
 {
-    for (QAction* action : std::exchange(leftOut_, {}))
-        action->setVisible(true);
     QAction* checked = nullptr;
     for (int i = 0; i < band_.count() && !checked; ++i)
         if (band_.at(i)->checked() && band_.at(i)->visible())
             checked = actions_.value(band_.at(i));
+    // Tabs change many times a second while pages load (their pictures and
+    // captions); laying the bar out afresh for each change would redraw the
+    // window without end. Only a change of what decides the layout counts.
+    Layout now{checked, toolBar_.width(), band_.count(), 0};
+    for (int i = 0; i < band_.count(); ++i)
+        if (const QWidget* button = toolBar_.widgetForAction(actions_.value(band_.at(i))))
+            now.widths += button->sizeHint().width();
+    if (now == last_ && toolBar_.isVisible())
+        return;
+    last_ = toolBar_.isVisible() ? now : Layout{};
+    for (QAction* action : std::exchange(leftOut_, {}))
+        action->setVisible(true);
     listAction_->setVisible(false);
     if (!checked || !toolBar_.isVisible())
         return;

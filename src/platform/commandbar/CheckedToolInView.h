@@ -36,6 +36,15 @@ private:
     const Band& band_;
     const QHash<const Tool*, QAction*>& actions_;
     QList<QAction*> leftOut_;
+    struct Layout
+    {
+        const QAction* checked = nullptr;
+        int width = 0;
+        int tools = 0;
+        int widths = 0;
+        bool operator==(const Layout&) const = default;
+    };
+    Layout last_;
     QAction* listAction_;
     QMenu* list_;
     // Changes come in bursts (a tab opened: a tool added, then checked).
