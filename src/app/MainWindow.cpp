@@ -26,8 +26,8 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       commands_(state_, bar_, [this](int index) { return tabs_.strip().view(index); }),
       barEvents_(bar_),
       tabs_(state_, bar_, factory, stage_, display_, clock, commands_, barEvents_),
-      history_(*controls_.addressBox(), tabs_.strip(), tabs_.events(), registry_, dialogs,
-               commands_),
+      history_(*controls_.addressBox(), *controls_.pageIcon(), bar_, tabs_.strip(), tabs_.events(),
+               registry_, dialogs, factory.privateData(), commands_),
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
       favourites_(*this, bar_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
@@ -71,7 +71,8 @@ MainWindow::Parts MainWindow::parts()
             controls_.statusText(),
             controls_.progress(),
             lastPages_,
-            favourites_};
+            favourites_,
+            history_};
 }
 
 bool MainWindow::loadSkin()
@@ -117,6 +118,7 @@ bool MainWindow::start(const QString& commandLineAddress)
     factory_.setHomeAddress(settings_.homePage());
     factory_.setSearchAddress(settings_.searchAddress());
     favourites_.start();
+    history_.start(settings_.historyDays());
 
     bar_.setPagePicture(QIcon(controls_.pageIcon()->pixmap()));
     tabs_.strip().createCatchView();

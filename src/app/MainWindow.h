@@ -62,6 +62,7 @@ public:
         ProgressDisplay* progressDisplay;
         const LastPages& lastPages;
         FavouritesSubsystem& favourites;
+        HistorySubsystem& history;
     };
     Parts parts();
 

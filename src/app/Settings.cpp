@@ -11,6 +11,7 @@ const QString section = QStringLiteral("QUB-BROWSER");
 const QString proxyKey = QStringLiteral("PROXY_IP");
 const QString homeKey = QStringLiteral("HOMEPAGE");
 const QString searchKey = QStringLiteral("SEARCHURL");
+const QString historyDaysKey = QStringLiteral("HISTORYDAYS");
 const QString emptyProxy = QStringLiteral("Empty");
 constexpr int firstProxyId = 3011;
 
@@ -63,6 +64,7 @@ void Settings::load()
         homePage_ = defaultHomePage;
 
     searchAddress_ = file.readString(section, searchKey, QLatin1String(defaultSearchAddress));
+    historyDays_ = file.readInt(section, historyDaysKey, defaultHistoryDays);
 
     const QString proxy = platform::ReadIniString(fileName(), section, proxyKey);
     connection_.setProxy(proxy);

@@ -28,9 +28,13 @@ public:
     // Where typed words go: the file's SEARCHURL, an address with "{query}"
     // for the words; a present but empty key means no search service.
     const QString& searchAddress() const { return searchAddress_; }
+    // How many days an address stays in the history after its last visit:
+    // the file's HISTORYDAYS.
+    int historyDays() const { return historyDays_; }
 
     static constexpr const char* defaultHomePage = "about:blank";
     static constexpr const char* defaultSearchAddress = "https://duckduckgo.com/?q={query}";
+    static constexpr int defaultHistoryDays = 20;
 
 private:
     QString appDir_;
@@ -38,4 +42,5 @@ private:
     platform::ConnectionHelper& connection_;
     QString homePage_ = defaultHomePage;
     QString searchAddress_ = defaultSearchAddress;
+    int historyDays_ = defaultHistoryDays;
 };

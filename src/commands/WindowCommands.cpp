@@ -42,8 +42,7 @@ WindowCommands::WindowCommands(platform::Dialogs& dialogs, platform::Shell& shel
 {
     using platform::PrivateData;
     const std::pair<Command, int> clears[] = {{Command::DeleteCookies, PrivateData::Cookies},
-                                              {Command::DeleteTemporaryFiles, PrivateData::Cache},
-                                              {Command::DeleteHistory, PrivateData::History}};
+                                              {Command::DeleteTemporaryFiles, PrivateData::Cache}};
     for (const auto& [command, kind] : clears)
         commands.on(command, [&privateData, kind = kind](const CommandContext&) {
             privateData.clear(kind);

@@ -30,6 +30,7 @@ inline constexpr const char* statusTextTool = "ctl_statustext";
 inline constexpr const char* progressTool = "ctl_progress";
 inline constexpr const char* securityTool = "b_security";
 inline constexpr const char* favouritesTree = "tvwFav";
+inline constexpr const char* historyTree = "tvwHistory";
 
 // Command tools the program finds by key take their key from the command table.
 inline constexpr const char* newTab = cmd::keyOf(cmd::Command::NewTab);
@@ -87,7 +88,7 @@ inline std::vector<std::pair<QString, QString>> lookedUpTools()
         {viewMenu, fullScreen},
         {favMenu, favIcons},
         {favouritesPage, favouritesTree},
-        {historyPage, {}},
+        {historyPage, historyTree},
         {mainBar, favouritesSwitch},
         {mainBar, historySwitch},
         {viewMenu, favouritesSwitch},

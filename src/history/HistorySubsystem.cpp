@@ -1,12 +1,20 @@
 #include "HistorySubsystem.h"
 #include "AddressCompleter.h"
+#include "CURLHistory.h"
+#include "DragToOpen.h"
+#include "HistoryPanel.h"
 #include "core/CommandDispatcher.h"
+#include "core/Keys.h"
 #include "platform/Dialogs.h"
 #include "platform/UserRegistry.h"
 #include "platform/browser/BrowserView.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/history/HistoryStore.h"
+#include "tabs/TabStrip.h"
 #include "tabs/ViewEvents.h"
 
 #include <QComboBox>
+#include <QLineEdit>
 
 namespace {
 // Pairs of description and patterns; the second pair is kept as it has always been.
@@ -14,12 +22,42 @@ const QString openFileFilter = QStringLiteral(
     "*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*");
 } // namespace
 
-HistorySubsystem::HistorySubsystem(QComboBox& box, TabStrip& tabs, ViewEvents& events,
+HistorySubsystem::HistorySubsystem(QComboBox& box, QWidget& pageIcon, platform::CommandBar& bar,
+                                   TabStrip& tabs, ViewEvents& events,
                                    platform::UserRegistry& registry, platform::Dialogs& dialogs,
-                                   CommandDispatcher& commands)
-    : box_(box), registry_(registry), completer_(new AddressCompleter(&box)), addressBar_(box, tabs)
+                                   platform::PrivateData& privateData, CommandDispatcher& commands)
+    : box_(box), bar_(bar), registry_(registry), dialogs_(dialogs),
+      completer_(new AddressCompleter(&box)), addressBar_(box, tabs),
+      panel_(new HistoryPanel(tree_, tabs, box.parentWidget()))
 {
+    panel_->hide();
+    new DragToOpen(box, pageIcon, tabs, addressBar_);
+    QObject::connect(&tabs, &TabStrip::viewCreated, &tree_, [this](platform::BrowserView* view) {
+        if (view->index() < 1)
+            return;
+        QObject::connect(view, &platform::BrowserView::documentComplete, &tree_,
+                         [this, view] { record(view); });
+        QObject::connect(view, &platform::BrowserView::titleChanged, &tree_,
+                         [this, view] { record(view); });
+    });
+    // The tree fills when its page comes to the front or the side bar shows it.
+    QObject::connect(&bar_, &platform::CommandBar::childBandChanged, &tree_,
+                     [this](platform::Band* page) {
+                         if (page->key() == QLatin1String(key::historyPage))
+                             refreshHistory();
+                     });
+    QObject::connect(&bar_, &platform::CommandBar::bandShown, &tree_, [this](platform::Band* side) {
+        if (side->key() == QLatin1String(key::leftBar) &&
+            side->currentChild() == QLatin1String(key::historyPage))
+            refreshHistory();
+    });
+    commands.on(cmd::Command::DeleteHistory, [this, &privateData](const CommandContext&) {
+        privateData.clear(platform::PrivateData::History);
+        clear();
+    });
     addressBar_.setCompleter(*completer_);
+    QObject::connect(box.lineEdit(), &QLineEdit::textEdited, completer_,
+                     &AddressCompleter::suggest);
     commands.on(cmd::Command::Go,
                 [this](const CommandContext&) { addressBar_.navigateFromAddressBar(false); });
     commands.on(cmd::Command::OpenFile, [this, &dialogs](const CommandContext&) {
@@ -45,4 +83,45 @@ void HistorySubsystem::fillAddressList()
         completer_->addAddress(box_.itemText(i));
     // No entry is chosen until the user chooses one: the box starts empty.
     box_.setCurrentIndex(-1);
+}
+
+HistorySubsystem::~HistorySubsystem() = default;
+
+void HistorySubsystem::start(int keptDays)
+{
+    store_ = std::make_unique<platform::HistoryStore>(platform::HistoryStore::userPath());
+    if (!store_->problem().isEmpty())
+        dialogs_.message(store_->problem(), platform::Dialogs::Buttons::Ok,
+                         platform::Dialogs::Icon::Warning);
+    store_->expire(keptDays);
+    completer_->setHistory(*store_);
+    if (platform::Tool* tool = bar_.tool(key::historyPage, key::historyTree))
+        tool->setControl(panel_);
+}
+
+void HistorySubsystem::record(platform::BrowserView* view)
+{
+    const QString address = view->locationUrl();
+    if (store_ && !address.isEmpty() &&
+        !address.startsWith(QLatin1String("about:"), Qt::CaseInsensitive))
+        store_->addUrl(address, view->title());
+}
+
+void HistorySubsystem::refreshHistory()
+{
+    if (!store_)
+        return;
+    if (!history_)
+        history_ = std::make_unique<CURLHistory>(*store_, dialogs_);
+    tree_.refresh(*history_);
+}
+
+void HistorySubsystem::clear()
+{
+    if (!store_)
+        return;
+    if (!history_)
+        history_ = std::make_unique<CURLHistory>(*store_, dialogs_);
+    history_->Clear();
+    tree_.refresh(*history_);
 }

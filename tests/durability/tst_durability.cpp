@@ -3,6 +3,7 @@
 // the settings all old or all new, the typed addresses an unbroken list, the
 // last pages whole lines numbered without a gap.
 #include "platform/UserRegistry.h"
+#include "platform/history/HistoryStore.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/TestMain.h"
 
@@ -77,6 +78,34 @@ private slots:
             }
         }
         qInfo("%d of 40 kills fell between a typed address and its page line", killedWhileWriting);
+    }
+
+    // Killed in the middle of a thousand visits, the store opens with every
+    // visit up to the last one it committed, and none after a gap.
+    void historyKeepsEveryCommittedVisit()
+    {
+        QRandomGenerator random(QRandomGenerator::global()->generate());
+        for (int round = 0; round < 10; ++round) {
+            QTemporaryDir dir;
+            const QString path = dir.path() + "/History.sqlite";
+            QProcess writer;
+            writer.start(QStringLiteral(QUB_HISTORY_WRITER), {path});
+            QVERIFY(writer.waitForStarted());
+            QTRY_VERIFY(QFile::exists(path + "-wal"));
+            QTest::qWait(int(random.bounded(20, 1000)));
+            QCOMPARE(writer.state(), QProcess::Running);
+            writer.kill();
+            QVERIFY(writer.waitForFinished());
+
+            const platform::HistoryStore store(path);
+            QVERIFY2(store.problem().isEmpty(), qPrintable(store.problem()));
+            QList<int> numbers;
+            for (const platform::HistoryRecord& record : store.records())
+                numbers << number(record.url);
+            std::sort(numbers.begin(), numbers.end());
+            for (int i = 0; i < numbers.size(); ++i)
+                QCOMPARE(numbers[i], i + 1);
+        }
     }
 };
 

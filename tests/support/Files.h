@@ -34,8 +34,15 @@ struct TemporaryFavourites
     {
         qputenv("XDG_DATA_HOME", data.path().toUtf8());
         QDir().mkpath(root);
+        // The engine's profile may still be writing its own files here as
+        // the folder goes: they are removed as far as they can be, quietly.
+        data.setAutoRemove(false);
     }
-    ~TemporaryFavourites() { qputenv("XDG_DATA_HOME", saved); }
+    ~TemporaryFavourites()
+    {
+        qputenv("XDG_DATA_HOME", saved);
+        QDir(data.path()).removeRecursively();
+    }
     // An internet shortcut at a path below the root, its folders made.
     bool add(const QString& path, const QString& address) const
     {

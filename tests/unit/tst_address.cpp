@@ -2,9 +2,11 @@
 // keys that send an address where, the typed addresses and their store.
 #include "history/AddressBar.h"
 #include "history/AddressCompleter.h"
+#include "history/DragToOpen.h"
 #include "platform/UserRegistry.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
+#include "platform/history/HistoryStore.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/StripFixture.h"
@@ -161,6 +163,29 @@ private slots:
         completer.addAddress(QStringLiteral("http://example.test/a"));
         QCOMPARE(completer.addresses(),
                  (QStringList{"http://example.test/a", "http://other.test/"}));
+
+        // What the user typed before comes first, then history's finds, once.
+        QTemporaryDir dir;
+        platform::HistoryStore store(dir.filePath("History.sqlite"));
+        store.addUrl("http://example.test/a", "A");
+        store.addUrl("https://www.example.test/b", "Bee");
+        store.addUrl("http://elsewhere.test/", "An example page");
+        completer.setHistory(store);
+        completer.suggest("EXAMPLE");
+        QCOMPARE(completer.suggestions(), QStringList{"http://example.test/a"});
+        QTRY_COMPARE(completer.suggestions(),
+                     (QStringList{"http://example.test/a", "https://www.example.test/b",
+                                  "http://elsewhere.test/"}));
+        // An answer to text no longer in the box is dropped.
+        completer.suggest("other");
+        completer.suggest("zzz");
+        QTest::qWait(200);
+        QVERIFY(completer.suggestions().isEmpty());
+
+        // Only what names a scheme in its first eight characters opens.
+        QVERIFY(DragToOpen::opensFromDrag("https://x.test/"));
+        QVERIFY(!DragToOpen::opensFromDrag("word"));
+        QVERIFY(!DragToOpen::opensFromDrag("see also http://x.test/"));
     }
 };
 

@@ -13,6 +13,7 @@
 #include "tabs/ViewEvents.h"
 
 #include <QComboBox>
+#include <QLabel>
 #include <QTemporaryDir>
 
 using namespace platform;
@@ -175,7 +176,9 @@ private slots:
         QTemporaryDir dir;
         UserRegistry registry(dir.filePath("registry.ini"));
         ScriptedDialogs dialogs;
-        HistorySubsystem history(box, e.tabs, e.events, registry, dialogs, e.commands);
+        QLabel pageIcon;
+        HistorySubsystem history(box, pageIcon, e.bar, e.tabs, e.events, registry, dialogs,
+                                 e.factory.privateData(), e.commands);
         CommandDispatcher& commands = e.commands;
         auto click = [&](const char* band, const char* tool) {
             commands.dispatch(e.bar.tool(band, tool));

@@ -126,6 +126,9 @@ signals:
     // From the page agent: every mouse-down and click in the page's frames.
     void pageMouseDown(const platform::PageClick& click);
     void pageClicked(const platform::PageClick& click);
+    // A drag that began in the page ended outside it, carrying address (a
+    // picture's own address, or the dragged text).
+    void draggedOut(const QString& address);
     // The page's encryption level changed (see SecurityFacet).
     void lockLevelChanged(int level);
 

@@ -1,5 +1,6 @@
 #include "CommandBarWidgets.h"
 #include "CheckedToolInView.h"
+#include "ControlHolder.h"
 #include "MenuKeys.h"
 
 #include <QApplication>
@@ -38,25 +39,6 @@ Qt::ToolBarArea toolBarArea(DockArea area)
     }
     return Qt::TopToolBarArea;
 }
-
-// Keeps a hosted control inside whichever bar shows its tool, so the control
-// can be set before or after the bar is drawn.
-class ControlHolder : public QWidget
-{
-public:
-    explicit ControlHolder(QWidget* parent = nullptr) : QWidget(parent)
-    {
-        auto* layout = new QHBoxLayout(this);
-        layout->setContentsMargins(0, 0, 0, 0);
-    }
-    void hold(QWidget* control)
-    {
-        if (control && control->parentWidget() != this) {
-            layout()->addWidget(control);
-            control->show();
-        }
-    }
-};
 
 } // namespace
 
@@ -265,9 +247,16 @@ void CommandBarWidgets::removeAction(Band* band, int index)
         tool->control()->setParent(nullptr);
     // Later: a click on a menu entry may itself remove its menu (a favourite
     // found gone rebuilds the favourites), from within the entry's own signal.
+    // All go together, as children of one object: ten thousand objects each
+    // waiting for its own deletion would make every deletion search the
+    // queue of all the others.
     if (QWidget* container = qobject_cast<QWidget*>(action->parent()))
         container->removeAction(action);
-    action->deleteLater();
+    if (!removed_) {
+        removed_ = new QObject(this);
+        removed_->deleteLater();
+    }
+    action->setParent(removed_);
 }
 
 // Status captions change as fast as pages make them (a storm of blocked

@@ -7,6 +7,7 @@
 #include "CommandBar.h"
 
 #include <QHash>
+#include <QPointer>
 #include <QSet>
 #include <QTimer>
 
@@ -65,6 +66,8 @@ private:
     QSet<const QObject*> statusBars_;
     QSet<Tool*> pendingStatus_;
     QTimer statusCalm_;
+    // Actions taken out, deleted together once control returns to the event loop.
+    QPointer<QObject> removed_;
 };
 
 } // namespace platform

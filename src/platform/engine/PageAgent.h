@@ -1,8 +1,8 @@
 #pragma once
 // The page agent: a script that runs in every frame of every page, in a world
 // of its own that page scripts cannot see, and pushes mouse-down and click
-// records to the program over a web channel. Subframes hand their records to
-// the top frame, which alone holds the channel. See docs/page-agent.md.
+// records, and the start and end of drags, to the program over a web channel. Subframes hand their
+// records to the top frame, which alone holds the channel. See docs/page-agent.md.
 #include "platform/browser/PageClick.h"
 #include "platform/browser/ViewFacets.h"
 
@@ -23,11 +23,17 @@ public:
     // Called by the agent in the page.
     Q_INVOKABLE void report(const QVariantMap& record);
     Q_INVOKABLE void linksCollected(int request, const QVariantList& documents);
+    Q_INVOKABLE void dragStart(const QString& address) { emit dragStarted(address); }
+    Q_INVOKABLE void dragEnd() { emit dragEnded(); }
 
 signals:
     void pageMouseDown(const platform::PageClick& click);
     void pageClicked(const platform::PageClick& click);
     void linksReady(int request, const platform::PageLinks& links);
+    // A drag began in the top frame, carrying a picture's own address or the
+    // dragged text; and it ended, wherever that was.
+    void dragStarted(const QString& address);
+    void dragEnded();
 };
 
 // Puts the agent script into the profile's scripts; once per profile.

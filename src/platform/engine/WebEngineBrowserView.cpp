@@ -1,4 +1,5 @@
 #include "WebEngineBrowserView.h"
+#include "DragOutWatch.h"
 #include "EngineProfile.h"
 #include "OfflineSwitch.h"
 #include "PageAgent.h"
@@ -93,6 +94,8 @@ void WebEngineBrowserView::wirePage()
 {
     connect(agent_, &PageAgentBridge::pageMouseDown, this, &BrowserView::pageMouseDown);
     connect(agent_, &PageAgentBridge::pageClicked, this, &BrowserView::pageClicked);
+    connect(new DragOutWatch(*view_, *agent_), &DragOutWatch::draggedOut, this,
+            &BrowserView::draggedOut);
 
     connect(page_, &QWebEnginePage::titleChanged, this, &BrowserView::titleChanged);
     connect(page_, &QWebEnginePage::linkHovered, this, [this](const QString& url) {

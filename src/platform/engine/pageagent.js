@@ -1,7 +1,8 @@
 // QUB-BROWSER page agent. Runs at document creation in every frame, in the
 // program's own script world. Reports each mouse-down and click to the
-// program at once, before the page's own handlers run, and gathers the links
-// of the page and its frames when the program asks.
+// program at once, before the page's own handlers run, and the drags that
+// start in the page; gathers the links of the page and its frames when the
+// program asks.
 (function () {
     'use strict';
     var token = '%RELAY_TOKEN%';
@@ -111,6 +112,23 @@
         }, true);
         return;
     }
+
+    // A drag from the page carries a picture's own address, not the link
+    // around it, or else the dragged text; the program tells where it ended.
+    window.addEventListener('dragstart', function (e) {
+        if (!e.isTrusted)
+            return;
+        var target = e.target && e.target.nodeType !== 1 ? e.target.parentElement : e.target;
+        var link = target && target.closest ? target.closest('a[href], area[href]') : null;
+        var text = e.dataTransfer ? e.dataTransfer.getData('text') : '';
+        var address = target && target.tagName === 'IMG' ? String(target.src)
+            : text ? String(text) : link ? String(link.href) : '';
+        whenConnected(function (a) { a.dragStart(address); });
+    }, true);
+    window.addEventListener('dragend', function (e) {
+        if (e.isTrusted)
+            whenConnected(function (a) { a.dragEnd(); });
+    }, true);
 
     // Called by the program in this world.
     window.qubRemoveContent = removeContentEverywhere;
