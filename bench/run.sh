@@ -110,6 +110,19 @@ if [ -z "$fav_first" ] || [ -z "$fav_icons" ]; then
 fi
 echo "favourites: first $fav_first ms, then $fav_rest(ms), reading alone $fav_scan ms, with icons $fav_icons ms"
 
+# The history: 100,000 addresses over 90 days and 2,000 sites into the tree,
+# and the address box's completion queries.
+hist=$(timeout 600 build/bin/bench_history 7 2> /dev/null)
+hist_tree=$(echo "$hist" | awk '$1 == "tree" {printf "%s ", $2}')
+hist_site=$(echo "$hist" | awk '$1 == "complete" && $3 == "site17" {printf "%s ", $2}')
+hist_words=$(echo "$hist" | awk '$1 == "complete" && $3 == "page" {printf "%s ", $2}')
+hist_none=$(echo "$hist" | awk '$1 == "complete" && $3 == "nowhere-at-all" {printf "%s ", $2}')
+if [ -z "$hist_tree" ] || [ -z "$hist_none" ]; then
+    echo "bench_history did not finish" >&2
+    exit 1
+fi
+echo "history: tree $hist_tree(ms), completion $hist_site/ $hist_words/ $hist_none(ms)"
+
 median() { tr ' ' '\n' | grep -v '^$' | sort -n | awk '{v[NR]=$1} END {print v[int((NR+1)/2)]}'; }
 span() { tr ' ' '\n' | grep -v '^$' | sort -n | awk 'NR == 1 {a=$1} {b=$1} END {print a "–" b}'; }
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN {printf "%.2f", a / b}'; }
@@ -163,5 +176,19 @@ and the side panel's tree (\`bench/favourites.cpp\`, no floor):
 | every later refresh, median (min–max of 7) | $(echo "$fav_rest" | median) ms ($(echo "$fav_rest" | span) ms) |
 | reading the folders alone | $fav_scan ms |
 | a refresh with "Show Icons" checked | $fav_icons ms |
+
+## History
+
+100,000 addresses visited over 90 days on 2,000 sites, read from the store,
+sorted by address and put into the side panel's tree until it has filled,
+and the address box's completion questions (\`bench/history.cpp\`, no floor;
+median, min–max of 7):
+
+| measure | time |
+|---|---|
+| the tree of 100,000 addresses | $(echo "$hist_tree" | median) ms ($(echo "$hist_tree" | span) ms) |
+| completion of the start of a site ("site17") | $(echo "$hist_site" | median) ms ($(echo "$hist_site" | span) ms) |
+| completion of words of a title ("page 4242") | $(echo "$hist_words" | median) ms ($(echo "$hist_words" | span) ms) |
+| completion of text nothing holds, the longest search | $(echo "$hist_none" | median) ms ($(echo "$hist_none" | span) ms) |
 REPORT
 cat docs/performance.md
