@@ -24,6 +24,7 @@ void HistoryTree::refresh(CURLHistory& history)
     nodes_.clear();
     top_.clear();
     keyed_.clear();
+    days_.clear();
     links_ = 0;
     endResetModel();
     pending_ = std::move(entries);
@@ -36,10 +37,18 @@ void HistoryTree::fillStep()
 {
     const QLocale locale;
     const QString today = locale.toString(QDate::currentDate(), QLocale::ShortFormat);
+    // Formatting a date costs more than all the rest of an entry: once a day.
+    QDate lastDay;
+    QString day;
     beginResetModel();
     for (const size_t end = std::min(pending_.size(), next_ + step); next_ < end; ++next_) {
         const Entry& entry = pending_[next_];
-        const QString day = locale.toString(entry.day, QLocale::ShortFormat);
+        if (entry.day != lastDay) {
+            lastDay = entry.day;
+            day = days_.value(lastDay);
+            if (day.isEmpty())
+                days_.insert(lastDay, day = locale.toString(lastDay, QLocale::ShortFormat));
+        }
         const QString dayKey = QStringLiteral("Root") + day;
         int dayNode = keyed_.value(dayKey, -1);
         if (dayNode < 0)

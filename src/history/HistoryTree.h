@@ -63,6 +63,7 @@ private:
     std::vector<Node> nodes_;
     std::vector<int> top_;
     QHash<QString, int> keyed_;
+    QHash<QDate, QString> days_;
     std::vector<Entry> pending_;
     size_t next_ = 0;
     quint16 links_ = 0;
