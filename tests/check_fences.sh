@@ -15,8 +15,9 @@ declare -A allowed=(
     [commands]="tabs core platform"
     [favorites]="tabs core platform"
     [protect]="tabs core platform"
-    [app]="commands favorites history protect tabs core platform"
-    [main]="app commands favorites history protect tabs core platform engine"
+    [translate]="commands tabs core platform"
+    [app]="commands favorites history protect translate tabs core platform"
+    [main]="app commands favorites history protect translate tabs core platform engine"
 )
 
 layer_of() { # path relative to src/
@@ -35,7 +36,8 @@ while IFS= read -r file; do
     dir=$(dirname "$file")
     while IFS= read -r included; do
         case "$included" in
-        app/* | commands/* | core/* | favorites/* | history/* | platform/* | protect/* | tabs/*) target=$included ;;
+        app/* | commands/* | core/* | favorites/* | history/* | platform/* | protect/* | tabs/* | translate/*)
+            target=$included ;;
         *) target=$(realpath -m --relative-to=. "$dir/$included") ;;
         esac
         to=$(layer_of "$target")

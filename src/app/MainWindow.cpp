@@ -30,6 +30,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
                registry_, dialogs, factory.privateData(), commands_),
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
       favourites_(*this, bar_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
+      translate_(*this, appDir, bar_, tabs_.strip(), dialogs, commands_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
       protect_(state_, bar_, tabs_.strip(), factory, clickHook_, clock, shell, commands_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
@@ -115,6 +116,7 @@ bool MainWindow::start(const QString& commandLineAddress)
     setCentralWidget(centre);
     history_.fillAddressList();
     settings_.load();
+    translate_.start(language_.text(QLatin1String(cmd::keyOf(cmd::Command::EditTranslations))));
     factory_.setHomeAddress(settings_.homePage());
     factory_.setSearchAddress(settings_.searchAddress());
     favourites_.start();

@@ -22,6 +22,7 @@
 #include "platform/commandbar/CommandBar.h"
 #include "protect/ProtectSubsystem.h"
 #include "tabs/TabSubsystem.h"
+#include "translate/TranslateSubsystem.h"
 
 #include <QMainWindow>
 
@@ -96,6 +97,7 @@ private:
     HistorySubsystem history_;
     CommandsSubsystem commandSet_;
     FavouritesSubsystem favourites_;
+    TranslateSubsystem translate_;
     InternetOptions options_;
     ProtectSubsystem protect_;
     ExitFlow exit_;

@@ -1,7 +1,9 @@
 #include "TextWindow.h"
 #include "platform/Dialogs.h"
+#include "platform/NarrowText.h"
 
 #include <QDir>
+#include <QFile>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSaveFile>
@@ -38,8 +40,34 @@ bool TextWindow::saveAs()
                               '/' + QString(windowTitle()).replace('/', '_') +
                               QStringLiteral(".txt");
     const QString path = dialogs_.saveFileName(QStringLiteral("Save Text As"), suggested);
-    if (path.isEmpty())
-        return false;
+    return !path.isEmpty() && write(path);
+}
+
+TextWindow* TextWindow::editFile(const QString& path, platform::Dialogs& dialogs, QWidget* parent)
+{
+    QFile file(path);
+    const QString text =
+        file.open(QIODevice::ReadOnly) ? platform::decodeText(file.readAll()) : QString();
+    auto* window = new TextWindow(QDir::toNativeSeparators(path), text, dialogs, parent);
+    window->file_ = path;
+    window->editor_->setReadOnly(false);
+    window->editor_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    auto* save = window->findChild<QPushButton*>();
+    save->setText(QStringLiteral("Save"));
+    save->disconnect();
+    connect(save, &QPushButton::clicked, window, &TextWindow::save);
+    auto* shortcut = new QShortcut(QKeySequence::Save, window);
+    connect(shortcut, &QShortcut::activated, window, &TextWindow::save);
+    return window;
+}
+
+bool TextWindow::save()
+{
+    return !file_.isEmpty() && write(file_);
+}
+
+bool TextWindow::write(const QString& path)
+{
     QSaveFile file(path);
     if (file.open(QIODevice::WriteOnly) && file.write(text().toUtf8()) >= 0 && file.commit())
         return true;

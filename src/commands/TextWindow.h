@@ -1,6 +1,7 @@
 #pragma once
 // The program's own plain-text window: a page's text to read, select, copy
-// and save elsewhere. It goes when closed, or with its parent window.
+// and save elsewhere, or one of the program's text files to edit. It goes when closed, or with its
+// parent window.
 #include <QWidget>
 
 class QPlainTextEdit;
@@ -16,11 +17,19 @@ public:
     TextWindow(const QString& title, const QString& text, platform::Dialogs& dialogs,
                QWidget* parent);
 
+    // The file at path, to edit and save in place; a missing file starts empty.
+    static TextWindow* editFile(const QString& path, platform::Dialogs& dialogs, QWidget* parent);
+
     QString text() const;
+    // Writes the edited file, whole or not at all; false when it failed.
+    bool save();
     // Asks where to and writes the text there; false when cancelled or failed.
     bool saveAs();
 
 private:
+    bool write(const QString& path);
+
     platform::Dialogs& dialogs_;
     QPlainTextEdit* editor_;
+    QString file_;
 };

@@ -1,5 +1,7 @@
 #include "NarrowText.h"
 
+#include <QStringDecoder>
+
 namespace platform {
 
 static int narrowWidth(QChar c)
@@ -40,6 +42,13 @@ QString shortenCaption(const QString& text, int maxBytes)
     if (narrowLength(text) <= maxBytes)
         return text;
     return narrowLeft(text, maxBytes - 1) + QStringLiteral(" ...");
+}
+
+QString decodeText(const QByteArray& bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = utf8.decode(bytes);
+    return utf8.hasError() ? QString::fromLatin1(bytes) : text;
 }
 
 } // namespace platform

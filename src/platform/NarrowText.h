@@ -17,4 +17,8 @@ QString narrowLeft(const QString& text, int limit);
 // " ...".
 QString shortenCaption(const QString& text, int maxBytes);
 
+// A text file's bytes: UTF-8 when they are, else the old 8-bit code page,
+// read as Latin-1.
+QString decodeText(const QByteArray& bytes);
+
 } // namespace platform

@@ -1,0 +1,63 @@
+#include "TranslateSubsystem.h"
+#include "commands/TextWindow.h"
+#include "core/CommandDispatcher.h"
+#include "platform/browser/BrowserView.h"
+#include "platform/commandbar/CommandBar.h"
+#include "tabs/TabStrip.h"
+
+namespace {
+const QString menuKey = QStringLiteral("sub_Trans");
+}
+
+TranslateSubsystem::TranslateSubsystem(QWidget& window, QString appDir, platform::CommandBar& bar,
+                                       TabStrip& tabs, platform::Dialogs& dialogs,
+                                       CommandDispatcher& commands)
+    : window_(window), appDir_(std::move(appDir)), bar_(bar), dialogs_(dialogs)
+{
+    commands.on(cmd::Route::Translation, [this, &tabs](const CommandContext& c) {
+        platform::BrowserView* view = tabs.currentView();
+        const QString address =
+            view ? list_.serviceAddress(c.tool.id() - firstServiceId, view->locationUrl())
+                 : QString();
+        if (!address.isEmpty())
+            tabs.newTab(address, true);
+    });
+    commands.on(cmd::Command::EditTranslations, [this](const CommandContext&) {
+        TextWindow::editFile(listPath(), dialogs_, &window_)->show();
+    });
+}
+
+QString TranslateSubsystem::listPath() const
+{
+    return appDir_ + QLatin1String(TranslationList::fileName);
+}
+
+void TranslateSubsystem::start(const QString& editCaption)
+{
+    platform::Band* menu = bar_.band(menuKey);
+    if (!menu)
+        return;
+    auto add = [&](const QString& key, int id, platform::ControlType type, const QString& caption) {
+        platform::Tool tool(bar_, key, id, type);
+        tool.setCaption(caption);
+        bar_.insertTool(*menu, tool);
+    };
+    const char* edit = cmd::keyOf(cmd::Command::EditTranslations);
+    add(QLatin1String(edit), 1398, platform::ControlType::Button,
+        editCaption.isEmpty() ? QStringLiteral("Edit Translation List...") : editCaption);
+    add(QStringLiteral("spe_sTans1"), 1399, platform::ControlType::Separator, {});
+    list_ = TranslationList::read(listPath());
+    int services = 0;
+    int separators = 0;
+    for (const TranslationList::Line& line : list_.lines()) {
+        if (line.separator) {
+            ++separators;
+            add(QStringLiteral("spe_sTrans%1").arg(separators), firstSeparatorId + separators,
+                platform::ControlType::Separator, {});
+        } else {
+            ++services;
+            add(QStringLiteral("transeg%1").arg(services), firstServiceId + services,
+                platform::ControlType::Button, line.name);
+        }
+    }
+}

@@ -1,0 +1,38 @@
+#pragma once
+// The Translate menu: the services of "Translist.txt" beside the program,
+// read once at start-up; choosing one opens it in a new tab on the current
+// page's address. Its edit entry opens the list in the program's own text
+// window; changes show at the next start.
+#include "TranslationList.h"
+
+class CommandDispatcher;
+class QWidget;
+class TabStrip;
+
+namespace platform {
+class CommandBar;
+class Dialogs;
+} // namespace platform
+
+class TranslateSubsystem
+{
+public:
+    TranslateSubsystem(QWidget& window, QString appDir, platform::CommandBar& bar, TabStrip& tabs,
+                       platform::Dialogs& dialogs, CommandDispatcher& commands);
+
+    static constexpr int firstServiceId = 1400;
+    static constexpr int firstSeparatorId = 1900;
+
+    // Builds the menu from the list file; editCaption is the language's
+    // caption of the edit entry.
+    void start(const QString& editCaption);
+    const TranslationList& list() const { return list_; }
+    QString listPath() const;
+
+private:
+    QWidget& window_;
+    QString appDir_;
+    platform::CommandBar& bar_;
+    platform::Dialogs& dialogs_;
+    TranslationList list_;
+};
