@@ -107,21 +107,23 @@ void HistorySubsystem::record(platform::BrowserView* view)
         store_->addUrl(address, view->title());
 }
 
+CURLHistory* HistorySubsystem::snapshot()
+{
+    if (store_ && !history_)
+        history_ = std::make_unique<CURLHistory>(*store_, dialogs_);
+    return history_.get();
+}
+
 void HistorySubsystem::refreshHistory()
 {
-    if (!store_)
-        return;
-    if (!history_)
-        history_ = std::make_unique<CURLHistory>(*store_, dialogs_);
-    tree_.refresh(*history_);
+    if (CURLHistory* history = snapshot())
+        tree_.refresh(*history);
 }
 
 void HistorySubsystem::clear()
 {
-    if (!store_)
-        return;
-    if (!history_)
-        history_ = std::make_unique<CURLHistory>(*store_, dialogs_);
-    history_->Clear();
-    tree_.refresh(*history_);
+    if (CURLHistory* history = snapshot()) {
+        history->Clear();
+        tree_.refresh(*history);
+    }
 }

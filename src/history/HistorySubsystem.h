@@ -52,6 +52,8 @@ public:
 private:
     void record(platform::BrowserView* view);
     void clear();
+    // The store's snapshot, made on first use; nullptr before start().
+    CURLHistory* snapshot();
 
     QComboBox& box_;
     platform::CommandBar& bar_;

@@ -1,6 +1,6 @@
 #pragma once
 // Tells when a drag that began in a page ended outside it: the page agent
-// says what the drag carries and when it ends, the engine's own widget
+// says what the drag carries and when it ends, the view's drag events
 // whether the pointer was last inside the page. A drop the page did not take
 // still ends inside it.
 #include <QObject>

@@ -16,8 +16,7 @@ namespace platform {
 namespace {
 
 constexpr int schemaVersion = 1;
-// An address expires this long after its last visit, unless expire() drops it sooner.
-constexpr qint64 keptMillis = qint64(20) * 24 * 3600 * 1000;
+constexpr qint64 dayMillis = qint64(24) * 3600 * 1000;
 
 const char* const schema[] = {
     "CREATE TABLE IF NOT EXISTS urls ("
@@ -273,8 +272,9 @@ void HistoryStore::addUrl(const QString& url, const QString& title, quint32 flag
     if (!writer_ || url.isEmpty())
         return;
     const qint64 now = visitedAt ? visitedAt : QDateTime::currentMSecsSinceEpoch();
+    const qint64 expires = now + keptDays_ * dayMillis;
     // A later visit without a title keeps the title the page had.
-    QMetaObject::invokeMethod(writer_, [w = writer_, url, title, flags, now] {
+    QMetaObject::invokeMethod(writer_, [w = writer_, url, title, flags, now, expires] {
         w->request(
             QStringLiteral(
                 "INSERT INTO urls (url, title, site, last_visited, last_updated, expires,"
@@ -282,7 +282,7 @@ void HistoryStore::addUrl(const QString& url, const QString& title, quint32 flag
                 " title = CASE WHEN excluded.title = '' THEN title ELSE excluded.title END,"
                 " last_visited = excluded.last_visited, last_updated ="
                 " excluded.last_updated, expires = excluded.expires, flags = excluded.flags"),
-            {url, title, siteOf(url), now, now, now + keptMillis, flags});
+            {url, title, siteOf(url), now, now, expires, flags});
     });
 }
 
@@ -303,7 +303,8 @@ void HistoryStore::clear()
 
 void HistoryStore::expire(int days)
 {
-    const qint64 cutoff = QDateTime::currentMSecsSinceEpoch() - qint64(days) * 24 * 3600 * 1000;
+    keptDays_ = days;
+    const qint64 cutoff = QDateTime::currentMSecsSinceEpoch() - days * dayMillis;
     if (writer_)
         QMetaObject::invokeMethod(writer_, [w = writer_, cutoff] {
             w->request(QStringLiteral("DELETE FROM urls WHERE last_visited < ?"), {cutoff});

@@ -51,7 +51,8 @@ public:
     void addUrl(const QString& url, const QString& title, quint32 flags = 0, qint64 visitedAt = 0);
     void deleteUrl(const QString& url);
     void clear();
-    // Drops the addresses last visited more than days ago.
+    // Drops the addresses last visited more than days ago; later visits
+    // expire that long after they are made.
     void expire(int days);
 
     // Every record whose address begins with filter (all for an empty one),
@@ -77,6 +78,7 @@ private:
     QString connection_;
     QString problem_;
     bool open_ = false;
+    qint64 keptDays_ = 20;
     std::unique_ptr<QThread> thread_;
     HistoryWriter* writer_ = nullptr;
     // The store outlives its writer's thread, so the thread may read this.
