@@ -38,7 +38,7 @@ storm=1000
 } > "$work/storm.html"
 
 mkdir -p "$work/app"
-cp -r build/bin/default.tb2 build/bin/lng.ini build/bin/res "$work/app/"
+cp -r build/bin/default.tb2 build/bin/res "$work/app/" && cp build/bin/English.lng "$work/app/lng.ini"
 export QUB_APPDIR="$work/app"
 export QTWEBENGINE_DISABLE_SANDBOX=1
 export QTWEBENGINE_CHROMIUM_FLAGS="--disable-gpu --disable-background-networking"

@@ -17,7 +17,7 @@ cleanup() { [ -n "$pid" ] && kill -9 "$pid" 2>/dev/null; rm -rf "$work"; }
 trap cleanup EXIT
 fail() { echo "smoke: $*"; [ -f "$work/run.log" ] && tail -20 "$work/run.log"; exit 1; }
 
-cp "$bin/default.tb2" "$bin/lng.ini" "$work/" && cp -r "$bin/res" "$work/"
+cp "$bin/default.tb2" "$work/" && cp "$bin/English.lng" "$work/lng.ini" && cp -r "$bin/res" "$work/"
 printf '; mine\r\n[Other]\r\nK=v\r\n' > "$work/Browser.ini"
 cat > "$work/page.html" <<'HTML'
 <html><head><title>Smoke page</title></head>

@@ -12,7 +12,7 @@ QString Language::text(const QString& key) const
     return platform::ReadIniString(fileName(), section, key);
 }
 
-QString Language::apply(platform::CommandBar& bar, const QString& version) const
+QString Language::apply(platform::CommandBar& bar, const QString& version)
 {
     auto caption = [this](platform::Tool& tool) {
         if (const QString value = text(tool.key()); !value.isEmpty())
@@ -31,7 +31,13 @@ QString Language::apply(platform::CommandBar& bar, const QString& version) const
         caption(*tool);
 
     if (platform::Tool* security = bar.tool(key::statusBar, key::securityTool)) {
-        QString tag = security->tag();
+        if (!skinSecurityLabel_)
+            skinSecurityLabel_ = security->tag();
+        // The label of an unencrypted page is the tool's own caption in this
+        // language, so that no state keeps the skin's English.
+        QString tag = text(QLatin1String(key::securityTool));
+        if (tag.isEmpty())
+            tag = *skinSecurityLabel_;
         for (int n = 1; n <= 3; ++n)
             tag += QLatin1Char('|') + text(QString::number(n) + QStringLiteral("b_security"));
         security->setTag(tag);

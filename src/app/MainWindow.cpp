@@ -33,6 +33,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       translate_(*this, appDir, bar_, tabs_.strip(), dialogs, commands_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
       protect_(state_, bar_, tabs_.strip(), factory, clickHook_, clock, shell, commands_),
+      languages_(appDir, bar_, dialogs, commands_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;
@@ -42,6 +43,12 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
 
     commands_.on(cmd::Command::Quit, [this](const CommandContext&) { quit(); });
     addShutdownSteps(exit_, settings_, clickHook_, appDir);
+    connect(&languages_, &LanguageMenu::switched, this, [this] {
+        protect_.relabel([this] { applyLanguage(); });
+        if (platform::BrowserView* view = tabs_.strip().currentView())
+            tabs_.events().activeTabRefreshed(view);
+        bar_.recalcLayout();
+    });
     connect(&exit_, &ExitFlow::lastPageRecorded, this,
             [this](const QString& address) { lastPages_.append(address); });
     // Queued: bands shown or hidden have their new places only once the
@@ -93,9 +100,14 @@ bool MainWindow::loadSkin()
                          platform::Dialogs::Icon::Critical);
         return false;
     }
+    applyLanguage();
+    return true;
+}
+
+void MainWindow::applyLanguage()
+{
     state_.baseTitle = language_.apply(bar_, QCoreApplication::applicationVersion());
     setWindowTitle(state_.baseTitle);
-    return true;
 }
 
 bool MainWindow::start(const QString& commandLineAddress)
@@ -117,6 +129,7 @@ bool MainWindow::start(const QString& commandLineAddress)
     history_.fillAddressList();
     settings_.load();
     translate_.start(language_.text(QLatin1String(cmd::keyOf(cmd::Command::EditTranslations))));
+    languages_.build();
     factory_.setHomeAddress(settings_.homePage());
     factory_.setSearchAddress(settings_.searchAddress());
     favourites_.start();

@@ -6,6 +6,7 @@
 #include "HostedControls.h"
 #include "InternetOptions.h"
 #include "Language.h"
+#include "LanguageMenu.h"
 #include "LastPages.h"
 #include "Settings.h"
 #include "WindowDisplay.h"
@@ -73,6 +74,7 @@ protected:
 
 private:
     bool loadSkin();
+    void applyLanguage();
     void loadTabIcons();
     void layoutAddressTool();
 
@@ -100,6 +102,7 @@ private:
     TranslateSubsystem translate_;
     InternetOptions options_;
     ProtectSubsystem protect_;
+    LanguageMenu languages_;
     ExitFlow exit_;
     platform::CommandBarWidgets* barWidgets_ = nullptr;
 };

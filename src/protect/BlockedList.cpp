@@ -34,13 +34,14 @@ int BlockedList::count() const
     return keys::leadingValue(QStringView(caption).mid(caption.indexOf(':') + 1));
 }
 
-int BlockedList::nextCount()
+// A count of 0 leaves the label alone: nothing was blocked, so none is shown.
+void BlockedList::setCount(int count)
 {
-    const int next = count() + 1;
+    if (count <= 0)
+        return;
     if (platform::Tool* counter = bar_.tool(QLatin1String(key::statusBar), countKey))
         counter->setCaption(counter->caption().left(counter->caption().indexOf(':') + 1) +
-                            QString::number(next));
-    return next;
+                            QString::number(count));
 }
 
 void BlockedList::record(const QString& shortText, const QString& address)
@@ -55,7 +56,8 @@ void BlockedList::record(const QString& shortText, const QString& address)
             menu->at(i)->setKey(keys::blockedKey(i + 1));
     }
     const int n = menu->count();
-    const int shown = nextCount();
+    const int shown = count() + 1;
+    setCount(shown);
     const QString key = keys::blockedKey(n + 1);
     // The shared tool of that name may hold an earlier entry's identifier.
     bar_.removeCollectionTool(key);

@@ -26,10 +26,9 @@ public:
     // The address of entry n (1 for the oldest); empty when there is none.
     QString address(int entry) const { return addresses_.value(entry - 1); }
     int count() const;
+    void setCount(int count);
 
 private:
-    int nextCount();
-
     platform::CommandBar& bar_;
     QStringList addresses_;
 };

@@ -20,3 +20,11 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, platform::CommandBar&
          {cmd::Command::StopPopups, cmd::Command::KillPopups, cmd::Command::Silent})
         commands.on(command, [](const CommandContext& c) { c.tool.setChecked(!c.tool.checked()); });
 }
+
+void ProtectSubsystem::relabel(const std::function<void()>& recaption)
+{
+    const int blocked = blocked_.count();
+    recaption();
+    blocked_.setCount(blocked);
+    security_.showCurrent();
+}

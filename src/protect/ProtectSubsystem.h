@@ -9,6 +9,8 @@
 #include "PopupBlocker.h"
 #include "SecurityIndicator.h"
 
+#include <functional>
+
 namespace platform {
 class BrowserViewFactory;
 class Shell;
@@ -21,6 +23,10 @@ public:
                      platform::BrowserViewFactory& views, const platform::ClickHook& hook,
                      const platform::Clock& clock, platform::Shell& shell,
                      CommandDispatcher& commands);
+
+    // Runs recaption (a new language) and keeps what the status tools show:
+    // the blocked count and the current page's security in the new labels.
+    void relabel(const std::function<void()>& recaption);
 
 private:
     BlockedList blocked_;

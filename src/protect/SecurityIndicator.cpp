@@ -9,7 +9,7 @@
 
 SecurityIndicator::SecurityIndicator(const MainState& state, platform::CommandBar& bar,
                                      TabStrip& tabs)
-    : bar_(bar)
+    : bar_(bar), tabs_(tabs)
 {
     QObject::connect(&tabs, &TabStrip::viewCreated, &context_,
                      [this, &state](platform::BrowserView* view) {
@@ -21,6 +21,12 @@ SecurityIndicator::SecurityIndicator(const MainState& state, platform::CommandBa
                      });
     QObject::connect(&tabs, &TabStrip::activeTabRefreshed, &context_,
                      [this](platform::BrowserView* view) { show(view->security().lockLevel()); });
+}
+
+void SecurityIndicator::showCurrent()
+{
+    if (platform::BrowserView* view = tabs_.currentView())
+        show(view->security().lockLevel());
 }
 
 void SecurityIndicator::show(int level)

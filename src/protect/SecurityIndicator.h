@@ -18,10 +18,14 @@ class SecurityIndicator
 public:
     SecurityIndicator(const MainState& state, platform::CommandBar& bar, TabStrip& tabs);
 
+    // After the labels changed: the current tab's state in the new labels.
+    void showCurrent();
+
 private:
     void show(int level);
 
     platform::CommandBar& bar_;
+    TabStrip& tabs_;
     // Ends every connection to the views when the indicator goes.
     QObject context_;
 };

@@ -18,10 +18,12 @@
 #include <QWebEngineView>
 #include <memory>
 
+// The skin, both languages, and English in force.
 inline void copySkinTo(const QString& dir)
 {
-    for (const char* name : {"default.tb2", "lng.ini"})
+    for (const char* name : {"default.tb2", "English.lng", "Deutsch.lng"})
         QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, dir + name);
+    QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), dir + "lng.ini");
 }
 
 struct EngineApp

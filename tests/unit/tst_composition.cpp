@@ -9,6 +9,7 @@
 #include "platform/ini/ProfileFile.h"
 #include "support/DialogCloser.h"
 #include "support/Fakes.h"
+#include "support/Files.h"
 #include "support/TestMain.h"
 
 #include <QAction>
@@ -30,8 +31,8 @@ private slots:
     {
         QTemporaryDir dir;
         const QString appDir = dir.path() + '/';
-        for (const char* name : {"default.tb2", "lng.ini"})
-            QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, appDir + name));
+        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/default.tb2"), appDir + "default.tb2"));
+        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), appDir + "lng.ini"));
         ScriptedDialogs dialogs;
         RecordingShell shell;
         SettableClock clock;
@@ -82,6 +83,53 @@ private slots:
         parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::newTab));
         QCOMPARE(parts.bar.band(key::tabsBar)->count(), tabs + 1);
         QCOMPARE(parts.state.currentTab, parts.state.tabCount);
+    }
+
+    // The Language menu lists the files beside the program; a switch copies
+    // the file over lng.ini and captions the window anew, as often as asked.
+    void languageSwitchRecaptionsTheWindow()
+    {
+        QTemporaryDir dir;
+        const QString appDir = dir.path() + '/';
+        for (const char* name : {"default.tb2", "English.lng", "Deutsch.lng"})
+            QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, appDir + name));
+        QVERIFY(QFile::copy(appDir + "English.lng", appDir + "lng.ini"));
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        SettableClock clock;
+        FakeViewFactory factory;
+        MainWindow window(appDir, dialogs, shell, factory, clock);
+        QVERIFY(window.start(QStringLiteral("http://start.test/")));
+        MainWindow::Parts parts = window.parts();
+        Band* menu = parts.bar.band("sub_Language");
+        QCOMPARE(menu->count(), 2);
+        QCOMPARE(menu->at(0)->caption(), "Deutsch");
+        QCOMPARE(menu->at(1)->caption(), "English");
+        QVERIFY(!menu->at(0)->checked() && menu->at(1)->checked());
+        Tool* security = parts.bar.tool(key::statusBar, key::securityTool);
+        Tool* back = parts.bar.tool(key::mainBar, "b_back");
+        const QString englishLabels = security->tag();
+
+        for (int round = 0; round < 2; ++round) {
+            parts.bar.reportClick(menu->at(0));
+            QCOMPARE(readFile(appDir + "lng.ini"), readFile(appDir + "Deutsch.lng"));
+            QVERIFY(menu->at(0)->checked() && !menu->at(1)->checked());
+            QCOMPARE(parts.barWidgets->action(back)->text(), QString::fromUtf8("Zurück"));
+            QCOMPARE(parts.bar.tool(key::menuBar, key::fileMenu)->caption(), "&Datei");
+            QCOMPARE(security->tag(),
+                     QString::fromUtf8("Unverschlüsselt|Teilweise sicher|Verschlüsselt|"));
+            QCOMPARE(security->caption(), QString::fromUtf8("Unverschlüsselt"));
+            parts.bar.reportClick(menu->at(1));
+            QCOMPARE(back->caption(), "Back");
+            QCOMPARE(security->tag(), englishLabels);
+        }
+
+        // A language file gone since the menu was built: lng.ini stays.
+        QFile::remove(appDir + "Deutsch.lng");
+        parts.bar.reportClick(menu->at(0));
+        QCOMPARE(dialogs.asked.last(), "Cannot find source file");
+        QCOMPARE(readFile(appDir + "lng.ini"), readFile(appDir + "English.lng"));
+        QCOMPARE(back->caption(), "Back");
     }
 
     void optionsOpenAtTheirPageOverADisabledWindow()

@@ -10,6 +10,7 @@
 #include "platform/ConnectionHelper.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
+#include "platform/ini/ProfileFile.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/TestMain.h"
@@ -139,8 +140,45 @@ private slots:
         QCOMPARE(f.bar.tool(key::statusBar, "b_security")->tag(),
                  QStringLiteral("Not encrypted|Offen||Sicher"));
         QCOMPARE(f.language.text("msg_Exit"), QStringLiteral("Beenden?"));
+        // Applied again (a language switch), the labels are not appended twice,
+        // and the language's own caption of the tool becomes the first label.
+        writeFile(f.appDir + "lng.ini", "[QUB_Main]\nb_security=Offen\n1b_security=Halb\n");
+        f.language.apply(f.bar, "1");
+        QCOMPARE(f.bar.tool(key::statusBar, "b_security")->tag(), QStringLiteral("Offen|Halb||"));
         QFile::remove(f.appDir + "lng.ini");
         QCOMPARE(f.language.apply(f.bar, "1"), QString());
+    }
+
+    // Every key the program reads, and every key the English file has, is
+    // in each shipped language with a text (the third security label is
+    // empty by design: its "|" closes the list).
+    void shippedLanguagesHaveEveryKey()
+    {
+        CommandBar bar;
+        QVERIFY(!SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE)));
+        QStringList keys = {"lng_Name",    "QUB_TITLE",   "msg_Exit",
+                            "1b_security", "2b_security", "b_orgtrans"};
+        for (const auto& band : bar.bands()) {
+            if (!band->key().contains("sub"))
+                keys << band->key();
+            for (int i = 0; i < band->count(); ++i)
+                if (band->at(i)->type() != ControlType::Separator)
+                    keys << band->at(i)->key();
+        }
+        const QString english = QStringLiteral(QUB_SKIN_DIR "/English.lng");
+        for (const QByteArray& line : readFile(english).split('\n'))
+            if (const int eq = line.indexOf('='); eq > 0 && !line.startsWith(';'))
+                keys << QString::fromUtf8(line.left(eq));
+        keys.removeAll("3b_security");
+        keys.removeDuplicates();
+        for (const char* name : {"English.lng", "Deutsch.lng"}) {
+            const QString file = QStringLiteral(QUB_SKIN_DIR "/") + name;
+            QStringList missing;
+            for (const QString& key : keys)
+                if (ReadIniString(file, "QUB_Main", key).isEmpty())
+                    missing << key;
+            QVERIFY2(missing.isEmpty(), qPrintable(name + (": " + missing.join(' '))));
+        }
     }
 
     void exitCancelledLeavesEverything()

@@ -234,7 +234,7 @@ private slots:
 
         // The shipped skin and language file are laid out to give whole labels.
         QTemporaryDir dir;
-        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/lng.ini"), dir.filePath("lng.ini")));
+        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), dir.filePath("lng.ini")));
         StripFixture f;
         Language(dir.path() + '/').apply(f.bar, "1.0.0");
         SecurityIndicator indicator(f.state, f.bar, f.tabs);

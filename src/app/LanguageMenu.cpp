@@ -1,0 +1,89 @@
+#include "LanguageMenu.h"
+#include "core/CommandDispatcher.h"
+#include "platform/Dialogs.h"
+#include "platform/commandbar/AddBandTool.h"
+#include "platform/commandbar/Band.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+#include "platform/ini/ProfileFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+
+namespace {
+const QString menuKey = QStringLiteral("sub_Language");
+const QString section = QStringLiteral("QUB_Main");
+const QString activeName = QStringLiteral("lng.ini");
+
+QString languageName(const QString& path)
+{
+    return platform::ReadIniString(path, section, QLatin1String(LanguageMenu::nameKey));
+}
+
+// The whole file or nothing: a switch cut short leaves the old language.
+bool copyOver(const QString& source, const QString& target)
+{
+    QFile in(source);
+    if (!in.open(QIODevice::ReadOnly))
+        return false;
+    QSaveFile out(target);
+    return out.open(QIODevice::WriteOnly) && out.write(in.readAll()) >= 0 && out.commit();
+}
+} // namespace
+
+LanguageMenu::LanguageMenu(QString appDir, platform::CommandBar& bar, platform::Dialogs& dialogs,
+                           CommandDispatcher& commands)
+    : appDir_(std::move(appDir)), bar_(bar), dialogs_(dialogs)
+{
+    commands.on(cmd::Route::Language, [this](const CommandContext& c) { choose(c.tool); });
+}
+
+void LanguageMenu::build()
+{
+    const QStringList files =
+        QDir(appDir_).entryList({QStringLiteral("*.lng")}, QDir::Files, QDir::Name);
+    for (int i = 0; i < files.size(); ++i) {
+        QString caption = languageName(appDir_ + files[i]);
+        if (caption.isEmpty())
+            caption = QFileInfo(files[i]).completeBaseName();
+        if (platform::Tool* tool =
+                platform::AddBandTool(bar_, menuKey, QStringLiteral("lang%1").arg(i + 1),
+                                      firstId + i, QStringLiteral("0"), caption, false)) {
+            tool->setTag(files[i]);
+            tool->setCheckable(true);
+        }
+    }
+    checkCurrent();
+}
+
+void LanguageMenu::choose(const platform::Tool& tool)
+{
+    const QString source = appDir_ + tool.tag();
+    if (!QFileInfo::exists(source)) {
+        dialogs_.message(QStringLiteral("Cannot find source file"), platform::Dialogs::Buttons::Ok,
+                         platform::Dialogs::Icon::None);
+        return;
+    }
+    if (!copyOver(source, appDir_ + activeName)) {
+        dialogs_.message(
+            QStringLiteral("Cannot write %1").arg(QDir::toNativeSeparators(appDir_ + activeName)),
+            platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::Critical);
+        return;
+    }
+    checkCurrent();
+    emit switched();
+}
+
+// The entry whose language names itself as lng.ini does.
+void LanguageMenu::checkCurrent()
+{
+    platform::Band* menu = bar_.band(menuKey);
+    if (!menu)
+        return;
+    const QString current = languageName(appDir_ + activeName);
+    for (int i = 0; i < menu->count(); ++i) {
+        platform::Tool* tool = menu->at(i);
+        tool->setChecked(!current.isEmpty() && languageName(appDir_ + tool->tag()) == current);
+    }
+}

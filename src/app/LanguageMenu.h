@@ -1,0 +1,40 @@
+#pragma once
+// The Language menu: one entry per "*.lng" file beside the program, captioned
+// with the name the file gives its language ("lng_Name") and holding the file
+// name in its tag. Choosing one copies that file over "lng.ini" and reports
+// the switch, so the window can caption itself anew; the entry of the
+// language in force is checked.
+#include <QObject>
+#include <QString>
+
+class CommandDispatcher;
+
+namespace platform {
+class CommandBar;
+class Dialogs;
+class Tool;
+} // namespace platform
+
+class LanguageMenu : public QObject
+{
+    Q_OBJECT
+public:
+    LanguageMenu(QString appDir, platform::CommandBar& bar, platform::Dialogs& dialogs,
+                 CommandDispatcher& commands);
+
+    static constexpr int firstId = 3201;
+    static constexpr const char* nameKey = "lng_Name";
+
+    void build();
+
+signals:
+    void switched();
+
+private:
+    void choose(const platform::Tool& tool);
+    void checkCurrent();
+
+    QString appDir_;
+    platform::CommandBar& bar_;
+    platform::Dialogs& dialogs_;
+};
