@@ -16,8 +16,9 @@ declare -A allowed=(
     [favorites]="tabs core platform"
     [protect]="tabs core platform"
     [translate]="commands tabs core platform"
-    [app]="commands favorites history protect translate tabs core platform"
-    [main]="app commands favorites history protect translate tabs core platform engine"
+    [net]="tabs core platform"
+    [app]="commands favorites history net protect translate tabs core platform"
+    [main]="app commands favorites history net protect translate tabs core platform engine"
 )
 
 layer_of() { # path relative to src/
@@ -36,7 +37,7 @@ while IFS= read -r file; do
     dir=$(dirname "$file")
     while IFS= read -r included; do
         case "$included" in
-        app/* | commands/* | core/* | favorites/* | history/* | platform/* | protect/* | tabs/* | translate/*)
+        app/* | commands/* | core/* | favorites/* | history/* | net/* | platform/* | protect/* | tabs/* | translate/*)
             target=$included ;;
         *) target=$(realpath -m --relative-to=. "$dir/$included") ;;
         esac

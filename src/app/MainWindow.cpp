@@ -19,7 +19,8 @@ const QString skinName = QStringLiteral("default.tb2");
 
 MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platform::Shell& shell,
                        platform::BrowserViewFactory& factory, const platform::Clock& clock)
-    : dialogs_(dialogs), factory_(factory), language_(appDir), settings_(appDir, bar_, connection_),
+    : dialogs_(dialogs), factory_(factory), connection_(appDir, factory.forwardingProxy()),
+      proxies_(bar_, connection_), language_(appDir), settings_(appDir, bar_, proxies_),
       clickHook_(clock), lastPages_(appDir), controls_(*this), clientArea_(new QWidget(this)),
       hideFrame_(new QWidget(this)), stage_(*clientArea_, *hideFrame_),
       display_(*this, *controls_.addressBox(), *controls_.statusText(), *controls_.progress()),
@@ -34,6 +35,13 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
       protect_(state_, bar_, tabs_.strip(), factory, clickHook_, clock, shell, commands_),
       languages_(appDir, bar_, dialogs, commands_),
+      net_(
+          *this, state_, bar_, tabs_.strip(), proxies_, dialogs,
+          [this](const QString& key, const QString& fallback) {
+              const QString text = language_.text(key);
+              return text.isEmpty() ? fallback : text;
+          },
+          commands_),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;
@@ -80,7 +88,9 @@ MainWindow::Parts MainWindow::parts()
             controls_.progress(),
             lastPages_,
             favourites_,
-            history_};
+            history_,
+            net_,
+            connection_};
 }
 
 bool MainWindow::loadSkin()
@@ -148,6 +158,7 @@ bool MainWindow::start(const QString& commandLineAddress)
     if (const QScreen* display = screen())
         setGeometry(display->availableGeometry());
     showMaximized();
+    net_.start(settings_.companionAtStart(), settings_.searchAddress());
     return true;
 }
 

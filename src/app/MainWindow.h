@@ -16,6 +16,8 @@
 #include "core/MainState.h"
 #include "favorites/FavouritesSubsystem.h"
 #include "history/HistorySubsystem.h"
+#include "net/NetSubsystem.h"
+#include "net/ProxyMenu.h"
 #include "platform/ClickHook.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/UserRegistry.h"
@@ -65,6 +67,8 @@ public:
         const LastPages& lastPages;
         FavouritesSubsystem& favourites;
         HistorySubsystem& history;
+        NetSubsystem& net;
+        platform::ConnectionHelper& connection;
     };
     Parts parts();
 
@@ -83,6 +87,7 @@ private:
     MainState state_;
     platform::CommandBar bar_;
     platform::ConnectionHelper connection_;
+    ProxyMenu proxies_;
     Language language_;
     Settings settings_;
     platform::ClickHook clickHook_;
@@ -103,6 +108,7 @@ private:
     InternetOptions options_;
     ProtectSubsystem protect_;
     LanguageMenu languages_;
+    NetSubsystem net_;
     ExitFlow exit_;
     platform::CommandBarWidgets* barWidgets_ = nullptr;
 };

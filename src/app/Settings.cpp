@@ -1,7 +1,6 @@
 #include "Settings.h"
 #include "core/Keys.h"
-#include "platform/ConnectionHelper.h"
-#include "platform/commandbar/AddBandTool.h"
+#include "net/ProxyMenu.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/ini/ProfileFile.h"
 
@@ -12,8 +11,6 @@ const QString proxyKey = QStringLiteral("PROXY_IP");
 const QString homeKey = QStringLiteral("HOMEPAGE");
 const QString searchKey = QStringLiteral("SEARCHURL");
 const QString historyDaysKey = QStringLiteral("HISTORYDAYS");
-const QString emptyProxy = QStringLiteral("Empty");
-constexpr int firstProxyId = 3011;
 
 struct Switch
 {
@@ -38,9 +35,8 @@ const Switch switches[] = {
 
 } // namespace
 
-Settings::Settings(QString appDir, platform::CommandBar& bar,
-                   platform::ConnectionHelper& connection)
-    : appDir_(std::move(appDir)), bar_(bar), connection_(connection)
+Settings::Settings(QString appDir, platform::CommandBar& bar, ProxyMenu& proxies)
+    : appDir_(std::move(appDir)), bar_(bar), proxies_(proxies)
 {
 }
 
@@ -49,9 +45,11 @@ void Settings::load()
     const platform::ProfileFile file(fileName());
     for (const Switch& s : switches) {
         // The companion bar checks its own tool when it opens.
-        if (QLatin1String(s.tool) == QLatin1String(key::companionBar))
-            continue;
         const bool on = file.readInt(section, QLatin1String(s.name), s.fallback) == 1;
+        if (QLatin1String(s.tool) == QLatin1String(key::companionBar)) {
+            companionAtStart_ = on;
+            continue;
+        }
         if (platform::Tool* tool = bar_.tool(s.band, s.tool))
             tool->setChecked(on);
         if (s.shownBand)
@@ -66,23 +64,7 @@ void Settings::load()
     searchAddress_ = file.readString(section, searchKey, QLatin1String(defaultSearchAddress));
     historyDays_ = file.readInt(section, historyDaysKey, defaultHistoryDays);
 
-    const QString proxy = platform::ReadIniString(fileName(), section, proxyKey);
-    connection_.setProxy(proxy);
-    auto addProxy = [&](const QString& toolKey, int id, const QString& caption, bool checked) {
-        if (platform::Tool* tool = platform::AddBandTool(bar_, key::proxyMenu, toolKey, id,
-                                                         QStringLiteral("0"), caption, false)) {
-            tool->setCheckable(true);
-            tool->setChecked(checked);
-        }
-    };
-    addProxy(QStringLiteral("Proxy1"), firstProxyId, emptyProxy, proxy.isEmpty());
-    platform::AddBandTool(bar_, key::proxyMenu, QStringLiteral("spe_sProxy1"), firstProxyId + 1,
-                          QStringLiteral("5"), {}, false);
-    const QStringList entries = connection_.proxies();
-    for (int i = 1; i <= entries.size(); ++i)
-        addProxy(QStringLiteral("Proxy%1").arg(i + 1), firstProxyId + 1 + i, entries[i - 1],
-                 entries[i - 1] == proxy);
-    bar_.recalcLayout();
+    proxies_.start(platform::ReadIniString(fileName(), section, proxyKey));
 }
 
 bool Settings::save() const
@@ -94,20 +76,7 @@ bool Settings::save() const
             entries.append({QLatin1String(s.name),
                             tool->checked() ? QStringLiteral("1") : QStringLiteral("0")});
     }
-    // With no entry checked (a proxy the list no longer holds), the proxy in
-    // use is kept as it was.
-    QString proxy = connection_.proxy();
-    if (const platform::Band* menu = bar_.band(key::proxyMenu)) {
-        for (int i = 0; i < menu->count(); ++i) {
-            if (menu->at(i)->checked()) {
-                proxy = menu->at(i)->caption();
-                break;
-            }
-        }
-    }
-    if (proxy == emptyProxy)
-        proxy.clear();
-    entries.append({proxyKey, proxy});
+    entries.append({proxyKey, proxies_.checkedEntry()});
     // One write, so that a shut-down cut short leaves the old settings or the new.
     return platform::ProfileFile(fileName()).writeStrings(section, entries);
 }

@@ -4,15 +4,16 @@
 // at exit; in between the tools' checked states are the only copy.
 #include <QString>
 
+class ProxyMenu;
+
 namespace platform {
 class CommandBar;
-class ConnectionHelper;
 } // namespace platform
 
 class Settings
 {
 public:
-    Settings(QString appDir, platform::CommandBar& bar, platform::ConnectionHelper& connection);
+    Settings(QString appDir, platform::CommandBar& bar, ProxyMenu& proxies);
 
     void load();
     // False when the file could not be written.
@@ -31,6 +32,8 @@ public:
     // How many days an address stays in the history after its last visit:
     // the file's HISTORYDAYS.
     int historyDays() const { return historyDays_; }
+    // OPENGETBAR: the companion bar opens at start-up (and checks its tool).
+    bool companionAtStart() const { return companionAtStart_; }
 
     static constexpr const char* defaultHomePage = "about:blank";
     static constexpr const char* defaultSearchAddress = "https://duckduckgo.com/?q={query}";
@@ -39,8 +42,9 @@ public:
 private:
     QString appDir_;
     platform::CommandBar& bar_;
-    platform::ConnectionHelper& connection_;
+    ProxyMenu& proxies_;
     QString homePage_ = defaultHomePage;
     QString searchAddress_ = defaultSearchAddress;
     int historyDays_ = defaultHistoryDays;
+    bool companionAtStart_ = false;
 };

@@ -1,21 +1,44 @@
 #pragma once
-// Proxy services of the companion: the list of proxies the user can choose
-// from and the one in use. The list is empty until the proxy menu has its
-// own source; the chosen entry is kept so that it is saved unchanged.
+// Proxy services: the list of proxies the user can choose from, kept in
+// "Proxies.txt" beside the program (one per line; blank lines and lines
+// beginning with "#" are skipped), the one in use, and the hosts that go
+// straight to the sites whatever the proxy ("NoProxy.txt", one per line).
+// Applied through the program's forwarding proxy, so a choice holds for the
+// next request of every view.
 #include <QString>
 #include <QStringList>
 
 namespace platform {
 
+class ForwardingProxy;
+
 class ConnectionHelper
 {
 public:
-    void setProxy(const QString& entry) { proxy_ = entry; }
+    ConnectionHelper(QString appDir, ForwardingProxy& proxy);
+
+    static constexpr const char* listName = "Proxies.txt";
+    static constexpr const char* bypassName = "NoProxy.txt";
+
+    QString listPath() const { return appDir_ + QLatin1String(listName); }
+    QStringList proxies() const;
+    // entry: a line of the list, or "" for a direct connection.
+    void setProxy(const QString& entry);
     const QString& proxy() const { return proxy_; }
-    QStringList proxies() const { return {}; }
+    // Adds host to the hosts reached without proxy, for this run and after;
+    // false when the list could not be written (the host still goes direct).
+    bool addToBypass(const QString& proxyEntry, const QString& host);
+    const QStringList& bypass() const { return bypass_; }
 
 private:
+    QString appDir_;
+    ForwardingProxy& forwarder_;
     QString proxy_;
+    QStringList bypass_;
 };
+
+// The lines of a list file that name something: trimmed, without blanks and
+// "#" comments. The file's text is read as UTF-8, else in the local code page.
+QStringList readListFile(const QString& path);
 
 } // namespace platform

@@ -6,10 +6,12 @@
 #include "app/LastPages.h"
 #include "app/Settings.h"
 #include "core/Keys.h"
+#include "net/ProxyMenu.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/UserRegistry.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
+#include "platform/proxy/ForwardingProxy.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -24,8 +26,10 @@ int main(int argc, char** argv)
     platform::CommandBar bar;
     if (platform::SkinLoader::loadFile(bar, args[3]))
         return 2;
-    platform::ConnectionHelper connection;
-    const Settings settings(appDir, bar, connection);
+    platform::ForwardingProxy proxy;
+    platform::ConnectionHelper connection(appDir, proxy);
+    ProxyMenu proxies(bar, connection);
+    const Settings settings(appDir, bar, proxies);
     const platform::UserRegistry registry(args[2]);
     const LastPages lastPages(appDir);
 

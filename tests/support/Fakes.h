@@ -7,6 +7,7 @@
 #include "platform/Shell.h"
 #include "platform/browser/BrowserView.h"
 #include "platform/browser/ViewPolicies.h"
+#include "platform/proxy/ForwardingProxy.h"
 #include "support/FakeFacets.h"
 #include "tabs/ActiveTabDisplay.h"
 
@@ -90,12 +91,14 @@ public:
     }
     platform::ConnectionState& connection() override { return connectionState; }
     platform::PrivateData& privateData() override { return privacy; }
+    platform::ForwardingProxy& forwardingProxy() override { return proxy; }
     std::vector<FakeBrowserView*> created;
     QString home;
     QString search;
     platform::NavigationPolicy* navigationPolicy = nullptr;
     FakeConnection connectionState;
     FakePrivateData privacy;
+    platform::ForwardingProxy proxy;
 };
 
 class FakeStage : public platform::ViewStage

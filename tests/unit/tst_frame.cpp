@@ -6,11 +6,13 @@
 #include "app/LastPages.h"
 #include "app/Settings.h"
 #include "core/Keys.h"
+#include "net/ProxyMenu.h"
 #include "platform/ClickHook.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
 #include "platform/ini/ProfileFile.h"
+#include "platform/proxy/ForwardingProxy.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/TestMain.h"
@@ -28,8 +30,10 @@ struct Frame
     QString appDir = dir.path() + '/';
     MainState state;
     CommandBar bar;
-    ConnectionHelper connection;
-    Settings settings{appDir, bar, connection};
+    ForwardingProxy proxy;
+    ConnectionHelper connection{appDir, proxy};
+    ProxyMenu proxies{bar, connection};
+    Settings settings{appDir, bar, proxies};
     Language language{appDir};
     FakeViewFactory factory;
     FakeStage stage;
@@ -105,20 +109,16 @@ private slots:
         QVERIFY(f.checked(key::toolsMenu, key::stopPopups));
         QVERIFY(!f.checked(key::toolsMenu, key::killPopups));
         QVERIFY(f.checked(key::toolsMenu, key::silent));
-        // A proxy the list no longer holds: nothing checked, still handed on.
-        QCOMPARE(f.connection.proxy(), QStringLiteral("10.0.0.1:8080"));
-        QVERIFY(!f.bar.band(key::proxyMenu)->at(0)->checked());
+        // A proxy the list no longer holds: a direct connection, "Empty" checked.
+        QCOMPARE(f.connection.proxy(), QString());
+        QVERIFY(f.bar.band(key::proxyMenu)->at(0)->checked());
 
         QVERIFY(f.settings.save());
         QCOMPARE(f.ini(), QStringLiteral(
                               "; mine\r\n[Other]\r\nA=1\r\n[QUB-BROWSER]\r\nADDRESSBAR=0\r\n"
                               "STATUSBAR=0\r\nTOOLSBAR=1\r\nSTOPPOPUP=1\r\nKILLPOP=0\r\n"
-                              "BESILENT=1\r\nUNKNOWN=keep\r\nPROXY_IP=10.0.0.1:8080\r\n"
+                              "BESILENT=1\r\nUNKNOWN=keep\r\nPROXY_IP=\r\n"
                               "homepage=\"http://home.test/a b\"\r\nICONON=0\r\nOPENGETBAR=0\r\n"));
-        // "Empty" checked is written as an empty value, not as "Empty".
-        f.bar.band(key::proxyMenu)->at(0)->setChecked(true);
-        QVERIFY(f.settings.save());
-        QVERIFY(f.ini().contains("PROXY_IP=\r\n"));
     }
 
     void languageCaptionsTheBar()

@@ -13,6 +13,8 @@ class QWidget;
 
 namespace platform {
 
+class ForwardingProxy;
+
 class BrowserView;
 class NavigationPolicy;
 
@@ -155,6 +157,8 @@ public:
     virtual void setNavigationPolicy(NavigationPolicy& policy) = 0;
     virtual ConnectionState& connection() = 0;
     virtual PrivateData& privateData() = 0;
+    // The program's proxy that every view's requests go through.
+    virtual ForwardingProxy& forwardingProxy() = 0;
 };
 
 // Where views live on screen: the one active view fills the client area, every

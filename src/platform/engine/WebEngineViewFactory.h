@@ -8,7 +8,8 @@ namespace platform {
 class WebEngineViewFactory : public BrowserViewFactory
 {
 public:
-    explicit WebEngineViewFactory(Dialogs& dialogs) : engine_(dialogs) {}
+    // Sets the program's proxy up before the engine makes its profile.
+    explicit WebEngineViewFactory(Dialogs& dialogs);
     BrowserView* create(int index) override;
     void setHomeAddress(const QString& address) override { engine_.setHomeAddress(address); }
     void setSearchAddress(const QString& searchTemplate) override
@@ -21,10 +22,13 @@ public:
     }
     ConnectionState& connection() override { return engine_.connection(); }
     PrivateData& privateData() override { return engine_; }
+    ForwardingProxy& forwardingProxy() override { return proxy_; }
     EngineProfile& engine() { return engine_; }
     DownloadManager& downloads() const { return engine_.downloads(); }
 
 private:
+    // Before the profile: the proxy is in place before the engine starts.
+    ForwardingProxy& proxy_;
     EngineProfile engine_;
 };
 

@@ -1,0 +1,100 @@
+#include "NetSubsystem.h"
+#include "ProxyMenu.h"
+#include "core/CommandDispatcher.h"
+#include "core/Keys.h"
+#include "core/MainState.h"
+#include "platform/ConnectionHelper.h"
+#include "platform/browser/AddressUrl.h"
+#include "platform/browser/BrowserView.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+#include "tabs/TabStrip.h"
+
+NetSubsystem::NetSubsystem(QWidget& window, const MainState& state, platform::CommandBar& bar,
+                           TabStrip& tabs, ProxyMenu& proxies, platform::Dialogs& dialogs,
+                           ProxyListEditor::Captions captions, CommandDispatcher& commands)
+    : window_(window), state_(state), bar_(bar), tabs_(tabs), proxies_(proxies), dialogs_(dialogs),
+      captions_(std::move(captions))
+{
+    commands.on(cmd::Route::Proxy, [this](const CommandContext& c) {
+        proxies_.select(c.tool);
+        bar_.recalcLayout();
+    });
+    commands.on(cmd::Command::BypassProxy, [this](const CommandContext& c) {
+        addToNonProxy(c.view ? c.view->locationUrl() : QString());
+    });
+    commands.on(cmd::Command::CompanionBar, [this](const CommandContext&) { openBar(); });
+    commands.on(cmd::Command::CompanionSetup, [this](const CommandContext&) {
+        auto* editor =
+            new ProxyListEditor(proxies_.connection().listPath(), captions_, dialogs_, &window_);
+        editor->setAttribute(Qt::WA_DeleteOnClose);
+        QObject::connect(editor, &ProxyListEditor::saved, &channel_,
+                         [this] { channel_.setText(QStringLiteral("QUB_proxychange")); });
+        editor->show();
+    });
+    commands.on(cmd::Command::OpenFromCompanion, [this](const CommandContext&) {
+        const QString text = channel_.text();
+        if (text.left(8).contains(QLatin1String("://")))
+            tabs_.newTab(text, true);
+    });
+    QObject::connect(&channel_, &CompanionChannel::changed, &channel_,
+                     [this] { onChannelChange(); });
+}
+
+void NetSubsystem::start(bool openCompanion, const QString& searchTemplate)
+{
+    searchTemplate_ = searchTemplate.contains(QLatin1String("{query}"))
+                          ? searchTemplate
+                          : QStringLiteral("https://duckduckgo.com/?q={query}");
+    if (openCompanion)
+        openBar();
+}
+
+void NetSubsystem::openBar()
+{
+    platform::Tool* tool = bar_.tool(key::toolsMenu, key::companionBar);
+    if (!tool || !tool->checked()) {
+        companion_ = new CompanionBar(channel_, proxies_.connection().listPath(), searchTemplate_,
+                                      captions_, dialogs_, &window_);
+        companion_->show();
+        if (tool)
+            tool->setChecked(true);
+        return;
+    }
+    if (companion_)
+        companion_->gameover();
+    tool->setChecked(false);
+    companion_ = nullptr;
+}
+
+void NetSubsystem::onChannelChange()
+{
+    const QString text = channel_.text();
+    if (!text.startsWith(QLatin1String("QUB_")))
+        return;
+    const QStringView command = QStringView(text).mid(4);
+    if (command == QLatin1String("close")) {
+        if (platform::Tool* tool = bar_.tool(key::toolsMenu, key::companionBar))
+            tool->setChecked(false);
+        companion_ = nullptr;
+        channel_.setText({});
+    } else if (command == QLatin1String("proxychange")) {
+        proxies_.rebuild();
+        channel_.setText({});
+    } else if (command == QLatin1String("iconleft") || command == QLatin1String("iconright")) {
+        channel_.setText({});
+        if (state_.currentTab > 0)
+            tabs_.activateTab(state_.currentTab);
+    }
+    const QString again = channel_.text();
+    if (again.contains(QLatin1String("QUB_open"))) {
+        tabs_.newTab(again.mid(8), true);
+        channel_.setText({});
+    }
+}
+
+void NetSubsystem::addToNonProxy(const QString& address)
+{
+    const QString domain = platform::getDomain(address);
+    proxies_.connection().addToBypass(proxies_.checkedEntry(), domain);
+}

@@ -1,0 +1,82 @@
+#include "ProxyMenu.h"
+#include "core/Keys.h"
+#include "core/ToolKeys.h"
+#include "platform/ConnectionHelper.h"
+#include "platform/commandbar/AddBandTool.h"
+#include "platform/commandbar/Band.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/Tool.h"
+
+ProxyMenu::ProxyMenu(platform::CommandBar& bar, platform::ConnectionHelper& connection)
+    : bar_(bar), connection_(connection)
+{
+}
+
+void ProxyMenu::start(const QString& stored)
+{
+    connection_.setProxy(stored);
+    build(stored);
+}
+
+void ProxyMenu::rebuild()
+{
+    const platform::Tool* checked = checkedTool();
+    build(checked ? checked->caption() : QString());
+}
+
+platform::Tool* ProxyMenu::checkedTool() const
+{
+    const platform::Band* menu = bar_.band(key::proxyMenu);
+    for (int i = 0; menu && i < menu->count(); ++i)
+        if (menu->at(i)->checked())
+            return menu->at(i);
+    return nullptr;
+}
+
+QString ProxyMenu::checkedEntry() const
+{
+    const platform::Tool* checked = checkedTool();
+    if (!checked || checked->caption() == QLatin1String(emptyCaption))
+        return {};
+    return checked->caption();
+}
+
+void ProxyMenu::build(const QString& current)
+{
+    platform::Band* menu = bar_.band(key::proxyMenu);
+    if (!menu)
+        return;
+    while (menu->count() > 0)
+        bar_.removeTool(*menu, menu->count() - 1);
+    bool anyChecked = false;
+    auto add = [&](int entry, const QString& caption) {
+        if (platform::Tool* tool = platform::AddBandTool(
+                bar_, key::proxyMenu, keys::proxyKey(entry), firstId + (entry > 1 ? entry : 0),
+                QStringLiteral("0"), caption, false)) {
+            tool->setCheckable(true);
+            const bool checked = caption == current;
+            tool->setChecked(checked);
+            anyChecked = anyChecked || checked;
+        }
+    };
+    add(1, QLatin1String(emptyCaption));
+    platform::AddBandTool(bar_, key::proxyMenu, QStringLiteral("spe_sProxy1"), firstId + 1,
+                          QStringLiteral("5"), {}, false);
+    const QStringList entries = connection_.proxies();
+    for (int i = 1; i <= entries.size(); ++i)
+        add(i + 1, entries[i - 1]);
+    if (!anyChecked) {
+        connection_.setProxy({});
+        menu->at(0)->setChecked(true);
+    }
+    bar_.recalcLayout();
+}
+
+void ProxyMenu::select(platform::Tool& tool)
+{
+    if (platform::Tool* checked = checkedTool())
+        checked->setChecked(false);
+    tool.setChecked(true);
+    connection_.setProxy(tool.caption() == QLatin1String(emptyCaption) ? QString()
+                                                                       : tool.caption());
+}

@@ -1,0 +1,37 @@
+#pragma once
+// The Proxy menu: "Empty" (no proxy), a separator, then the proxies of the
+// list in its order, exactly one entry checked. Rebuilt from scratch, so an
+// entry's name follows its place in the list; a proxy in force that the list
+// no longer holds falls back to a direct connection.
+#include <QString>
+
+namespace platform {
+class CommandBar;
+class ConnectionHelper;
+class Tool;
+} // namespace platform
+
+class ProxyMenu
+{
+public:
+    ProxyMenu(platform::CommandBar& bar, platform::ConnectionHelper& connection);
+
+    static constexpr int firstId = 3011;
+    static constexpr const char* emptyCaption = "Empty";
+
+    // Start-up: the stored choice is set, then the menu built around it.
+    void start(const QString& stored);
+    // The list changed: the menu anew around the checked entry.
+    void rebuild();
+    void select(platform::Tool& tool);
+    // The checked entry as it is stored: "" for "Empty" or none.
+    QString checkedEntry() const;
+    platform::ConnectionHelper& connection() { return connection_; }
+
+private:
+    platform::Tool* checkedTool() const;
+    void build(const QString& current);
+
+    platform::CommandBar& bar_;
+    platform::ConnectionHelper& connection_;
+};

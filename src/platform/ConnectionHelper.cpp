@@ -1,0 +1,60 @@
+#include "ConnectionHelper.h"
+#include "NarrowText.h"
+#include "proxy/ForwardingProxy.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSaveFile>
+
+namespace platform {
+
+QStringList readListFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QStringList lines;
+    for (const QString& line : decodeText(file.readAll()).split(QLatin1Char('\n'))) {
+        const QString text = line.trimmed();
+        if (!text.isEmpty() && !text.startsWith(QLatin1Char('#')))
+            lines << text;
+    }
+    return lines;
+}
+
+ConnectionHelper::ConnectionHelper(QString appDir, ForwardingProxy& proxy)
+    : appDir_(std::move(appDir)), forwarder_(proxy),
+      bypass_(readListFile(appDir_ + QLatin1String(bypassName)))
+{
+    forwarder_.setBypass(bypass_);
+}
+
+QStringList ConnectionHelper::proxies() const
+{
+    return readListFile(listPath());
+}
+
+void ConnectionHelper::setProxy(const QString& entry)
+{
+    proxy_ = entry;
+    forwarder_.setUpstream(entry);
+}
+
+// The host alone counts: a name and password or a port in the site go.
+bool ConnectionHelper::addToBypass(const QString&, const QString& site)
+{
+    QString host = site.section(QLatin1Char('@'), -1).trimmed();
+    static const QRegularExpression port(QStringLiteral(":\\d*$"));
+    if (!host.startsWith(QLatin1Char('[')) || host.contains(QLatin1String("]:")))
+        host.remove(port);
+    if (host.isEmpty() || bypass_.contains(host, Qt::CaseInsensitive))
+        return true;
+    bypass_ << host;
+    forwarder_.setBypass(bypass_);
+    QSaveFile file(appDir_ + QLatin1String(bypassName));
+    return file.open(QIODevice::WriteOnly) &&
+           file.write((bypass_.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8()) >= 0 &&
+           file.commit();
+}
+
+} // namespace platform

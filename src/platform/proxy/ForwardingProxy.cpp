@@ -1,0 +1,100 @@
+#include "ForwardingProxy.h"
+#include "ProxyTunnel.h"
+
+#include <QRandomGenerator>
+#include <QTcpServer>
+#include <QTcpSocket>
+
+namespace platform {
+
+class ProxyServer : public QTcpServer
+{
+public:
+    ProxyServer(const ProxyRouting& routing, QByteArray credentials, int timeoutMs,
+                std::atomic<int>& open)
+        : routing_(routing), credentials_(std::move(credentials)), timeoutMs_(timeoutMs),
+          open_(open)
+    {
+    }
+
+    void dropStale()
+    {
+        const quint64 now = routing_.generation();
+        for (ProxyTunnel* tunnel : findChildren<ProxyTunnel*>(Qt::FindDirectChildrenOnly))
+            if (tunnel->generation() != now)
+                tunnel->close();
+    }
+
+protected:
+    void incomingConnection(qintptr descriptor) override
+    {
+        auto* client = new QTcpSocket;
+        if (!client->setSocketDescriptor(descriptor)) {
+            delete client;
+            return;
+        }
+        ++open_;
+        auto* tunnel = new ProxyTunnel(client, routing_, credentials_, timeoutMs_, this);
+        connect(tunnel, &ProxyTunnel::finished, this, [this] { --open_; });
+    }
+
+private:
+    const ProxyRouting& routing_;
+    QByteArray credentials_;
+    int timeoutMs_;
+    std::atomic<int>& open_;
+};
+
+namespace {
+QString newSecret()
+{
+    QByteArray bytes(24, Qt::Uninitialized);
+    QRandomGenerator::system()->fillRange(reinterpret_cast<quint32*>(bytes.data()),
+                                          bytes.size() / 4);
+    return QString::fromLatin1(bytes.toBase64(QByteArray::Base64UrlEncoding));
+}
+} // namespace
+
+ForwardingProxy::ForwardingProxy(int timeoutMs) : secret_(newSecret())
+{
+    const QByteArray credentials =
+        "Basic " + (user() + QLatin1Char(':') + secret_).toUtf8().toBase64();
+    server_ = new ProxyServer(routing_, credentials, timeoutMs, open_);
+    thread_.setObjectName(QStringLiteral("Forwarding proxy"));
+    server_->moveToThread(&thread_);
+    thread_.start();
+    QMetaObject::invokeMethod(
+        server_,
+        [this] {
+            server_->listen(QHostAddress::LocalHost, 0);
+            port_ = server_->serverPort();
+        },
+        Qt::BlockingQueuedConnection);
+}
+
+ForwardingProxy::~ForwardingProxy()
+{
+    QMetaObject::invokeMethod(
+        server_, [this] { delete server_; }, Qt::BlockingQueuedConnection);
+    thread_.quit();
+    thread_.wait();
+}
+
+void ForwardingProxy::setUpstream(const QString& entry)
+{
+    routing_.setUpstream(ProxyEntry::parse(entry));
+    dropStale();
+}
+
+void ForwardingProxy::setBypass(const QStringList& hosts)
+{
+    routing_.setBypass(hosts);
+    dropStale();
+}
+
+void ForwardingProxy::dropStale()
+{
+    QMetaObject::invokeMethod(server_, [server = server_] { server->dropStale(); });
+}
+
+} // namespace platform

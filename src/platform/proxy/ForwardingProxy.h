@@ -1,0 +1,47 @@
+#pragma once
+// The program's own proxy: a server on the loopback address, in a thread of
+// its own, through which the engine sends every request. Only a client that
+// presents this run's secret is served. Choosing another upstream or bypass
+// list takes effect for the next request of every view, and connections
+// opened under the old choice are closed, so nothing more goes the old way.
+#include "ProxyRouting.h"
+
+#include <QThread>
+
+#include <atomic>
+
+namespace platform {
+
+class ProxyServer;
+
+class ForwardingProxy
+{
+public:
+    // timeoutMs: how long a site or upstream proxy may take to answer.
+    explicit ForwardingProxy(int timeoutMs = 30000);
+    ~ForwardingProxy();
+    ForwardingProxy(const ForwardingProxy&) = delete;
+    ForwardingProxy& operator=(const ForwardingProxy&) = delete;
+
+    quint16 port() const { return port_; }
+    static QString user() { return QStringLiteral("qub"); }
+    const QString& secret() const { return secret_; }
+
+    // "" or an entry that names no proxy: straight to the sites.
+    void setUpstream(const QString& entry);
+    void setBypass(const QStringList& hosts);
+    void setHostRules(HostRules rules) { routing_.setHostRules(std::move(rules)); }
+    int openConnections() const { return open_; }
+
+private:
+    void dropStale();
+
+    QString secret_;
+    ProxyRouting routing_;
+    QThread thread_;
+    ProxyServer* server_;
+    quint16 port_ = 0;
+    std::atomic<int> open_ = 0;
+};
+
+} // namespace platform

@@ -1,0 +1,78 @@
+#pragma once
+// One client connection of the forwarding proxy, in the proxy's thread. It
+// reads a request head, refuses a client without the run's credentials, and
+// takes the request where the routing says: straight to the host, through an
+// HTTP proxy, or through a SOCKS5 proxy. CONNECT becomes a byte tunnel; a
+// plain request goes out with "Connection: close", and the next request on
+// the same client connection is routed afresh.
+#include "ProxyRouting.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QTimer>
+
+class QTcpSocket;
+
+namespace platform {
+
+class ProxyTunnel : public QObject
+{
+    Q_OBJECT
+public:
+    ProxyTunnel(QTcpSocket* client, const ProxyRouting& routing, QByteArray credentials,
+                int timeoutMs, QObject* parent);
+
+    // The routing generation this connection was opened under.
+    quint64 generation() const { return generation_; }
+    void close();
+
+signals:
+    void finished();
+
+private:
+    enum class State {
+        Head,
+        Connecting,
+        UpstreamReply,
+        SocksGreeting,
+        SocksAuth,
+        SocksReply,
+        Pipe,
+        Closing
+    };
+
+    void readClient();
+    void readHead();
+    void startRequest(const QByteArray& head);
+    void upstreamConnected();
+    void readUpstream();
+    void readUpstreamReply();
+    void readSocks();
+    void reached();
+    void pipeClient();
+    void reply(int status, const QByteArray& reason, const QByteArray& extraHeaders = {});
+    void checkClosed();
+
+    QTcpSocket* client_;
+    QTcpSocket* upstream_ = nullptr;
+    const ProxyRouting& routing_;
+    QByteArray credentials_;
+    QTimer timeout_;
+    State state_ = State::Head;
+    quint64 generation_ = 0;
+
+    QByteArray clientBuffer_;
+    QByteArray upstreamBuffer_;
+    // What goes out once the host is reached: the rewritten request head.
+    QByteArray outgoing_;
+    bool tunnel_ = false;
+    QString host_;
+    quint16 port_ = 0;
+    std::optional<ProxyEntry> upstreamProxy_;
+    // Bytes of the request body still to pass before a next request may
+    // begin; -1 when the body's end is the connection's end.
+    qint64 bodyLeft_ = 0;
+    bool finished_ = false;
+};
+
+} // namespace platform

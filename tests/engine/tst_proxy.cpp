@@ -1,0 +1,99 @@
+// Proxies on the real engine: two logging proxies on the loopback address
+// (one HTTP, one SOCKS5) and a local site reached by two host names. What
+// each proxy logged shows which route every request of every tab took.
+#include "support/EngineApp.h"
+#include "support/Files.h"
+#include "support/LocalHttpServer.h"
+#include "support/LoggingProxy.h"
+#include "support/TestMain.h"
+
+using namespace platform;
+
+class ProxyTest : public QObject
+{
+    Q_OBJECT
+private slots:
+    void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    void everyTabFollowsTheChosenRoute()
+    {
+        LocalHttpServer site;
+        site.setPage("/p", "<html><head><title>direct</title></head></html>");
+        LoggingProxy a("A", LoggingProxy::Kind::Http);
+        LoggingProxy b("B", LoggingProxy::Kind::Socks5);
+        const auto address = [&](const char* host) {
+            return QStringLiteral("http://%1:%2/p").arg(host).arg(site.serverPort());
+        };
+
+        EngineApp app;
+        writeFile(app.appDir + "Proxies.txt", (a.entry() + "\n\n# spare\n" + b.entry()).toUtf8());
+        WebEngineBrowserView* first = app.startAt(address("one.test"), "direct");
+        QVERIFY(first);
+        MainWindow::Parts parts = app.window->parts();
+        parts.tabs.newTab(address("two.test"), false);
+        WebEngineBrowserView* second = app.engineView(2);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(second, "direct"), 20000);
+        QVERIFY(a.hosts.isEmpty() && b.hosts.isEmpty());
+
+        Band* menu = parts.bar.band(key::proxyMenu);
+        QCOMPARE(menu->count(), 4);
+        QCOMPARE(menu->at(2)->key(), "Proxy2");
+        QCOMPARE(menu->at(2)->caption(), a.entry());
+        QCOMPARE(menu->at(3)->id(), 3014);
+        QVERIFY(menu->at(0)->checked());
+        const auto loadBoth = [&](const QString& one, const QString& two) {
+            first->navigate(address("one.test"));
+            second->navigate(address("two.test"));
+            return QTest::qWaitFor([&] { return loaded(first, one) && loaded(second, two); },
+                                   20000);
+        };
+
+        parts.bar.reportClick(menu->at(2));
+        QVERIFY(loadBoth("via A one.test", "via A two.test"));
+        const int carriedByA = a.hosts.size();
+        parts.bar.reportClick(menu->at(3));
+        QVERIFY(loadBoth("via B one.test", "via B two.test"));
+        QCOMPARE(a.hosts.size(), carriedByA); // nothing more by the old route
+        QVERIFY(menu->at(3)->checked() && !menu->at(2)->checked());
+
+        // The current tab's site bypasses the proxy, at once and after.
+        parts.bar.reportClick(parts.bar.tool(key::toolsMenu, "b_addtononproxy"));
+        QVERIFY(loadBoth("direct", "via B two.test"));
+        QCOMPARE(readFile(app.appDir + "NoProxy.txt"), QByteArray("one.test\n"));
+        const int carriedByB = b.hosts.size();
+        parts.bar.reportClick(menu->at(0));
+        QVERIFY(loadBoth("direct", "direct"));
+        QCOMPARE(b.hosts.size(), carriedByB);
+
+        // The choice lives through a real shut-down.
+        parts.bar.reportClick(menu->at(3));
+        app.dialogs.answers = {Dialogs::Answer::Ok};
+        app.window->quit();
+        QVERIFY(readFile(app.appDir + "Browser.ini").contains("PROXY_IP=" + b.entry().toUtf8()));
+        app.restart();
+        QVERIFY(app.startAt(address("two.test"), "via B two.test"));
+        QVERIFY(app.window->parts().bar.band(key::proxyMenu)->at(3)->checked());
+
+        // A stored proxy the list no longer holds: straight to the site.
+        app.window->quit();
+        writeFile(app.appDir + "Proxies.txt", a.entry().toUtf8());
+        app.restart();
+        QVERIFY(app.startAt(address("two.test"), "direct"));
+        QVERIFY(app.window->parts().bar.band(key::proxyMenu)->at(0)->checked());
+    }
+};
+
+// The engine and the program's proxy find the test's host names here.
+int main(int argc, char** argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    std::vector<char*> args(argv, argv + argc);
+    char rules[] = "--host-resolver-rules=MAP *.test 127.0.0.1";
+    args.push_back(rules);
+    int count = int(args.size());
+    QApplication app(count, args.data());
+    ProxyTest test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_proxy.moc"
