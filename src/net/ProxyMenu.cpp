@@ -54,7 +54,7 @@ void ProxyMenu::build(const QString& current)
                 bar_, key::proxyMenu, keys::proxyKey(entry), firstId + (entry > 1 ? entry : 0),
                 QStringLiteral("0"), caption, false)) {
             tool->setCheckable(true);
-            const bool checked = caption == current;
+            const bool checked = !anyChecked && caption == current;
             tool->setChecked(checked);
             anyChecked = anyChecked || checked;
         }

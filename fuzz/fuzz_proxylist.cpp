@@ -1,0 +1,46 @@
+// "Proxies.txt" of any content: no crash; the Proxy menu holds "Empty", a
+// separator and one entry per listed line, exactly one checked; every entry
+// that parses names a host and a port.
+#include "FuzzSupport.h"
+#include "core/Keys.h"
+#include "net/ProxyMenu.h"
+#include "platform/ConnectionHelper.h"
+#include "platform/commandbar/Band.h"
+#include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/SkinLoader.h"
+#include "platform/proxy/ForwardingProxy.h"
+#include "platform/proxy/ProxyEntry.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    static int argc = 1;
+    static char name[] = "fuzz_proxylist";
+    static char* argv[] = {name, nullptr};
+    static QCoreApplication app(argc, argv);
+    static platform::ForwardingProxy proxy;
+    const QString path = fuzz::scratchFile(platform::ConnectionHelper::listName);
+    fuzz::writeFile(path, QByteArray(reinterpret_cast<const char*>(data), qsizetype(size)));
+    platform::ConnectionHelper connection(QFileInfo(path).absolutePath() + '/', proxy);
+    platform::CommandBar bar;
+    if (platform::SkinLoader::loadText(bar, "band sub_Proxylist popup caption=\"Proxy\"\nend\n"))
+        abort();
+    ProxyMenu menu(bar, connection);
+    const QStringList entries = connection.proxies();
+    menu.start(entries.value(0));
+    const platform::Band* band = bar.band(key::proxyMenu);
+    if (band->count() != entries.size() + 2)
+        abort();
+    int checked = 0;
+    for (int i = 0; i < band->count(); ++i)
+        checked += band->at(i)->checked() ? 1 : 0;
+    if (checked != 1)
+        abort();
+    for (const QString& entry : entries)
+        if (const auto parsed = platform::ProxyEntry::parse(entry))
+            if (parsed->host.isEmpty() || parsed->port == 0)
+                abort();
+    return 0;
+}
