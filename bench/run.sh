@@ -123,6 +123,16 @@ if [ -z "$hist_tree" ] || [ -z "$hist_none" ]; then
 fi
 echo "history: tree $hist_tree(ms), completion $hist_site/ $hist_words/ $hist_none(ms)"
 
+# The forwarding proxy: 200 tunnels at once, 64 KiB through each.
+prox=$(timeout 600 build/bin/bench_proxy 7 2> /dev/null)
+prox_ms=$(echo "$prox" | awk '$1 == "tunnels" {printf "%s ", $2}')
+prox_done=$(echo "$prox" | awk '$1 == "tunnels" {printf "%s ", $3}')
+if [ -z "$prox_ms" ]; then
+    echo "bench_proxy did not finish" >&2
+    exit 1
+fi
+echo "proxy: 200 tunnels $prox_ms(ms), completed $prox_done"
+
 median() { tr ' ' '\n' | grep -v '^$' | sort -n | awk '{v[NR]=$1} END {print v[int((NR+1)/2)]}'; }
 span() { tr ' ' '\n' | grep -v '^$' | sort -n | awk 'NR == 1 {a=$1} {b=$1} END {print a "–" b}'; }
 ratio() { awk -v a="$1" -v b="$2" 'BEGIN {printf "%.2f", a / b}'; }
@@ -190,5 +200,16 @@ median, min–max of 7):
 | completion of the start of a site ("site17") | $(echo "$hist_site" | median) ms ($(echo "$hist_site" | span) ms) |
 | completion of words of a title ("page 4242") | $(echo "$hist_words" | median) ms ($(echo "$hist_words" | span) ms) |
 | completion of text nothing holds, the longest search | $(echo "$hist_none" | median) ms ($(echo "$hist_none" | span) ms) |
+
+## Forwarding proxy
+
+200 clients open a tunnel through the program's proxy at once (CONNECT with
+the run's secret, straight to a local echo server) and send 64 KiB each
+through it (\`bench/proxy.cpp\`, no floor; median, min–max of 7):
+
+| measure | figure |
+|---|---|
+| until every client has its bytes back | $(echo "$prox_ms" | median) ms ($(echo "$prox_ms" | span) ms) |
+| tunnels completed in each round | $prox_done|
 REPORT
 cat docs/performance.md

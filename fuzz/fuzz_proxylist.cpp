@@ -5,6 +5,7 @@
 #include "core/Keys.h"
 #include "net/ProxyMenu.h"
 #include "platform/ConnectionHelper.h"
+#include "platform/Dialogs.h"
 #include "platform/commandbar/Band.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
@@ -21,9 +22,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     static char* argv[] = {name, nullptr};
     static QCoreApplication app(argc, argv);
     static platform::ForwardingProxy proxy;
+    static platform::QtDialogs dialogs;
     const QString path = fuzz::scratchFile(platform::ConnectionHelper::listName);
     fuzz::writeFile(path, QByteArray(reinterpret_cast<const char*>(data), qsizetype(size)));
-    platform::ConnectionHelper connection(QFileInfo(path).absolutePath() + '/', proxy);
+    platform::ConnectionHelper connection(QFileInfo(path).absolutePath() + '/', proxy, dialogs);
     platform::CommandBar bar;
     if (platform::SkinLoader::loadText(bar, "band sub_Proxylist popup caption=\"Proxy\"\nend\n"))
         abort();

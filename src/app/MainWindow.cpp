@@ -19,7 +19,7 @@ const QString skinName = QStringLiteral("default.tb2");
 
 MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platform::Shell& shell,
                        platform::BrowserViewFactory& factory, const platform::Clock& clock)
-    : dialogs_(dialogs), factory_(factory), connection_(appDir, factory.forwardingProxy()),
+    : dialogs_(dialogs), factory_(factory), connection_(appDir, factory.forwardingProxy(), dialogs),
       proxies_(bar_, connection_), language_(appDir), settings_(appDir, bar_, proxies_),
       clickHook_(clock), lastPages_(appDir), controls_(*this), clientArea_(new QWidget(this)),
       hideFrame_(new QWidget(this)), stage_(*clientArea_, *hideFrame_),

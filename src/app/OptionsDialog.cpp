@@ -26,6 +26,7 @@ OptionsDialog::OptionsDialog(const QString& homePage, const platform::CommandBar
     pages_->addTab(privacyPage(), QStringLiteral("Privacy"));
     pages_->addTab(switchesPage({Command::RemoveImages, Command::RemoveFlash}),
                    QStringLiteral("Content"));
+    pages_->addTab(connectionsPage(), QStringLiteral("Connections"));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
@@ -86,6 +87,23 @@ QWidget* OptionsDialog::privacyPage()
         row->addWidget(done, 1);
         column->addLayout(row);
     }
+    column->addStretch();
+    return page;
+}
+
+// The proxy list opens in its own editor; the Proxy menu follows a save.
+QWidget* OptionsDialog::connectionsPage()
+{
+    auto* page = new QWidget(this);
+    auto* column = new QVBoxLayout(page);
+    auto* button = new QPushButton(captionOf(Command::CompanionSetup), page);
+    button->setAutoDefault(false);
+    connect(button, &QPushButton::clicked, this,
+            [this] { commands_.run(Command::CompanionSetup); });
+    auto* row = new QHBoxLayout;
+    row->addWidget(button);
+    row->addStretch();
+    column->addLayout(row);
     column->addStretch();
     return page;
 }

@@ -1,7 +1,7 @@
 #pragma once
 // The program's own options dialog: the home page; the popup and silent
 // switches; deleting cookies, temporary files and history; the picture and
-// Flash switches. The switches show the checks of their tools and change
+// Flash switches; the proxy list. The switches show the checks of their tools and change
 // through the same commands as the menus, so each does one thing one way.
 #include "core/Commands.h"
 
@@ -23,7 +23,7 @@ class OptionsDialog : public QDialog
     Q_OBJECT
 public:
     // Page numbers, in the order of the tabs.
-    enum Page { General, Security, Privacy, Content, PageCount };
+    enum Page { General, Security, Privacy, Content, Connections, PageCount };
 
     OptionsDialog(const QString& homePage, const platform::CommandBar& bar,
                   CommandDispatcher& commands, QWidget* parent);
@@ -38,6 +38,7 @@ private:
     QWidget* generalPage();
     QWidget* switchesPage(std::initializer_list<cmd::Command> switches);
     QWidget* privacyPage();
+    QWidget* connectionsPage();
     QString captionOf(cmd::Command command) const;
 
     const platform::CommandBar& bar_;

@@ -10,6 +10,8 @@
 #include "platform/commandbar/Tool.h"
 #include "tabs/TabStrip.h"
 
+#include <QApplication>
+
 NetSubsystem::NetSubsystem(QWidget& window, const MainState& state, platform::CommandBar& bar,
                            TabStrip& tabs, ProxyMenu& proxies, platform::Dialogs& dialogs,
                            ProxyListEditor::Captions captions, CommandDispatcher& commands)
@@ -25,12 +27,14 @@ NetSubsystem::NetSubsystem(QWidget& window, const MainState& state, platform::Co
     });
     commands.on(cmd::Command::CompanionBar, [this](const CommandContext&) { openBar(); });
     commands.on(cmd::Command::CompanionSetup, [this](const CommandContext&) {
-        auto* editor =
-            new ProxyListEditor(proxies_.connection().listPath(), captions_, dialogs_, &window_);
+        // Over the options dialog when that asked, so the editor can be used.
+        QWidget* owner = QApplication::activeModalWidget();
+        auto* editor = new ProxyListEditor(proxies_.connection().listPath(), captions_, dialogs_,
+                                           owner ? owner : &window_);
         editor->setAttribute(Qt::WA_DeleteOnClose);
         QObject::connect(editor, &ProxyListEditor::saved, &channel_,
                          [this] { channel_.setText(QStringLiteral("QUB_proxychange")); });
-        editor->show();
+        editor->open();
     });
     commands.on(cmd::Command::OpenFromCompanion, [this](const CommandContext&) {
         const QString text = channel_.text();

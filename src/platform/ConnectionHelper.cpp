@@ -1,4 +1,5 @@
 #include "ConnectionHelper.h"
+#include "Dialogs.h"
 #include "NarrowText.h"
 #include "proxy/ForwardingProxy.h"
 
@@ -22,11 +23,29 @@ QStringList readListFile(const QString& path)
     return lines;
 }
 
-ConnectionHelper::ConnectionHelper(QString appDir, ForwardingProxy& proxy)
+ConnectionHelper::ConnectionHelper(QString appDir, ForwardingProxy& proxy, Dialogs& dialogs)
     : appDir_(std::move(appDir)), forwarder_(proxy),
       bypass_(readListFile(appDir_ + QLatin1String(bypassName)))
 {
     forwarder_.setBypass(bypass_);
+    QObject::connect(&forwarder_, &ForwardingProxy::signInNeeded, &context_,
+                     [this, &dialogs](const QString& host, quint16 port, const QString& realm) {
+                         // Requests that meet the refusal while the user is asked add no
+                         // second question.
+                         if (asking_)
+                             return;
+                         asking_ = true;
+                         QString prompt =
+                             QStringLiteral("The proxy %1 asks for a user name and password.")
+                                 .arg(host + QLatin1Char(':') + QString::number(port));
+                         if (!realm.isEmpty())
+                             prompt += QStringLiteral("\nIt says: ") + realm;
+                         QString user;
+                         QString password;
+                         if (dialogs.credentials(prompt, user, password))
+                             forwarder_.setUpstreamLogin(host, port, user, password);
+                         asking_ = false;
+                     });
 }
 
 QStringList ConnectionHelper::proxies() const

@@ -4,18 +4,21 @@
 // beginning with "#" are skipped), the one in use, and the hosts that go
 // straight to the sites whatever the proxy ("NoProxy.txt", one per line).
 // Applied through the program's forwarding proxy, so a choice holds for the
-// next request of every view.
+// next request of every view. An upstream proxy that wants a name and
+// password it was not given has the user asked for them, once at a time.
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
 namespace platform {
 
+class Dialogs;
 class ForwardingProxy;
 
 class ConnectionHelper
 {
 public:
-    ConnectionHelper(QString appDir, ForwardingProxy& proxy);
+    ConnectionHelper(QString appDir, ForwardingProxy& proxy, Dialogs& dialogs);
 
     static constexpr const char* listName = "Proxies.txt";
     static constexpr const char* bypassName = "NoProxy.txt";
@@ -35,6 +38,9 @@ private:
     ForwardingProxy& forwarder_;
     QString proxy_;
     QStringList bypass_;
+    bool asking_ = false;
+    // Ends the connection to the proxy's sign-in requests with this object.
+    QObject context_;
 };
 
 // The lines of a list file that name something: trimmed, without blanks and

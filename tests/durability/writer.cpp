@@ -8,6 +8,7 @@
 #include "core/Keys.h"
 #include "net/ProxyMenu.h"
 #include "platform/ConnectionHelper.h"
+#include "platform/Dialogs.h"
 #include "platform/UserRegistry.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/SkinLoader.h"
@@ -27,7 +28,8 @@ int main(int argc, char** argv)
     if (platform::SkinLoader::loadFile(bar, args[3]))
         return 2;
     platform::ForwardingProxy proxy;
-    platform::ConnectionHelper connection(appDir, proxy);
+    platform::QtDialogs dialogs;
+    platform::ConnectionHelper connection(appDir, proxy, dialogs);
     ProxyMenu proxies(bar, connection);
     const Settings settings(appDir, bar, proxies);
     const platform::UserRegistry registry(args[2]);

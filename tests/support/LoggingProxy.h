@@ -1,7 +1,8 @@
 #pragma once
 // A proxy for tests on the loopback address, HTTP or SOCKS5, that logs the
 // host of every request it carries and answers each itself with a page
-// titled "via <name> <host>", so a page shows which route it came by.
+// titled "via <name> <host>", so a page shows which route it came by. With a
+// login ("user:password") set, an HTTP request without it is refused (407).
 #include <QHostAddress>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -29,6 +30,7 @@ public:
                QString::number(serverPort());
     }
     QStringList hosts;
+    QByteArray login;
 
 private:
     void read(QTcpSocket* socket)
@@ -46,6 +48,15 @@ private:
             buffer.remove(0, 7 + length);
             socket->write(QByteArray("\x05\x00\x00\x01\x7f\x00\x00\x01\x00\x50", 10));
             stage = 2;
+        }
+        if (stage == 2 && buffer.contains("\r\n\r\n") && !login.isEmpty() &&
+            !buffer.contains("Proxy-Authorization: Basic " + login.toBase64())) {
+            socket->write(
+                "HTTP/1.1 407 Proxy Authentication Required\r\nProxy-Authenticate: "
+                "Basic realm=\"tests\"\r\nContent-Length: 0\r\nConnection: close\r\n\r\n");
+            socket->disconnectFromHost();
+            buffer.clear();
+            stage = 3;
         }
         if (stage == 2 && buffer.contains("\r\n\r\n")) {
             QByteArray host = socket->property("host").toByteArray();

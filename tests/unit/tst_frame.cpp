@@ -30,15 +30,15 @@ struct Frame
     QString appDir = dir.path() + '/';
     MainState state;
     CommandBar bar;
+    ScriptedDialogs dialogs;
     ForwardingProxy proxy;
-    ConnectionHelper connection{appDir, proxy};
+    ConnectionHelper connection{appDir, proxy, dialogs};
     ProxyMenu proxies{bar, connection};
     Settings settings{appDir, bar, proxies};
     Language language{appDir};
     FakeViewFactory factory;
     FakeStage stage;
     TabStrip tabs{state, bar, factory, stage};
-    ScriptedDialogs dialogs;
     SettableClock clock;
     ClickHook hook{clock};
     ExitFlow exit{state, tabs, language, dialogs, clock};

@@ -2,9 +2,11 @@
 // address, and the companion channel's grammar on the composed window.
 #include "app/MainWindow.h"
 #include "core/Keys.h"
+#include "platform/ConnectionHelper.h"
 #include "platform/proxy/ForwardingProxy.h"
 #include "platform/proxy/ProxyEntry.h"
 #include "support/Fakes.h"
+#include "support/LoggingProxy.h"
 #include "support/TestMain.h"
 
 #include <QNetworkProxy>
@@ -125,6 +127,34 @@ private slots:
             [&] { return before.socket.state() == QAbstractSocket::UnconnectedState; }, 5000));
         QVERIFY(!before.received.contains("after the switch"));
         QTRY_COMPARE(proxy.openConnections(), 0);
+    }
+
+    // An upstream proxy that wants a sign-in: the request that met it gets a
+    // page saying so, the user is asked once, and the next request passes.
+    void upstreamSignInAsksTheUser()
+    {
+        LoggingProxy guarded("G", LoggingProxy::Kind::Http);
+        guarded.login = "me:pw";
+        ForwardingProxy proxy;
+        ScriptedDialogs dialogs;
+        dialogs.logins = {{"me", "pw"}};
+        QTemporaryDir dir;
+        ConnectionHelper connection(dir.path() + '/', proxy, dialogs);
+        connection.setProxy(guarded.entry());
+        const QByteArray request =
+            "GET http://site.test/ HTTP/1.1\r\nHost: site.test\r\n" + authorisation(proxy) + "\r\n";
+
+        Client refused(proxy);
+        refused.socket.write(request);
+        QVERIFY(refused.waitFor("wants a user name and password"));
+        QVERIFY(refused.received.startsWith("HTTP/1.1 502"));
+        QTRY_COMPARE(dialogs.asked.size(), 1);
+        QCOMPARE(dialogs.asked[0], "The proxy " + guarded.entry() +
+                                       " asks for a user name and password.\nIt says: tests");
+        Client signedIn(proxy);
+        signedIn.socket.write(request);
+        QVERIFY(signedIn.waitFor("via G site.test"));
+        QCOMPARE(dialogs.asked.size(), 1);
     }
 
     // The channel's commands, as the companion writes them.

@@ -11,9 +11,9 @@ class ProxyServer : public QTcpServer
 {
 public:
     ProxyServer(const ProxyRouting& routing, QByteArray credentials, int timeoutMs,
-                std::atomic<int>& open)
+                std::atomic<int>& open, ProxyTunnel::SignInNeeded signInNeeded)
         : routing_(routing), credentials_(std::move(credentials)), timeoutMs_(timeoutMs),
-          open_(open)
+          open_(open), signInNeeded_(std::move(signInNeeded))
     {
     }
 
@@ -34,7 +34,8 @@ protected:
             return;
         }
         ++open_;
-        auto* tunnel = new ProxyTunnel(client, routing_, credentials_, timeoutMs_, this);
+        auto* tunnel =
+            new ProxyTunnel(client, routing_, credentials_, timeoutMs_, signInNeeded_, this);
         connect(tunnel, &ProxyTunnel::finished, this, [this] { --open_; });
     }
 
@@ -43,6 +44,7 @@ private:
     QByteArray credentials_;
     int timeoutMs_;
     std::atomic<int>& open_;
+    ProxyTunnel::SignInNeeded signInNeeded_;
 };
 
 namespace {
@@ -59,13 +61,20 @@ ForwardingProxy::ForwardingProxy(int timeoutMs) : secret_(newSecret())
 {
     const QByteArray credentials =
         "Basic " + (user() + QLatin1Char(':') + secret_).toUtf8().toBase64();
-    server_ = new ProxyServer(routing_, credentials, timeoutMs, open_);
+    // Emitted from the proxy's thread; receivers get it in their own.
+    server_ = new ProxyServer(routing_, credentials, timeoutMs, open_,
+                              [this](const QString& host, quint16 port, const QString& realm) {
+                                  emit signInNeeded(host, port, realm);
+                              });
     thread_.setObjectName(QStringLiteral("Forwarding proxy"));
     server_->moveToThread(&thread_);
     thread_.start();
     QMetaObject::invokeMethod(
         server_,
         [this] {
+            // A page opens many connections at once; none should wait for a
+            // second try of its connect.
+            server_->setListenBacklogSize(1024);
             server_->listen(QHostAddress::LocalHost, 0);
             port_ = server_->serverPort();
         },

@@ -6,6 +6,7 @@
 // opened under the old choice are closed, so nothing more goes the old way.
 #include "ProxyRouting.h"
 
+#include <QObject>
 #include <QThread>
 
 #include <atomic>
@@ -14,14 +15,13 @@ namespace platform {
 
 class ProxyServer;
 
-class ForwardingProxy
+class ForwardingProxy : public QObject
 {
+    Q_OBJECT
 public:
     // timeoutMs: how long a site or upstream proxy may take to answer.
     explicit ForwardingProxy(int timeoutMs = 30000);
     ~ForwardingProxy();
-    ForwardingProxy(const ForwardingProxy&) = delete;
-    ForwardingProxy& operator=(const ForwardingProxy&) = delete;
 
     quint16 port() const { return port_; }
     static QString user() { return QStringLiteral("qub"); }
@@ -32,6 +32,17 @@ public:
     void setBypass(const QStringList& hosts);
     void setHostRules(HostRules rules) { routing_.setHostRules(std::move(rules)); }
     int openConnections() const { return open_; }
+    // A name and password for the upstream proxy at host:port, from now on.
+    void setUpstreamLogin(const QString& host, quint16 port, const QString& user,
+                          const QString& password)
+    {
+        routing_.setUpstreamLogin(host, port, user, password);
+    }
+
+signals:
+    // The upstream proxy at host:port wants a name and password it was not
+    // given; the request that met it was answered with a page that says so.
+    void signInNeeded(const QString& host, quint16 port, const QString& realm);
 
 private:
     void dropStale();

@@ -9,6 +9,16 @@ void ProxyRouting::setUpstream(std::optional<ProxyEntry> upstream)
     ++generation_;
 }
 
+void ProxyRouting::setUpstreamLogin(const QString& host, quint16 port, const QString& user,
+                                    const QString& password)
+{
+    QMutexLocker lock(&mutex_);
+    if (upstream_ && upstream_->host == host && upstream_->port == port) {
+        upstream_->user = user;
+        upstream_->password = password;
+    }
+}
+
 void ProxyRouting::setBypass(const QStringList& hosts)
 {
     QMutexLocker lock(&mutex_);

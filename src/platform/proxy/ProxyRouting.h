@@ -22,6 +22,10 @@ public:
     };
 
     void setUpstream(std::optional<ProxyEntry> upstream);
+    // The name and password the user gave for the upstream proxy at host:port;
+    // kept while that proxy is in force.
+    void setUpstreamLogin(const QString& host, quint16 port, const QString& user,
+                          const QString& password);
     void setBypass(const QStringList& hosts);
     void setHostRules(HostRules rules);
     Route routeFor(const QString& host) const;

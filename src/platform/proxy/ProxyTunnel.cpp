@@ -46,8 +46,9 @@ QByteArray basic(const QString& user, const QString& password)
 } // namespace
 
 ProxyTunnel::ProxyTunnel(QTcpSocket* client, const ProxyRouting& routing, QByteArray credentials,
-                         int timeoutMs, QObject* parent)
-    : QObject(parent), client_(client), routing_(routing), credentials_(std::move(credentials))
+                         int timeoutMs, SignInNeeded signInNeeded, QObject* parent)
+    : QObject(parent), client_(client), routing_(routing), credentials_(std::move(credentials)),
+      signInNeeded_(std::move(signInNeeded))
 {
     client_->setParent(this);
     timeout_.setSingleShot(true);
@@ -218,6 +219,17 @@ void ProxyTunnel::readUpstream()
     upstreamBuffer_ += upstream_->readAll();
     switch (state_) {
     case State::Pipe:
+        if (!responseChecked_ && !tunnel_ && upstreamProxy_ &&
+            upstreamProxy_->kind == ProxyEntry::Kind::Http) {
+            const qsizetype end = upstreamBuffer_.indexOf("\r\n\r\n");
+            if (end < 0 && upstreamBuffer_.size() <= maxHead)
+                return;
+            responseChecked_ = true;
+            if (upstreamBuffer_.startsWith("HTTP/1.") && upstreamBuffer_.mid(9, 3) == "407") {
+                refusedForSignIn(upstreamBuffer_.left(end));
+                return;
+            }
+        }
         client_->write(std::exchange(upstreamBuffer_, {}));
         break;
     case State::UpstreamReply:
@@ -241,10 +253,13 @@ void ProxyTunnel::readUpstreamReply()
             reply(502, "The upstream proxy sent an endless head.");
         return;
     }
-    const QList<QByteArray> status =
-        upstreamBuffer_.left(upstreamBuffer_.indexOf("\r\n")).split(' ');
-    const int code = status.value(1).toInt();
+    const QByteArray head = upstreamBuffer_.left(end);
+    const int code = head.left(head.indexOf("\r\n")).split(' ').value(1).toInt();
     upstreamBuffer_.remove(0, end + 4);
+    if (code == 407) {
+        refusedForSignIn(head);
+        return;
+    }
     if (code / 100 != 2) {
         reply(502, "The upstream proxy refused the connection (" + QByteArray::number(code) + ").");
         return;
@@ -269,7 +284,7 @@ void ProxyTunnel::readSocks()
             return;
         }
         if (method != 0x00) {
-            reply(502, "The SOCKS proxy accepts none of our ways to sign in.");
+            refusedForSignIn({});
             return;
         }
     } else if (state_ == State::SocksAuth) {
@@ -278,7 +293,7 @@ void ProxyTunnel::readSocks()
         const bool accepted = upstreamBuffer_[1] == 0x00;
         upstreamBuffer_.remove(0, 2);
         if (!accepted) {
-            reply(502, "The SOCKS proxy refused the name and password.");
+            refusedForSignIn({});
             return;
         }
     }
@@ -344,6 +359,23 @@ void ProxyTunnel::pipeClient()
         state_ = State::Head;
         readHead();
     }
+}
+
+void ProxyTunnel::refusedForSignIn(const QByteArray& responseHead)
+{
+    QString realm;
+    for (const QByteArray& line : responseHead.split('\n'))
+        if (headerIs(line.trimmed(), "Proxy-Authenticate")) {
+            const QByteArray value = headerValue(line.trimmed());
+            const qsizetype start = value.indexOf("realm=\"");
+            if (start >= 0)
+                realm = QString::fromUtf8(
+                    value.mid(start + 7, value.indexOf('"', start + 7) - start - 7));
+        }
+    if (signInNeeded_)
+        signInNeeded_(upstreamProxy_->host, upstreamProxy_->port, realm);
+    reply(502, "The proxy " + upstreamProxy_->host.toUtf8() +
+                   " wants a user name and password. Sign in, then load the page again.");
 }
 
 void ProxyTunnel::reply(int status, const QByteArray& reason, const QByteArray& extraHeaders)

@@ -11,6 +11,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
+
 class QTcpSocket;
 
 namespace platform {
@@ -19,8 +21,12 @@ class ProxyTunnel : public QObject
 {
     Q_OBJECT
 public:
+    // Called, in the proxy's thread, when an upstream proxy wants a name and
+    // password it was not given: its host, port and what it calls itself.
+    using SignInNeeded = std::function<void(const QString&, quint16, const QString&)>;
+
     ProxyTunnel(QTcpSocket* client, const ProxyRouting& routing, QByteArray credentials,
-                int timeoutMs, QObject* parent);
+                int timeoutMs, SignInNeeded signInNeeded, QObject* parent);
 
     // The routing generation this connection was opened under.
     quint64 generation() const { return generation_; }
@@ -51,12 +57,16 @@ private:
     void reached();
     void pipeClient();
     void reply(int status, const QByteArray& reason, const QByteArray& extraHeaders = {});
+    // An upstream refused us for want of a sign-in: the user is asked, the
+    // page says so.
+    void refusedForSignIn(const QByteArray& responseHead);
     void checkClosed();
 
     QTcpSocket* client_;
     QTcpSocket* upstream_ = nullptr;
     const ProxyRouting& routing_;
     QByteArray credentials_;
+    SignInNeeded signInNeeded_;
     QTimer timeout_;
     State state_ = State::Head;
     quint64 generation_ = 0;
@@ -73,6 +83,9 @@ private:
     // begin; -1 when the body's end is the connection's end.
     qint64 bodyLeft_ = 0;
     bool finished_ = false;
+    // Whether the status of a plain request's response through an HTTP
+    // upstream has been looked at.
+    bool responseChecked_ = false;
 };
 
 } // namespace platform
