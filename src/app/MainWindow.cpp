@@ -53,6 +53,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
     addShutdownSteps(exit_, settings_, clickHook_, appDir);
     connect(&languages_, &LanguageMenu::switched, this, [this] {
         protect_.relabel([this] { applyLanguage(); });
+        net_.recaption();
         if (platform::BrowserView* view = tabs_.strip().currentView())
             tabs_.events().activeTabRefreshed(view);
         bar_.recalcLayout();

@@ -58,9 +58,7 @@ void NetSubsystem::openBar()
 {
     platform::Tool* tool = bar_.tool(key::toolsMenu, key::companionBar);
     if (!tool || !tool->checked()) {
-        companion_ = new CompanionBar(channel_, proxies_.connection().listPath(), searchTemplate_,
-                                      captions_, dialogs_, &window_);
-        companion_->show();
+        makeCompanion();
         if (tool)
             tool->setChecked(true);
         return;
@@ -69,6 +67,23 @@ void NetSubsystem::openBar()
         companion_->gameover();
     tool->setChecked(false);
     companion_ = nullptr;
+}
+
+void NetSubsystem::makeCompanion()
+{
+    companion_ = new CompanionBar(channel_, proxies_.connection().listPath(), searchTemplate_,
+                                  captions_, dialogs_, &window_);
+    companion_->show();
+}
+
+void NetSubsystem::recaption()
+{
+    if (!companion_)
+        return;
+    const QPoint place = companion_->pos();
+    companion_->gameover();
+    makeCompanion();
+    companion_->move(place);
 }
 
 void NetSubsystem::onChannelChange()

@@ -26,11 +26,14 @@ public:
     void start(bool openCompanion, const QString& searchTemplate);
     // Shows the companion when it is closed, closes it when it is open.
     void openBar();
+    // After a language switch: an open companion shows the new captions.
+    void recaption();
     CompanionChannel& channel() { return channel_; }
     CompanionBar* companion() const { return companion_; }
 
 private:
     void onChannelChange();
+    void makeCompanion();
     void addToNonProxy(const QString& address);
 
     QWidget& window_;

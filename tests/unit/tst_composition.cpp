@@ -110,8 +110,10 @@ private slots:
         Tool* back = parts.bar.tool(key::mainBar, "b_back");
         const QString englishLabels = security->tag();
 
+        parts.bar.reportClick(parts.bar.tool(key::toolsMenu, key::companionBar));
         for (int round = 0; round < 2; ++round) {
             parts.bar.reportClick(menu->at(0));
+            QCOMPARE(parts.net.companion()->windowTitle(), "Begleiter");
             QCOMPARE(readFile(appDir + "lng.ini"), readFile(appDir + "Deutsch.lng"));
             QVERIFY(menu->at(0)->checked() && !menu->at(1)->checked());
             QCOMPARE(parts.barWidgets->action(back)->text(), QString::fromUtf8("Zurück"));
@@ -122,6 +124,8 @@ private slots:
             parts.bar.reportClick(menu->at(1));
             QCOMPARE(back->caption(), "Back");
             QCOMPARE(security->tag(), englishLabels);
+            QCOMPARE(parts.net.companion()->windowTitle(), "Companion");
+            QVERIFY(parts.bar.tool(key::toolsMenu, key::companionBar)->checked());
         }
 
         // A language file gone since the menu was built: lng.ini stays.

@@ -100,6 +100,7 @@ void ProxyTunnel::startRequest(const QByteArray& head)
     const QByteArray& target = request[1];
     bool authorised = false;
     bodyLeft_ = 0;
+    responseChecked_ = false;
     QByteArray headers;
     for (qsizetype i = 1; i < lines.size(); ++i) {
         const QByteArray& line = lines[i];
