@@ -8,7 +8,7 @@
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/DialogCloser.h"
-#include "support/Fakes.h"
+#include "support/FakeApp.h"
 #include "support/Files.h"
 #include "support/TestMain.h"
 
@@ -29,17 +29,9 @@ private slots:
 
     void everyToolOfTheShippedSkin()
     {
-        QTemporaryDir dir;
-        const QString appDir = dir.path() + '/';
-        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/default.tb2"), appDir + "default.tb2"));
-        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), appDir + "lng.ini"));
-        ScriptedDialogs dialogs;
-        RecordingShell shell;
-        SettableClock clock;
-        FakeViewFactory factory;
-        MainWindow window(appDir, dialogs, shell, factory, clock);
-        QVERIFY(window.start(QStringLiteral("http://start.test/")));
-        MainWindow::Parts parts = window.parts();
+        FakeApp app({"default.tb2", "lng.ini"});
+        QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
+        MainWindow::Parts parts = app.window->parts();
         parts.tabs.newTab(QStringLiteral("http://second.test/"), true);
 
         // Snapshots: clicks add and remove tools as they go.
@@ -51,7 +43,7 @@ private slots:
                 tools.emplace_back(band->key(), band->at(i)->key());
         }
         // The exit question is answered Cancel every time it comes.
-        dialogs.answers.assign(tools.size(), Dialogs::Answer::Cancel);
+        app.dialogs.answers.assign(tools.size(), Dialogs::Answer::Cancel);
         DialogCloser closer;
         for (const auto& [band, key] : tools) {
             Tool* tool = parts.bar.tool(band, key);
@@ -68,16 +60,17 @@ private slots:
             if (Tool* tool = parts.bar.tool(band, key))
                 parts.bar.reportSecondary(tool);
 
-        QCOMPARE(dialogs.asked.count("Do you want to close QUB-BROWSER and all its tabs?"), 1);
-        QCOMPARE(dialogs.asked.count(aboutText()), 1);
-        QVERIFY(dialogs.asked.contains("*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|"
-                                       "*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*"));
+        QCOMPARE(app.dialogs.asked.count("Do you want to close QUB-BROWSER and all its tabs?"), 1);
+        QCOMPARE(app.dialogs.asked.count(aboutText()), 1);
+        QVERIFY(app.dialogs.asked.contains("*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|"
+                                           "*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*"));
         // The link is sent from the blank tab that New Tab opened before.
-        QCOMPARE(shell.opened, QStringList({"mailto:?subject=&body=", "mailto:?subject=New&body=",
-                                            "mailto:", "address book"}));
+        QCOMPARE(app.shell.opened,
+                 QStringList({"mailto:?subject=&body=", "mailto:?subject=New&body=", "mailto:",
+                              "address book"}));
         QCOMPARE(closer.closed,
                  QStringList({"Add Favorite", "Organise Favourites", "Add Favorite"}));
-        QVERIFY(window.isVisible());
+        QVERIFY(app.window->isVisible());
         const int tabs = parts.bar.band(key::tabsBar)->count();
         QVERIFY(tabs >= 1);
         parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::newTab));
@@ -89,18 +82,9 @@ private slots:
     // the file over lng.ini and captions the window anew, as often as asked.
     void languageSwitchRecaptionsTheWindow()
     {
-        QTemporaryDir dir;
-        const QString appDir = dir.path() + '/';
-        for (const char* name : {"default.tb2", "English.lng", "Deutsch.lng"})
-            QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, appDir + name));
-        QVERIFY(QFile::copy(appDir + "English.lng", appDir + "lng.ini"));
-        ScriptedDialogs dialogs;
-        RecordingShell shell;
-        SettableClock clock;
-        FakeViewFactory factory;
-        MainWindow window(appDir, dialogs, shell, factory, clock);
-        QVERIFY(window.start(QStringLiteral("http://start.test/")));
-        MainWindow::Parts parts = window.parts();
+        FakeApp app({"default.tb2", "English.lng", "Deutsch.lng", "lng.ini"});
+        QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
+        MainWindow::Parts parts = app.window->parts();
         Band* menu = parts.bar.band("sub_Language");
         QCOMPARE(menu->count(), 2);
         QCOMPARE(menu->at(0)->caption(), "Deutsch");
@@ -114,7 +98,7 @@ private slots:
         for (int round = 0; round < 2; ++round) {
             parts.bar.reportClick(menu->at(0));
             QCOMPARE(parts.net.companion()->windowTitle(), "Begleiter");
-            QCOMPARE(readFile(appDir + "lng.ini"), readFile(appDir + "Deutsch.lng"));
+            QCOMPARE(readFile(app.appDir + "lng.ini"), readFile(app.appDir + "Deutsch.lng"));
             QVERIFY(menu->at(0)->checked() && !menu->at(1)->checked());
             QCOMPARE(parts.barWidgets->action(back)->text(), QString::fromUtf8("Zurück"));
             QCOMPARE(parts.bar.tool(key::menuBar, key::fileMenu)->caption(), "&Datei");
@@ -129,43 +113,36 @@ private slots:
         }
 
         // A language file gone since the menu was built: lng.ini stays.
-        QFile::remove(appDir + "Deutsch.lng");
+        QFile::remove(app.appDir + "Deutsch.lng");
         parts.bar.reportClick(menu->at(0));
-        QCOMPARE(dialogs.asked.last(), "Cannot find source file");
-        QCOMPARE(readFile(appDir + "lng.ini"), readFile(appDir + "English.lng"));
+        QCOMPARE(app.dialogs.asked.last(), "Cannot find source file");
+        QCOMPARE(readFile(app.appDir + "lng.ini"), readFile(app.appDir + "English.lng"));
         QCOMPARE(back->caption(), "Back");
     }
 
     void optionsOpenAtTheirPageOverADisabledWindow()
     {
-        QTemporaryDir dir;
-        const QString appDir = dir.path() + '/';
-        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_FILE), appDir + "default.tb2"));
-        ScriptedDialogs dialogs;
-        RecordingShell shell;
-        SettableClock clock;
-        FakeViewFactory factory;
-        MainWindow window(appDir, dialogs, shell, factory, clock);
-        QVERIFY(window.start({}));
-        MainWindow::Parts parts = window.parts();
+        FakeApp app({"default.tb2"});
+        QVERIFY(app.window->start({}));
+        MainWindow::Parts parts = app.window->parts();
 
         parts.bar.reportSecondary(parts.bar.tool(key::statusBar, "b_security"));
-        auto* options = window.findChild<OptionsDialog*>();
+        auto* options = app.window->findChild<OptionsDialog*>();
         QVERIFY(options && options->isVisible());
         QCOMPARE(options->windowTitle(), "Internet Options - Lunched By QUBBROWSER");
         QCOMPARE(options->page(), int(OptionsDialog::Security));
-        QVERIFY(!window.isEnabled());
+        QVERIFY(!app.window->isEnabled());
         QVERIFY(options->isEnabled());
 
         // A second request shows the same dialog at its page.
         parts.bar.reportClick(parts.bar.tool(key::toolsMenu, "b_opInternet"));
-        QCOMPARE(window.findChildren<OptionsDialog*>().size(), 1);
+        QCOMPARE(app.window->findChildren<OptionsDialog*>().size(), 1);
         QCOMPARE(options->page(), int(OptionsDialog::General));
 
         for (QPushButton* button : options->findChildren<QPushButton*>())
             if (button->text() == "Delete Cookies")
                 button->click();
-        QCOMPARE(factory.privacy.cleared, QList<int>({PrivateData::Cookies}));
+        QCOMPARE(app.factory.privacy.cleared, QList<int>({PrivateData::Cookies}));
         QList<QCheckBox*> boxes = options->findChildren<QCheckBox*>();
         QVERIFY(!boxes.isEmpty());
         boxes.first()->toggle();
@@ -173,9 +150,9 @@ private slots:
 
         options->findChild<QLineEdit*>()->setText(" http://home.test/ ");
         options->accept();
-        QVERIFY(window.isEnabled());
-        QCOMPARE(factory.home, "http://home.test/");
-        QCOMPARE(ProfileFile(appDir + "Browser.ini").readString("QUB-BROWSER", "HOMEPAGE"),
+        QVERIFY(app.window->isEnabled());
+        QCOMPARE(app.factory.home, "http://home.test/");
+        QCOMPARE(ProfileFile(app.appDir + "Browser.ini").readString("QUB-BROWSER", "HOMEPAGE"),
                  "http://home.test/");
     }
 };

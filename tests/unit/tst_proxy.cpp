@@ -5,7 +5,7 @@
 #include "platform/ConnectionHelper.h"
 #include "platform/proxy/ForwardingProxy.h"
 #include "platform/proxy/ProxyEntry.h"
-#include "support/Fakes.h"
+#include "support/FakeApp.h"
 #include "support/LoggingProxy.h"
 #include "support/TestMain.h"
 
@@ -160,16 +160,9 @@ private slots:
     // The channel's commands, as the companion writes them.
     void companionChannelGrammar()
     {
-        QTemporaryDir dir;
-        const QString appDir = dir.path() + '/';
-        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/default.tb2"), appDir + "default.tb2"));
-        ScriptedDialogs dialogs;
-        RecordingShell shell;
-        SettableClock clock;
-        FakeViewFactory factory;
-        MainWindow window(appDir, dialogs, shell, factory, clock);
-        QVERIFY(window.start({}));
-        MainWindow::Parts parts = window.parts();
+        FakeApp app({"default.tb2"});
+        QVERIFY(app.window->start({}));
+        MainWindow::Parts parts = app.window->parts();
         CompanionChannel& channel = parts.net.channel();
         Tool* bar = parts.bar.tool(key::toolsMenu, key::companionBar);
 
@@ -185,7 +178,7 @@ private slots:
         channel.setText("QUB_openabout:blank");
         QCOMPARE(channel.text(), QString());
         QCOMPARE(parts.bar.band(key::tabsBar)->count(), tabs + 1);
-        QCOMPARE(factory.created.back()->locationUrl(), "about:blank");
+        QCOMPARE(app.factory.created.back()->locationUrl(), "about:blank");
 
         // The companion closing itself, and the same word while closed.
         parts.net.companion()->close();
@@ -196,7 +189,7 @@ private slots:
         QVERIFY(!bar->checked() && channel.text().isEmpty());
 
         // A list changed from outside: the menu is built anew.
-        QFile list(appDir + "Proxies.txt");
+        QFile list(app.appDir + "Proxies.txt");
         QVERIFY(list.open(QIODevice::WriteOnly));
         list.write("127.0.0.1:3128\n");
         list.close();

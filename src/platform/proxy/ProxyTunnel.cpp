@@ -38,6 +38,18 @@ std::pair<QString, quint16> splitAuthority(const QByteArray& authority, quint16 
     return {QString::fromLatin1(host), port};
 }
 
+// The head at the front of buffer, taken off it with its blank line; nullopt
+// while it has not all come.
+std::optional<QByteArray> takeHead(QByteArray& buffer)
+{
+    const qsizetype end = buffer.indexOf("\r\n\r\n");
+    if (end < 0)
+        return std::nullopt;
+    QByteArray head = buffer.left(end);
+    buffer.remove(0, end + 4);
+    return head;
+}
+
 QByteArray basic(const QString& user, const QString& password)
 {
     return "Basic " + (user + QLatin1Char(':') + password).toUtf8().toBase64();
@@ -75,15 +87,11 @@ void ProxyTunnel::readClient()
 
 void ProxyTunnel::readHead()
 {
-    const qsizetype end = clientBuffer_.indexOf("\r\n\r\n");
-    if (end < 0) {
-        if (clientBuffer_.size() > maxHead)
-            reply(431, "The request head is too long.");
-        return;
-    }
-    const QByteArray head = clientBuffer_.left(end);
-    clientBuffer_.remove(0, end + 4);
-    startRequest(head);
+    const std::optional<QByteArray> head = takeHead(clientBuffer_);
+    if (head)
+        startRequest(*head);
+    else if (clientBuffer_.size() > maxHead)
+        reply(431, "The request head is too long.");
 }
 
 void ProxyTunnel::startRequest(const QByteArray& head)
@@ -248,17 +256,15 @@ void ProxyTunnel::readUpstream()
 
 void ProxyTunnel::readUpstreamReply()
 {
-    const qsizetype end = upstreamBuffer_.indexOf("\r\n\r\n");
-    if (end < 0) {
+    const std::optional<QByteArray> head = takeHead(upstreamBuffer_);
+    if (!head) {
         if (upstreamBuffer_.size() > maxHead)
             reply(502, "The upstream proxy sent an endless head.");
         return;
     }
-    const QByteArray head = upstreamBuffer_.left(end);
-    const int code = head.left(head.indexOf("\r\n")).split(' ').value(1).toInt();
-    upstreamBuffer_.remove(0, end + 4);
+    const int code = head->left(head->indexOf("\r\n")).split(' ').value(1).toInt();
     if (code == 407) {
-        refusedForSignIn(head);
+        refusedForSignIn(*head);
         return;
     }
     if (code / 100 != 2) {
