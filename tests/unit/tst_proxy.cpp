@@ -160,14 +160,17 @@ private slots:
     // The channel's commands, as the companion writes them.
     void companionChannelGrammar()
     {
+        // OPENGETBAR=1 opens the companion at start-up, and it checks its tool.
         FakeApp app({"default.tb2"});
+        QFile settings(app.appDir + "Browser.ini");
+        QVERIFY(settings.open(QIODevice::WriteOnly));
+        settings.write("[QUB-BROWSER]\r\nOPENGETBAR=1\r\n");
+        settings.close();
         QVERIFY(app.window->start({}));
         MainWindow::Parts parts = app.window->parts();
         CompanionChannel& channel = parts.net.channel();
         Tool* bar = parts.bar.tool(key::toolsMenu, key::companionBar);
-
-        parts.bar.reportClick(bar);
-        QVERIFY(bar->checked() && parts.net.companion());
+        QVERIFY(bar->checked() && parts.net.companion() && parts.net.companion()->isVisible());
         channel.setText("qub_close");
         QCOMPARE(channel.text(), "qub_close"); // no prefix: ignored and left
         channel.setText("QUB_whatever");
@@ -197,6 +200,13 @@ private slots:
         QCOMPARE(parts.bar.band(key::proxyMenu)->count(), 3);
         QCOMPARE(parts.bar.band(key::proxyMenu)->at(2)->caption(), "127.0.0.1:3128");
         QVERIFY(channel.text().isEmpty());
+
+        // Open at exit: stored, for the next start.
+        parts.bar.reportClick(bar);
+        app.dialogs.answers = {Dialogs::Answer::Ok};
+        app.window->quit();
+        QVERIFY(settings.open(QIODevice::ReadOnly));
+        QVERIFY(settings.readAll().contains("OPENGETBAR=1\r\n"));
     }
 };
 
