@@ -16,7 +16,7 @@ declare -A allowed=(
     [favorites]="tabs core platform"
     [protect]="tabs core platform"
     [translate]="commands tabs core platform"
-    [net]="tabs core platform"
+    [net]="commands tabs core platform"
     [app]="commands favorites history net protect translate tabs core platform"
     [main]="app commands favorites history net protect translate tabs core platform engine"
 )

@@ -63,7 +63,10 @@ TextWindow* TextWindow::editFile(const QString& path, platform::Dialogs& dialogs
 
 bool TextWindow::save()
 {
-    return !file_.isEmpty() && write(file_);
+    if (file_.isEmpty() || !write(file_))
+        return false;
+    emit saved();
+    return true;
 }
 
 bool TextWindow::write(const QString& path)

@@ -26,6 +26,10 @@ public:
     // Asks where to and writes the text there; false when cancelled or failed.
     bool saveAs();
 
+signals:
+    // The edited file was written in place.
+    void saved();
+
 private:
     bool write(const QString& path);
 

@@ -1,5 +1,6 @@
 #include "CompanionBar.h"
 #include "CompanionChannel.h"
+#include "commands/TextWindow.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -8,8 +9,7 @@
 #include <QUrl>
 
 CompanionBar::CompanionBar(CompanionChannel& channel, QString proxyListPath, QString searchTemplate,
-                           ProxyListEditor::Captions captions, platform::Dialogs& dialogs,
-                           QWidget* owner)
+                           Captions captions, platform::Dialogs& dialogs, QWidget* owner)
     : QWidget(owner, Qt::Tool), channel_(channel), proxyListPath_(std::move(proxyListPath)),
       searchTemplate_(std::move(searchTemplate)), captions_(std::move(captions)), dialogs_(dialogs),
       query_(new QLineEdit(this))
@@ -58,13 +58,18 @@ void CompanionBar::search()
     channel_.setText(QStringLiteral("QUB_open") + address);
 }
 
-ProxyListEditor* CompanionBar::editProxies()
+TextWindow* CompanionBar::editProxies()
 {
-    auto* editor = new ProxyListEditor(proxyListPath_, captions_, dialogs_, this);
-    editor->setAttribute(Qt::WA_DeleteOnClose);
-    connect(editor, &ProxyListEditor::saved, this,
-            [this] { channel_.setText(QStringLiteral("QUB_proxychange")); });
-    return editor;
+    return editProxyList(proxyListPath_, dialogs_, channel_, this);
+}
+
+TextWindow* CompanionBar::editProxyList(const QString& path, platform::Dialogs& dialogs,
+                                        CompanionChannel& channel, QWidget* parent)
+{
+    TextWindow* window = TextWindow::editFile(path, dialogs, parent);
+    connect(window, &TextWindow::saved, &channel,
+            [&channel] { channel.setText(QStringLiteral("QUB_proxychange")); });
+    return window;
 }
 
 void CompanionBar::closeEvent(QCloseEvent* event)

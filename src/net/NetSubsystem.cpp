@@ -1,5 +1,6 @@
 #include "NetSubsystem.h"
 #include "ProxyMenu.h"
+#include "commands/TextWindow.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "core/MainState.h"
@@ -14,7 +15,7 @@
 
 NetSubsystem::NetSubsystem(QWidget& window, const MainState& state, platform::CommandBar& bar,
                            TabStrip& tabs, ProxyMenu& proxies, platform::Dialogs& dialogs,
-                           ProxyListEditor::Captions captions, CommandDispatcher& commands)
+                           CompanionBar::Captions captions, CommandDispatcher& commands)
     : window_(window), state_(state), bar_(bar), tabs_(tabs), proxies_(proxies), dialogs_(dialogs),
       captions_(std::move(captions))
 {
@@ -27,14 +28,11 @@ NetSubsystem::NetSubsystem(QWidget& window, const MainState& state, platform::Co
     });
     commands.on(cmd::Command::CompanionBar, [this](const CommandContext&) { openBar(); });
     commands.on(cmd::Command::CompanionSetup, [this](const CommandContext&) {
-        // Over the options dialog when that asked, so the editor can be used.
+        // Over the options dialog when that asked, so the list can be edited.
         QWidget* owner = QApplication::activeModalWidget();
-        auto* editor = new ProxyListEditor(proxies_.connection().listPath(), captions_, dialogs_,
-                                           owner ? owner : &window_);
-        editor->setAttribute(Qt::WA_DeleteOnClose);
-        QObject::connect(editor, &ProxyListEditor::saved, &channel_,
-                         [this] { channel_.setText(QStringLiteral("QUB_proxychange")); });
-        editor->open();
+        CompanionBar::editProxyList(proxies_.connection().listPath(), dialogs_, channel_,
+                                    owner ? owner : &window_)
+            ->show();
     });
     commands.on(cmd::Command::OpenFromCompanion, [this](const CommandContext&) {
         const QString text = channel_.text();

@@ -19,7 +19,7 @@ class NetSubsystem
 {
 public:
     NetSubsystem(QWidget& window, const MainState& state, platform::CommandBar& bar, TabStrip& tabs,
-                 ProxyMenu& proxies, platform::Dialogs& dialogs, ProxyListEditor::Captions captions,
+                 ProxyMenu& proxies, platform::Dialogs& dialogs, CompanionBar::Captions captions,
                  CommandDispatcher& commands);
 
     // searchTemplate: where the companion's searches go.
@@ -42,7 +42,7 @@ private:
     TabStrip& tabs_;
     ProxyMenu& proxies_;
     platform::Dialogs& dialogs_;
-    ProxyListEditor::Captions captions_;
+    CompanionBar::Captions captions_;
     CompanionChannel channel_;
     QPointer<CompanionBar> companion_;
     QString searchTemplate_;
