@@ -3,7 +3,7 @@
 # QUB-BROWSER needs; does nothing when they are all there.
 set -euo pipefail
 
-packages=(g++ cmake ninja-build libgl-dev libxml2-dev
+packages=(g++ cmake ninja-build ccache libgl-dev libxml2-dev
           qt6-base-dev libqt6sql6-sqlite qt6-multimedia-dev qt6-webchannel-dev qt6-webengine-dev libqt6webenginecore6-bin qt6-qpa-plugins libqt6svg6
           adwaita-icon-theme fonts-dejavu-core)
 if [ "${1:-}" = test ]; then
