@@ -61,7 +61,8 @@ int main(int argc, char** argv)
     platform::CommandBar bar;
     if (platform::SkinLoader::loadFile(bar, QString::fromLocal8Bit(argv[1])))
         return 1;
-    platform::CommandBarWidgets widgets(bar, window);
+    platform::RedrawPacer pacer;
+    platform::CommandBarWidgets widgets(bar, window, pacer);
     platform::QtDialogs dialogs;
     platform::DesktopShell shell;
     FavouritesStore store(root, dialogs, shell);
@@ -91,6 +92,7 @@ int main(int argc, char** argv)
     store.refresh();
     QCoreApplication::processEvents();
     std::printf("icons %.1f\n", millis(timer));
-    std::printf("entries %d folders %d\n", store.scan().favouriteCount(), store.scan().folderCount());
+    std::printf("entries %d folders %d\n", store.scan().favouriteCount(),
+                store.scan().folderCount());
     return 0;
 }

@@ -14,7 +14,10 @@ QString Language::text(const QString& key) const
 
 QString Language::apply(platform::CommandBar& bar, const QString& version)
 {
-    auto caption = [this](platform::Tool& tool) {
+    // Hundreds of keys: the file is read once for all of them.
+    const platform::IniSectionReader file(fileName(), section);
+    auto text = [&file](const QString& key) { return file.text(key); };
+    auto caption = [&text](platform::Tool& tool) {
         if (const QString value = text(tool.key()); !value.isEmpty())
             tool.setCaption(value);
         if (const QString tip = text(QStringLiteral("tip_") + tool.key()); !tip.isEmpty())

@@ -23,7 +23,8 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       proxies_(bar_, connection_), language_(appDir), settings_(appDir, bar_, proxies_),
       clickHook_(clock), lastPages_(appDir), controls_(*this), clientArea_(new QWidget(this)),
       hideFrame_(new QWidget(this)), stage_(*clientArea_, *hideFrame_),
-      display_(*this, *controls_.addressBox(), *controls_.statusText(), *controls_.progress()),
+      display_(*this, *controls_.addressBox(), *controls_.statusText(), *controls_.progress(),
+               pacer_),
       commands_(state_, bar_, [this](int index) { return tabs_.strip().view(index); }),
       barEvents_(bar_),
       tabs_(state_, bar_, factory, stage_, display_, clock, commands_, barEvents_),
@@ -125,7 +126,7 @@ bool MainWindow::start(const QString& commandLineAddress)
 {
     if (!loadSkin())
         return false;
-    barWidgets_ = new platform::CommandBarWidgets(bar_, *this);
+    barWidgets_ = new platform::CommandBarWidgets(bar_, *this, pacer_);
     if (QWidget* strip = barWidgets_->container(bar_.band(key::tabsBar)))
         styleTabBand(*strip);
     controls_.host(bar_, *barWidgets_);

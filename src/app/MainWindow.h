@@ -23,6 +23,7 @@
 #include "platform/UserRegistry.h"
 #include "platform/browser/WidgetViewStage.h"
 #include "platform/commandbar/CommandBar.h"
+#include "platform/commandbar/RedrawPacer.h"
 #include "protect/ProtectSubsystem.h"
 #include "tabs/TabSubsystem.h"
 #include "translate/TranslateSubsystem.h"
@@ -96,6 +97,7 @@ private:
     HostedControls controls_;
     QWidget* clientArea_;
     QWidget* hideFrame_;
+    platform::RedrawPacer pacer_;
     platform::WidgetViewStage stage_;
     WindowDisplay display_;
     CommandDispatcher commands_;

@@ -1,5 +1,6 @@
 #include "WindowDisplay.h"
 #include "ProgressDisplay.h"
+#include "platform/commandbar/RedrawPacer.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -17,6 +18,7 @@ QString WindowDisplay::addressText() const
 
 void WindowDisplay::setAddressText(const QString& text)
 {
+    pacer_.changing(address_);
     address_.setEditText(text);
 }
 
@@ -28,16 +30,19 @@ void WindowDisplay::focusAddress()
 
 void WindowDisplay::setStatusText(const QString& text)
 {
+    pacer_.changing(status_);
     status_.setText(text);
     status_.setCursorPosition(0);
 }
 
 void WindowDisplay::setProgress(int percent)
 {
+    pacer_.changing(progress_);
     progress_.setPercent(percent);
 }
 
 void WindowDisplay::clearInfo()
 {
+    pacer_.changing(progress_);
     progress_.info()->clear();
 }

@@ -7,11 +7,16 @@ class QLineEdit;
 class QWidget;
 class ProgressDisplay;
 
+namespace platform {
+class RedrawPacer;
+}
+
 class WindowDisplay : public ActiveTabDisplay
 {
 public:
-    WindowDisplay(QWidget& window, QComboBox& address, QLineEdit& status, ProgressDisplay& progress)
-        : window_(window), address_(address), status_(status), progress_(progress)
+    WindowDisplay(QWidget& window, QComboBox& address, QLineEdit& status, ProgressDisplay& progress,
+                  platform::RedrawPacer& pacer)
+        : window_(window), address_(address), status_(status), progress_(progress), pacer_(pacer)
     {
     }
 
@@ -28,4 +33,5 @@ private:
     QComboBox& address_;
     QLineEdit& status_;
     ProgressDisplay& progress_;
+    platform::RedrawPacer& pacer_;
 };

@@ -120,6 +120,32 @@ private slots:
         QCOMPARE(back->caption(), "Back");
     }
 
+    void barRedrawsArePacedButNotTheirState()
+    {
+        FakeApp app({"default.tb2", "lng.ini"});
+        QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
+        MainWindow::Parts parts = app.window->parts();
+        QWidget* strip = parts.barWidgets->container(parts.bar.band(key::tabsBar));
+        Tool* tab = parts.bar.band(key::tabsBar)->at(0);
+        QTest::qWait(250);
+        for (int i = 1; i <= 20; ++i)
+            tab->setCaption(QStringLiteral("Page %1").arg(i));
+        QCOMPARE(parts.barWidgets->action(tab)->text(), "Page 20");
+        QVERIFY(!strip->updatesEnabled());
+        QTRY_VERIFY_WITH_TIMEOUT(strip->updatesEnabled(), 1000);
+
+        // A widget that goes while its redraw is held leaves nothing behind.
+        RedrawPacer pacer;
+        auto* status = new QLineEdit;
+        pacer.changing(*status);
+        pacer.changing(*status);
+        QVERIFY(!status->updatesEnabled());
+        delete status;
+        auto* other = new QLineEdit(parts.statusText);
+        pacer.changing(*other);
+        QTRY_VERIFY_WITH_TIMEOUT(other->updatesEnabled(), 1000);
+    }
+
     void optionsOpenAtTheirPageOverADisabledWindow()
     {
         FakeApp app({"default.tb2"});

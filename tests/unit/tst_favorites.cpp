@@ -348,7 +348,8 @@ private slots:
         StripFixture fixture;
         fixture.tabs.openFirstTab();
         QMainWindow window;
-        CommandBarWidgets widgets(fixture.bar, window);
+        RedrawPacer pacer;
+        CommandBarWidgets widgets(fixture.bar, window, pacer);
         ScriptedDialogs dialogs;
         RecordingShell shell;
         FavouritesSubsystem favourites(window, fixture.bar, fixture.tabs, dialogs, shell,

@@ -53,6 +53,10 @@ private slots:
         QTest::newRow("first of twin keys") << QByteArray("[S]\nK=1\nK=2\n") << "S"
                                             << "K"
                                             << "1" << 1;
+        QTest::newRow("section named twice")
+            << QByteArray("[S]\nA=1\n[T]\nK=x\n[s]\nK=2\nK=3\n") << "S"
+            << "k"
+            << "2" << 2;
         QTest::newRow("comment is no key") << QByteArray("[S]\n;K=1\n") << "S"
                                            << "K"
                                            << "dflt" << 7;
@@ -95,6 +99,9 @@ private slots:
         const ProfileFile file(write(content));
         QTEST(file.readString(section, key, QStringLiteral("dflt")), "expected");
         QTEST(file.readInt(section, key, 7), "number");
+        // Reading a whole section at once finds what a lookup of the key finds.
+        QCOMPARE(platform::IniSectionReader(file.path(), section).text(key),
+                 platform::ReadIniString(file.path(), section, key));
     }
 
     void writingKeepsEverythingElse()

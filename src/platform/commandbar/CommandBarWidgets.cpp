@@ -42,8 +42,8 @@ Qt::ToolBarArea toolBarArea(DockArea area)
 
 } // namespace
 
-CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window)
-    : QObject(&window), bar_(bar), window_(window)
+CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window, RedrawPacer& pacer)
+    : QObject(&window), bar_(bar), window_(window), pacer_(pacer)
 {
     for (const auto& band : bar_.bands())
         createContainer(*band);
@@ -250,6 +250,8 @@ void CommandBarWidgets::removeAction(Band* band, int index)
     // All go together, as children of one object: ten thousand objects each
     // waiting for its own deletion would make every deletion search the
     // queue of all the others.
+    if (auto* toolBar = qobject_cast<QToolBar*>(action->parent()))
+        pacer_.changing(*toolBar);
     if (QWidget* container = qobject_cast<QWidget*>(action->parent()))
         container->removeAction(action);
     if (!removed_) {
@@ -291,6 +293,8 @@ void CommandBarWidgets::updateAction(Tool* tool)
     QAction* action = actions_.value(tool);
     if (!action)
         return;
+    if (auto* toolBar = qobject_cast<QToolBar*>(action->parent()))
+        pacer_.changing(*toolBar);
     // Menus show the shortcut after a tab; the key itself belongs to a
     // window-wide action, so it works whether or not its band is shown.
     const bool inMenu = qobject_cast<QMenu*>(action->parent()) != nullptr;

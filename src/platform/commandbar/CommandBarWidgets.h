@@ -2,9 +2,11 @@
 // Shows a CommandBar in a QMainWindow: the menu bar band as its menu bar,
 // popup bands as menus, toolbars and the status band as tool bars in their
 // dock lines, the side bar as a dock widget with one page per child band. One
-// QAction stands for each tool copy; model changes update the widgets, and
+// QAction stands for each tool copy; model changes update the widgets (the
+// tool bars' redraws paced), and
 // clicks, hovers, drop-downs, double and middle clicks go back to the model.
 #include "CommandBar.h"
+#include "RedrawPacer.h"
 
 #include <QHash>
 #include <QPointer>
@@ -23,7 +25,7 @@ class CommandBarWidgets : public QObject, public BandPlacement
 {
     Q_OBJECT
 public:
-    CommandBarWidgets(CommandBar& bar, QMainWindow& window);
+    CommandBarWidgets(CommandBar& bar, QMainWindow& window, RedrawPacer& pacer);
     ~CommandBarWidgets() override;
 
     QWidget* container(const Band* band) const { return containers_.value(band); }
@@ -57,6 +59,7 @@ private:
 
     CommandBar& bar_;
     QMainWindow& window_;
+    RedrawPacer& pacer_;
     QHash<const Band*, QWidget*> containers_;
     QHash<const Tool*, QAction*> actions_;
     QSet<const QAction*> toolActions_;

@@ -229,6 +229,23 @@ int ProfileFile::readInt(const QString& section, const QString& key, int fallbac
     return result;
 }
 
+QHash<QString, QString> ProfileFile::readSection(const QString& section) const
+{
+    QHash<QString, QString> values;
+    bool inSection = false;
+    for (const QString& line : readLines(path_).text) {
+        if (auto name = sectionName(line)) {
+            inSection = sameName(*name, section);
+            continue;
+        }
+        // The first line of a key counts, as in a lookup of that key alone.
+        if (auto kv = entry(line); inSection && kv)
+            if (const QString name = kv->first.toCaseFolded(); !values.contains(name))
+                values.insert(name, unquoted(kv->second));
+    }
+    return values;
+}
+
 bool ProfileFile::writeString(const QString& section, const QString& key,
                               const QString& value) const
 {
@@ -252,6 +269,11 @@ bool ProfileFile::writeStrings(const QString& section, const Entries& entries) c
 QString ReadIniString(const QString& file, const QString& section, const QString& key)
 {
     return narrowLeft(ProfileFile(file).readString(section, key), 254);
+}
+
+QString IniSectionReader::text(const QString& key) const
+{
+    return narrowLeft(values_.value(key.toCaseFolded()), 254);
 }
 
 } // namespace platform

@@ -1,0 +1,35 @@
+#include "RedrawPacer.h"
+
+namespace platform {
+
+RedrawPacer::RedrawPacer()
+{
+    calm_.setInterval(100);
+    connect(&calm_, &QTimer::timeout, this, &RedrawPacer::release);
+}
+
+void RedrawPacer::changing(QWidget& widget)
+{
+    if (!calm_.isActive()) {
+        calm_.start();
+        return;
+    }
+    if (!widget.updatesEnabled())
+        return;
+    widget.setUpdatesEnabled(false);
+    held_.append(&widget);
+}
+
+void RedrawPacer::release()
+{
+    if (held_.isEmpty()) {
+        calm_.stop();
+        return;
+    }
+    // Drawing again updates the whole widget: what it held is drawn now.
+    for (const QPointer<QWidget>& widget : std::exchange(held_, {}))
+        if (widget)
+            widget->setUpdatesEnabled(true);
+}
+
+} // namespace platform
