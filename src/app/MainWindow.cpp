@@ -1,5 +1,6 @@
 #include "MainWindow.h"
 #include "AddressToolWidth.h"
+#include "AfterFirstPaint.h"
 #include "ProgressDisplay.h"
 #include "core/Keys.h"
 #include "platform/Dialogs.h"
@@ -144,7 +145,6 @@ bool MainWindow::start(const QString& commandLineAddress)
     languages_.build();
     factory_.setHomeAddress(settings_.homePage());
     factory_.setSearchAddress(settings_.searchAddress());
-    favourites_.start();
     history_.start(settings_.historyDays());
 
     bar_.setPagePicture(QIcon(controls_.pageIcon()->pixmap()));
@@ -160,6 +160,8 @@ bool MainWindow::start(const QString& commandLineAddress)
     if (const QScreen* display = screen())
         setGeometry(display->availableGeometry());
     showMaximized();
+    // Thousands of favourites take a while to read: the window shows first.
+    afterFirstPaint(*this, [this] { favourites_.start(); });
     net_.start(settings_.companionAtStart(), settings_.searchAddress());
     return true;
 }

@@ -130,6 +130,8 @@ private slots:
         App app;
         QVERIFY(app.window->start({}));
         MainWindow::Parts parts = app.window->parts();
+        // The favourites come once the window has drawn itself.
+        QTRY_VERIFY(parts.bar.tool(key::favouritesPage, key::favouritesTree)->control());
         auto entry = [&](const char* band, int index) {
             return parts.barWidgets->action(parts.bar.band(band)->at(index));
         };

@@ -32,6 +32,8 @@ private slots:
         FakeApp app({"default.tb2", "lng.ini"});
         QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
         MainWindow::Parts parts = app.window->parts();
+        // The favourites come once the window has drawn itself.
+        QTRY_VERIFY(parts.bar.tool(key::favouritesPage, key::favouritesTree)->control());
         parts.tabs.newTab(QStringLiteral("http://second.test/"), true);
 
         // Snapshots: clicks add and remove tools as they go.
