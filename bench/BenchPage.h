@@ -1,8 +1,13 @@
 #pragma once
-// What the benchmark programs share: the clock they report against and the
-// lines they print for bench/run.sh.
+// What the benchmark programs share: the clock they report against, the
+// memory of their process tree, and the lines they print for bench/run.sh.
 #include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QHash>
 #include <QTextStream>
+
+#include <unistd.h>
 
 namespace bench {
 
@@ -15,6 +20,41 @@ inline qint64 now()
 inline void report(const char* name, qint64 value)
 {
     QTextStream(stdout) << name << ' ' << value << Qt::endl;
+}
+
+// The proportional set size, in KiB, of this process and every process it
+// started (the engine's zygotes, renderers and helpers): shared pages are
+// split between those that share them, so the sum is what the tree costs.
+inline qint64 treePssKiB()
+{
+    QHash<qint64, QList<qint64>> children;
+    for (const QString& entry : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        bool isPid = false;
+        const qint64 pid = entry.toLongLong(&isPid);
+        if (!isPid)
+            continue;
+        QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+        if (!stat.open(QIODevice::ReadOnly))
+            continue;
+        // The parent is the second field after the name, which ends with ')'.
+        const QByteArray line = stat.readAll();
+        const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+        if (fields.size() > 1)
+            children[fields[1].toLongLong()].append(pid);
+    }
+    qint64 total = 0;
+    QList<qint64> pending{qint64(getpid())};
+    while (!pending.isEmpty()) {
+        const qint64 pid = pending.takeLast();
+        pending += children.value(pid);
+        QFile rollup(QStringLiteral("/proc/%1/smaps_rollup").arg(pid));
+        if (!rollup.open(QIODevice::ReadOnly))
+            continue;
+        for (const QByteArray& line : rollup.readAll().split('\n'))
+            if (line.startsWith("Pss:"))
+                total += line.mid(4).trimmed().split(' ').first().toLongLong();
+    }
+    return total;
 }
 
 } // namespace bench

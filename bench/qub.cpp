@@ -1,14 +1,18 @@
 // QUB-BROWSER under the benchmark: the real main window, started the way the
 // program starts, with the page on its command line. Prints what floor.cpp
-// prints, opening its tabs with the program's own new-tab operation.
+// prints, opening its tabs with the program's own new-tab operation. With
+// "closeall" after the number of tabs it prints instead how long Close All
+// takes once they have all loaded, until every view is gone.
 #include "BenchPage.h"
 #include "app/MainWindow.h"
+#include "core/Keys.h"
 #include "platform/AppDir.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
 #include "platform/engine/WebEngineViewFactory.h"
 
 #include <QApplication>
+#include <QTimer>
 
 namespace {
 
@@ -25,6 +29,27 @@ void whenLoaded(platform::BrowserView* view, std::function<void()> done)
         });
 }
 
+// Clicks Close All as the user would and reports when every tab's view is
+// gone and the window answers again.
+void closeAll(MainWindow& window)
+{
+    TabStrip& strip = window.parts().tabs;
+    auto remaining = std::make_shared<int>(0);
+    const qint64 started = bench::now();
+    for (platform::BrowserView* view : strip.tabViews()) {
+        ++*remaining;
+        QObject::connect(view, &QObject::destroyed, [remaining, started] {
+            if (--*remaining == 0)
+                QTimer::singleShot(0, [started] {
+                    bench::report("closeall", bench::now() - started);
+                    QCoreApplication::exit(0);
+                });
+        });
+    }
+    platform::CommandBar& bar = window.parts().bar;
+    bar.reportClick(bar.tool(QLatin1String(key::fileMenu), QLatin1String(key::closeAll)));
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -37,6 +62,7 @@ int main(int argc, char** argv)
         return 2;
     const QString url = args[1];
     const int tabs = args[2].toInt();
+    const bool closing = args.size() > 3 && args[3] == QLatin1String("closeall");
 
     platform::QtDialogs dialogs;
     platform::DesktopShell shell;
@@ -49,25 +75,37 @@ int main(int argc, char** argv)
         qint64 tabsStarted = 0;
         QObject::connect(&window.parts().tabs, &TabStrip::viewCreated, &app,
                          [&](platform::BrowserView* view) {
-                             if (view->index() < 2)
+                             if (view->index() < 2 || pending == 0)
                                  return;
                              whenLoaded(view, [&] {
-                                 if (--pending == 0) {
+                                 if (--pending != 0)
+                                     return;
+                                 if (!closing)
                                      bench::report("tabs", bench::now() - tabsStarted);
-                                     // exit(), not quit(): quit() would close the window and ask
-                                     // the exit question.
+                                 QTimer::singleShot(2000, &app, [&] {
+                                     if (closing) {
+                                         closeAll(window);
+                                         return;
+                                     }
+                                     bench::report("memory10", bench::treePssKiB());
+                                     // exit(), not quit(): quit() would close the window
+                                     // and ask the exit question.
                                      QCoreApplication::exit(0);
-                                 }
+                                 });
                              });
                          });
         if (!window.start(url))
             return 1;
         whenLoaded(window.parts().tabs.view(1), [&] {
             bench::report("loaded", bench::now());
-            tabsStarted = bench::now();
-            pending = tabs;
-            for (int i = 0; i < tabs; ++i)
-                window.parts().tabs.newTab(url, true);
+            QTimer::singleShot(2000, &app, [&] {
+                if (!closing)
+                    bench::report("memory1", bench::treePssKiB());
+                tabsStarted = bench::now();
+                pending = tabs;
+                for (int i = 0; i < tabs; ++i)
+                    window.parts().tabs.newTab(url, true);
+            });
         });
         // Ends without the exit question: nothing is saved.
         code = QApplication::exec();
