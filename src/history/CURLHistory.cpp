@@ -1,13 +1,11 @@
 #include "CURLHistory.h"
 #include "platform/Dialogs.h"
 
-QDateTime URLHistoryItem::localised(qint64& millis)
+QDateTime URLHistoryItem::localised(qint64& millis) const
 {
-    millis +=
-        qint64(QDateTime::fromMSecsSinceEpoch(millis, Qt::UTC).toLocalTime().offsetFromUtc()) *
-        1000;
+    millis += qint64(zone_.offsetFromUtc(QDateTime::fromMSecsSinceEpoch(millis, Qt::UTC))) * 1000;
     const QDateTime wall = QDateTime::fromMSecsSinceEpoch(millis, Qt::UTC);
-    return QDateTime(wall.date(), wall.time());
+    return QDateTime(wall.date(), wall.time(), zone_);
 }
 
 CURLHistory::CURLHistory(platform::HistoryStore& store, platform::Dialogs& dialogs)
@@ -37,8 +35,9 @@ void CURLHistory::Refresh(const QString& filter, quint32)
                          platform::Dialogs::Icon::None);
         return;
     }
+    const QTimeZone zone = QTimeZone::systemTimeZone();
     for (platform::HistoryRecord& record : store_.records(filter))
-        items_.emplace_back(std::move(record));
+        items_.emplace_back(std::move(record), zone);
     Sorted();
 }
 

@@ -5,6 +5,7 @@
 #include "platform/history/HistoryStore.h"
 
 #include <QDateTime>
+#include <QTimeZone>
 #include <vector>
 
 namespace platform {
@@ -15,7 +16,11 @@ class Dialogs;
 class URLHistoryItem
 {
 public:
-    explicit URLHistoryItem(platform::HistoryRecord record) : record_(std::move(record)) {}
+    // zone is the system's time zone as it was when the list was read.
+    URLHistoryItem(platform::HistoryRecord record, QTimeZone zone)
+        : record_(std::move(record)), zone_(std::move(zone))
+    {
+    }
 
     // Local times. Each read turns the kept time into local time once more,
     // in place, as the system call behind it always did: the first read is
@@ -28,9 +33,12 @@ public:
     const QString& Title() const { return record_.title; }
 
 private:
-    static QDateTime localised(qint64& millis);
+    QDateTime localised(qint64& millis) const;
 
     platform::HistoryRecord record_;
+    // The zone's own table of offsets: asking the C library for local time
+    // rereads the zone file for every time.
+    QTimeZone zone_;
 };
 
 class CURLHistory
