@@ -82,6 +82,9 @@ int main(int argc, char** argv)
         timer.start();
         store.refresh();
         QCoreApplication::processEvents();
+        // The old menus' entries go as they would in the program's event
+        // loop, which this loop is not: kept, they would slow every round after.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         std::printf("favourites %.1f\n", millis(timer));
     }
     timer.start();
@@ -91,6 +94,7 @@ int main(int argc, char** argv)
     timer.start();
     store.refresh();
     QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     std::printf("icons %.1f\n", millis(timer));
     std::printf("entries %d folders %d\n", store.scan().favouriteCount(),
                 store.scan().folderCount());

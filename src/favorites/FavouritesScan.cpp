@@ -76,10 +76,15 @@ void FavouritesScan::readFolder(const QString& folder, int parent, int depth)
     const QStringList listed = FolderOrder::read(folder);
     for (int i = 0; i < listed.size(); ++i)
         ranks.insert(listed[i], ranks.value(listed[i], i));
+    // One listing of the folder, split into folders and files.
+    QFileInfoList folders;
+    QFileInfoList files;
+    for (const QFileInfo& entry :
+         dir.entryInfoList(QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot, order))
+        (entry.isDir() ? folders : files).append(entry);
     int position = parent < 0 ? firstTopPosition - 1 : 0;
     if (depth < maxDepth) {
-        for (const QFileInfo& entry :
-             ordered(dir.entryInfoList(QDir::Dirs | QDir::NoDotAndDotDot, order), ranks)) {
+        for (const QFileInfo& entry : ordered(folders, ranks)) {
             if (!isMenuFolder(entry))
                 continue;
             const int index = add({FavouriteItem::Kind::Folder,
@@ -93,7 +98,7 @@ void FavouritesScan::readFolder(const QString& folder, int parent, int depth)
             readFolder(entry.absoluteFilePath(), index, depth + 1);
         }
     }
-    for (const QFileInfo& entry : ordered(dir.entryInfoList(QDir::Files, order), ranks)) {
+    for (const QFileInfo& entry : ordered(files, ranks)) {
         const QString name = entry.fileName();
         if (name.endsWith(QLatin1String("ini")))
             continue;

@@ -220,6 +220,9 @@ void CommandBarWidgets::insertAction(Band* band, int index)
     QAction* before = nullptr;
     if (index + 1 < band->count())
         before = actions_.value(band->at(index + 1));
+    // Complete before it goes in: a menu of thousands of favourites takes
+    // each entry once, not with every property that changes after.
+    updateAction(tool);
     container->insertAction(before, action);
     if (auto* toolBar = qobject_cast<QToolBar*>(container)) {
         if (auto* button = qobject_cast<QToolButton*>(toolBar->widgetForAction(action))) {
@@ -228,8 +231,9 @@ void CommandBarWidgets::insertAction(Band* band, int index)
             if (tool->type() == ControlType::DropDown)
                 button->setPopupMode(QToolButton::InstantPopup);
         }
+        // A tool bar's button exists only now, and takes its style from the tool.
+        updateAction(tool);
     }
-    updateAction(tool);
 }
 
 void CommandBarWidgets::removeAction(Band* band, int index)
