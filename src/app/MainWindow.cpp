@@ -4,6 +4,7 @@
 #include "ProgressDisplay.h"
 #include "core/Keys.h"
 #include "platform/Dialogs.h"
+#include "platform/FreeMemory.h"
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/commandbar/SkinLoader.h"
 
@@ -12,6 +13,7 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace {
@@ -153,6 +155,12 @@ bool MainWindow::start(const QString& commandLineAddress)
     loadTabIcons();
     if (!commandLineAddress.isEmpty())
         tabs_.strip().view(1)->navigate(commandLineAddress);
+    // What start-up freed goes back to the system once the first page is in
+    // and drawn.
+    connect(
+        tabs_.strip().view(1), &platform::BrowserView::documentComplete, this,
+        [this] { QTimer::singleShot(1000, this, [] { platform::returnFreeMemory(); }); },
+        Qt::SingleShotConnection);
     lastPages_.restore(tabs_.strip());
     clickHook_.start();
     // Without a window manager a maximise request is not honoured; the
