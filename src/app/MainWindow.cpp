@@ -163,13 +163,13 @@ bool MainWindow::start(const QString& commandLineAddress)
         Qt::SingleShotConnection);
     lastPages_.restore(tabs_.strip());
     clickHook_.start();
+    // Thousands of favourites take a while to read: the window shows first.
+    afterFirstPaint(*this, [this] { favourites_.start(); });
     // Without a window manager a maximise request is not honoured; the
     // geometry makes the window fill the screen all the same.
     if (const QScreen* display = screen())
         setGeometry(display->availableGeometry());
     showMaximized();
-    // Thousands of favourites take a while to read: the window shows first.
-    afterFirstPaint(*this, [this] { favourites_.start(); });
     net_.start(settings_.companionAtStart(), settings_.searchAddress());
     return true;
 }
