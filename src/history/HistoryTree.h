@@ -19,7 +19,7 @@ class HistoryTree : public QAbstractItemModel
     Q_OBJECT
 public:
     enum Role { KeyRole = Qt::UserRole, TagRole };
-    static constexpr int step = 2000;
+    static constexpr int step = 10000;
 
     explicit HistoryTree(QObject* parent = nullptr);
 
