@@ -266,9 +266,10 @@ void CommandBarWidgets::removeAction(Band* band, int index)
 }
 
 // Status captions change as fast as pages make them (a storm of blocked
-// windows counts up hundreds a second), and each redraw composes the whole
-// window. So the status bands are redrawn at most ten times a second: the
-// first change after a quiet spell at once, later ones together.
+// windows counts up hundreds a second). Their redraws are paced like every
+// bar's; beyond that the status bands take a caption at most ten times a
+// second (the first change after a quiet spell at once, later ones together),
+// so that a storm does not lay the band out again for every window.
 void CommandBarWidgets::toolChanged(Tool* tool)
 {
     const QAction* action = actions_.value(tool);
