@@ -6,6 +6,8 @@
 #include "platform/Shell.h"
 #include "platform/commandbar/CommandBar.h"
 
+#include <optional>
+
 namespace {
 
 constexpr int captionBytes = 40;
@@ -23,9 +25,41 @@ FavouritesMenus::FavouritesMenus(platform::CommandBar& bar, platform::Shell& she
 {
 }
 
+FavouritesMenus::Entry FavouritesMenus::entryFor(const FavouriteItem& item, bool icons) const
+{
+    Entry entry{{},
+                0,
+                platform::ControlType::Button,
+                platform::shortenCaption(item.name, captionBytes),
+                {},
+                {},
+                {},
+                true};
+    switch (item.kind) {
+    case FavouriteItem::Kind::Folder:
+        entry.key = keys::favouriteKey(item.position);
+        entry.id = item.position * 100 + 1500;
+        entry.type = platform::ControlType::DropDown;
+        entry.subBand = keys::favouriteBandKey(item.number);
+        break;
+    case FavouriteItem::Kind::Favourite:
+        entry.key = keys::favouriteKey(item.number);
+        entry.id = item.number + 1500;
+        entry.tag = item.path;
+        entry.enabled = entry.caption != disabledCaption;
+        break;
+    case FavouriteItem::Kind::Empty:
+        entry.key = keys::favouriteKey(item.number + 1000);
+        entry.id = item.number + 2500;
+        break;
+    }
+    if (icons && item.kind != FavouriteItem::Kind::Empty)
+        entry.picture = shell_.fileIcon(item.path);
+    return entry;
+}
+
 void FavouritesMenus::build(const FavouritesScan& scan)
 {
-    clear();
     platform::Band* menu = bar_.band(key::favMenu);
     if (!menu)
         return;
@@ -33,64 +67,90 @@ void FavouritesMenus::build(const FavouritesScan& scan)
         fixedTools_ = menu->count();
     const platform::Tool* iconSwitch = menu->tool(key::favIcons);
     const bool icons = iconSwitch && iconSwitch->checked();
+
+    // Every level's entries in order: the top level at 0, folder n at n.
+    const std::vector<FavouriteItem>& items = scan.items();
+    std::vector<std::vector<Entry>> levels(size_t(scan.folderCount()) + 1);
+    for (const FavouriteItem& item : items)
+        levels[item.parent < 0 ? 0 : size_t(items[size_t(item.parent)].number)].push_back(
+            entryFor(item, icons));
+
+    removeLinkCopies();
+    // A drop-down takes its band's menu as it goes in, so new bands come
+    // first; bands no longer opened by any drop-down go last.
+    for (int n = folderBands_ + 1; n <= scan.folderCount(); ++n)
+        bar_.addBand(keys::favouriteBandKey(n), platform::BandKind::Popup);
+    fill(*menu, fixedTools_, levels[0]);
+    for (int n = 1; n <= scan.folderCount(); ++n)
+        fill(*bar_.band(keys::favouriteBandKey(n)), 0, levels[size_t(n)]);
+    for (int n = scan.folderCount() + 1; n <= folderBands_; ++n)
+        bar_.removeBand(keys::favouriteBandKey(n));
+    folderBands_ = scan.folderCount();
+
     favouriteTools_.assign(size_t(scan.favouriteCount()), nullptr);
-    for (int index : scan.topItems())
-        addItem(scan, index, key::favMenu, icons);
-}
-
-void FavouritesMenus::addItem(const FavouritesScan& scan, int index, const QString& bandKey,
-                              bool icons)
-{
-    const FavouriteItem& item = scan.items()[size_t(index)];
-    switch (item.kind) {
-    case FavouriteItem::Kind::Folder: {
-        const QString folderBand = keys::favouriteBandKey(item.number);
-        bar_.addBand(folderBand, platform::BandKind::Popup)->setCaption(item.name);
-        folderBands_ = item.number;
-        platform::Tool* tool = addTool(bandKey, keys::favouriteKey(item.position),
-                                       item.position * 100 + 1500, item.name, folderBand);
-        if (icons)
-            tool->setPicture(shell_.fileIcon(item.path));
-        if (isLinksFolder(item.name)) {
-            if (platform::Band* address = bar_.band(key::addressBar)) {
-                platform::Tool* copy =
-                    bar_.insertTool(*address, *tool, address->indexOf(address->tool(key::go)) + 1);
-                copy->setDisplayStyle(3);
-                linkCopies_.push_back(copy);
-            }
-            if (platform::Band* view = bar_.band(key::viewMenu))
-                linkCopies_.push_back(bar_.insertTool(*view, *tool));
+    for (const FavouriteItem& item : items) {
+        const bool top = item.parent < 0;
+        if (item.kind == FavouriteItem::Kind::Empty)
+            continue;
+        const platform::Band& band =
+            top ? *menu : *bar_.band(keys::favouriteBandKey(items[size_t(item.parent)].number));
+        platform::Tool* tool = band.at((top ? fixedTools_ : 0) + item.row);
+        if (item.kind == FavouriteItem::Kind::Favourite) {
+            favouriteTools_[size_t(item.number - 1)] = tool;
+        } else {
+            bar_.band(keys::favouriteBandKey(item.number))->setCaption(item.name);
+            if (isLinksFolder(item.name))
+                addLinkCopies(*tool);
         }
-        for (int child : item.children)
-            addItem(scan, child, folderBand, icons);
-        break;
-    }
-    case FavouriteItem::Kind::Favourite: {
-        platform::Tool* tool =
-            addTool(bandKey, keys::favouriteKey(item.number), item.number + 1500, item.name);
-        tool->setTag(item.path);
-        if (icons)
-            tool->setPicture(shell_.fileIcon(item.path));
-        if (tool->caption() == disabledCaption)
-            tool->setEnabled(false);
-        favouriteTools_[size_t(item.number - 1)] = tool;
-        break;
-    }
-    case FavouriteItem::Kind::Empty:
-        addTool(bandKey, keys::favouriteKey(item.number + 1000), item.number + 2500, item.name);
-        break;
     }
 }
 
-platform::Tool* FavouritesMenus::addTool(const QString& bandKey, const QString& key, int id,
-                                         const QString& caption, const QString& subBand)
+void FavouritesMenus::fill(platform::Band& band, int first, const std::vector<Entry>& entries)
 {
-    platform::Tool made(bar_, key, id,
-                        subBand.isEmpty() ? platform::ControlType::Button
-                                          : platform::ControlType::DropDown);
-    made.setCaption(platform::shortenCaption(caption, captionBytes));
-    made.setSubBand(subBand);
-    return bar_.insertTool(*bar_.band(bandKey), made);
+    for (size_t i = 0; i < entries.size(); ++i) {
+        const Entry& entry = entries[i];
+        const int index = first + int(i);
+        platform::Tool* tool = index < band.count() ? band.at(index) : nullptr;
+        if (tool && (tool->type() != entry.type || tool->subBand() != entry.subBand)) {
+            bar_.removeTool(band, index);
+            tool = nullptr;
+        }
+        // A new tool is complete before it goes in, so its menu takes it once.
+        std::optional<platform::Tool> made;
+        if (!tool)
+            made.emplace(bar_, entry.key, entry.id, entry.type);
+        platform::Tool& target = tool ? *tool : *made;
+        target.setKey(entry.key);
+        target.setId(entry.id);
+        target.setCaption(entry.caption);
+        target.setSubBand(entry.subBand);
+        target.setTag(entry.tag);
+        target.setPicture(entry.picture);
+        target.setEnabled(entry.enabled);
+        if (made)
+            bar_.insertTool(band, *made, index);
+    }
+    while (band.count() > first + int(entries.size()))
+        bar_.removeTool(band, band.count() - 1);
+}
+
+void FavouritesMenus::addLinkCopies(const platform::Tool& folder)
+{
+    if (platform::Band* address = bar_.band(key::addressBar)) {
+        platform::Tool* copy =
+            bar_.insertTool(*address, folder, address->indexOf(address->tool(key::go)) + 1);
+        copy->setDisplayStyle(3);
+        linkCopies_.push_back(copy);
+    }
+    if (platform::Band* view = bar_.band(key::viewMenu))
+        linkCopies_.push_back(bar_.insertTool(*view, folder));
+}
+
+void FavouritesMenus::removeLinkCopies()
+{
+    for (platform::Tool* copy : linkCopies_)
+        bar_.removeTool(*copy->band(), copy->band()->indexOf(copy));
+    linkCopies_.clear();
 }
 
 void FavouritesMenus::setCaption(int entry, const QString& name)
@@ -98,18 +158,4 @@ void FavouritesMenus::setCaption(int entry, const QString& name)
     if (entry >= 1 && entry <= int(favouriteTools_.size()))
         favouriteTools_[size_t(entry - 1)]->setCaption(
             platform::shortenCaption(name, captionBytes));
-}
-
-void FavouritesMenus::clear()
-{
-    for (platform::Tool* copy : linkCopies_)
-        bar_.removeTool(*copy->band(), copy->band()->indexOf(copy));
-    linkCopies_.clear();
-    favouriteTools_.clear();
-    if (platform::Band* menu = bar_.band(key::favMenu))
-        while (fixedTools_ >= 0 && menu->count() > fixedTools_)
-            bar_.removeTool(*menu, menu->count() - 1);
-    for (int n = 1; n <= folderBands_; ++n)
-        bar_.removeBand(keys::favouriteBandKey(n));
-    folderBands_ = 0;
 }

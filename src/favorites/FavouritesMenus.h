@@ -7,6 +7,8 @@
 // Go button and in the View menu. Folder and favourite tools share the "fav"
 // keys, so they live in their bands only, never in the bar's collection.
 // Shell icons are asked for only while "b_iconon" is checked.
+#include "platform/commandbar/Tool.h"
+
 #include <QString>
 #include <vector>
 
@@ -17,7 +19,6 @@ namespace platform {
 class Band;
 class CommandBar;
 class Shell;
-class Tool;
 } // namespace platform
 
 class FavouritesMenus
@@ -25,16 +26,32 @@ class FavouritesMenus
 public:
     FavouritesMenus(platform::CommandBar& bar, platform::Shell& shell);
 
-    // Removes what the last build made, then builds the menus of scan.
+    // Makes the menus show scan. A refresh mostly finds what the last build
+    // made: tools already in their place are changed in place, and only
+    // places that differ in kind are made anew, so ten thousand favourites
+    // are not torn down and built again because one file came or went.
     void build(const FavouritesScan& scan);
     // The menu tool of table entry n shows name (shortened).
     void setCaption(int entry, const QString& name);
 
 private:
-    void clear();
-    void addItem(const FavouritesScan& scan, int index, const QString& bandKey, bool icons);
-    platform::Tool* addTool(const QString& bandKey, const QString& key, int id,
-                            const QString& caption, const QString& subBand = {});
+    // What one place on a menu holds.
+    struct Entry
+    {
+        QString key;
+        int id;
+        platform::ControlType type;
+        QString caption;
+        QString subBand;
+        QString tag;
+        QIcon picture;
+        bool enabled;
+    };
+
+    Entry entryFor(const FavouriteItem& item, bool icons) const;
+    void fill(platform::Band& band, int first, const std::vector<Entry>& entries);
+    void addLinkCopies(const platform::Tool& folder);
+    void removeLinkCopies();
 
     platform::CommandBar& bar_;
     platform::Shell& shell_;

@@ -2,6 +2,7 @@
 // changed by hand without ever leaving the folder or overwriting an entry,
 // read into menus and a tree, and carried in and out as bookmark files.
 #include "core/Keys.h"
+#include "core/ToolKeys.h"
 #include "favorites/FavouritesFolder.h"
 #include "favorites/FavouritesMenus.h"
 #include "favorites/FavouritesModel.h"
@@ -60,6 +61,43 @@ QStringList outline(const FavouritesScan& scan, const std::vector<int>& items = 
                   << outline(scan, item.children, prefix + item.name + '/');
         else if (item.kind == FavouriteItem::Kind::Favourite)
             lines << prefix + item.name + '=' + ReadIniString(item.path, "InternetShortcut", "URL");
+    }
+    return lines;
+}
+
+// Every favourites menu as lines, the widgets' entries beside the model's
+// tools: what a user would find in the menus after a build.
+QStringList menuLines(const CommandBar& bar, const CommandBarWidgets& widgets)
+{
+    QStringList lines;
+    const auto list = [&](const QString& bandKey, int first) {
+        const Band& band = *bar.band(bandKey);
+        lines << bandKey + ' ' + band.caption();
+        for (int i = first; i < band.count(); ++i) {
+            const Tool& tool = *band.at(i);
+            const QAction* action = widgets.action(&tool);
+            lines << QStringLiteral("%1 %2 %3 %4 %5 %6 | %7 %8")
+                         .arg(tool.key())
+                         .arg(tool.id())
+                         .arg(tool.caption(), tool.subBand(), tool.tag())
+                         .arg(tool.enabled())
+                         .arg(action->text())
+                         .arg(action->menu() == widgets.menu(tool.subBand()));
+        }
+        const QMenu* menu = widgets.menu(bandKey);
+        if (menu && menu->actions().size() != band.count())
+            lines << "menu holds " + QString::number(menu->actions().size());
+    };
+    list(key::favMenu, 0);
+    int n = 1;
+    for (; bar.band(keys::favouriteBandKey(n)); ++n)
+        list(keys::favouriteBandKey(n), 0);
+    lines << QStringLiteral("%1 folders").arg(n - 1);
+    for (const char* bandKey : {key::addressBar, key::viewMenu}) {
+        const Band& band = *bar.band(bandKey);
+        for (int i = 0; i < band.count(); ++i)
+            if (band.at(i)->subBand().startsWith("favband"))
+                lines << QString(bandKey) + ' ' + band.at(i)->key() + ' ' + band.at(i)->subBand();
     }
     return lines;
 }
@@ -265,6 +303,60 @@ private slots:
         QCOMPARE(model.indexOfEntry(3).data().toString(), QString(39, 'c') + " ...");
         QVERIFY(model.flags(model.indexOfEntry(3)).testFlag(Qt::ItemIsEditable));
         QVERIFY(!model.flags(folder).testFlag(Qt::ItemIsEditable));
+    }
+
+    void aRefreshShowsWhatAFreshBuildShows()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites/";
+        for (const char* folder : {"A", "B/C", "Links"})
+            QVERIFY(QDir().mkpath(root + folder));
+        shortcut(root + "A/x.url", "http://x.test/");
+        shortcut(root + "A/y.url", "http://y.test/");
+        shortcut(root + "B/C/z.url", "http://z.test/");
+        shortcut(root + "Links/l.url", "http://l.test/");
+        shortcut(root + "top.url", "http://top.test/");
+        touch(root + "— Empty —.url");
+        QMainWindow window;
+        RedrawPacer pacer;
+        CommandBar bar;
+        SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
+        CommandBarWidgets widgets(bar, window, pacer);
+        RecordingShell shell;
+        FavouritesMenus menus(bar, shell);
+        const int fixed = bar.band(key::favMenu)->count();
+        menus.build(FavouritesScan::read(root));
+        const QStringList before = menuLines(bar, widgets);
+
+        // Entries in front of others, a folder gone, a new folder before the
+        // rest, a favourite turned folder, the links folder renamed.
+        shortcut(root + "A/a.url", "http://a.test/");
+        QVERIFY(QDir(root + "B/C").removeRecursively());
+        QVERIFY(QDir().mkpath(root + "0"));
+        shortcut(root + "0/new.url", "http://new.test/");
+        QVERIFY(QFile::remove(root + "A/y.url"));
+        QVERIFY(QDir().mkpath(root + "A/y.url"));
+        QVERIFY(QFile::remove(root + "— Empty —.url"));
+        shortcut(root + "— Empty —2.url", "http://e.test/");
+        QVERIFY(QDir().rename(root + "Links", root + "链接"));
+        const FavouritesScan changed = FavouritesScan::read(root);
+        menus.build(changed);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+        CommandBar freshBar;
+        SkinLoader::loadFile(freshBar, QStringLiteral(QUB_SKIN_FILE));
+        CommandBarWidgets freshWidgets(freshBar, window, pacer);
+        FavouritesMenus(freshBar, shell).build(changed);
+        const QStringList after = menuLines(bar, widgets);
+        QCOMPARE(after, menuLines(freshBar, freshWidgets));
+        QVERIFY(after != before);
+        QVERIFY(after.contains("5 folders"));
+        QVERIFY(after.contains("favband5 链接"));
+        QCOMPARE(before.filter("— Empty —.url 0 |").size(), 1);
+
+        menus.build(FavouritesScan());
+        QCOMPARE(bar.band(key::favMenu)->count(), fixed);
+        QVERIFY(!bar.band("favband1"));
     }
 
     void entriesOpenRenameAndSayWhenGone()

@@ -25,6 +25,8 @@ public:
     // Renames a band's copy in place: its identifier, caption and place stay.
     void setKey(const QString& key) { key_ = key; }
     int id() const { return id_; }
+    // Renumbers a band's copy in place, as setKey renames it.
+    void setId(int id) { id_ = id; }
     ControlType type() const { return type_; }
     Band* band() const { return band_; }
 
