@@ -123,18 +123,20 @@ for run in $(seq 1 "$close_runs"); do
     echo "close-all run $run: $took ms"
 done
 
-# The favourites: 10,000 in 500 folders, read into menus and tree; the first
-# round as at start-up, the others as refreshes.
-fav=$(timeout 300 build/bin/bench_favourites build/bin/default.tb2 8 2> /dev/null)
-fav_first=$(echo "$fav" | awk '$1 == "favourites" {print $2; exit}')
-fav_rest=$(echo "$fav" | awk '$1 == "favourites" {if (seen++) printf "%s ", $2}')
+# The favourites: 10,000 in 500 folders, read into menus and tree: fresh
+# windows' first builds, refreshes with nothing changed, refreshes after a
+# favourite was added in the first folder.
+fav=$(timeout 300 build/bin/bench_favourites build/bin/default.tb2 7 2> /dev/null)
+fav_first=$(echo "$fav" | awk '$1 == "first" {printf "%s ", $2}')
+fav_rest=$(echo "$fav" | awk '$1 == "refresh" {printf "%s ", $2}')
+fav_added=$(echo "$fav" | awk '$1 == "added" {printf "%s ", $2}')
 fav_scan=$(echo "$fav" | awk '$1 == "scan" {print $2}')
 fav_icons=$(echo "$fav" | awk '$1 == "icons" {print $2}')
 if [ -z "$fav_first" ] || [ -z "$fav_icons" ]; then
     echo "bench_favourites did not finish" >&2
     exit 1
 fi
-echo "favourites: first $fav_first ms, then $fav_rest(ms), reading alone $fav_scan ms, with icons $fav_icons ms"
+echo "favourites: first $fav_first(ms), refresh $fav_rest(ms), after one added $fav_added(ms), reading alone $fav_scan ms, with icons $fav_icons ms"
 
 # The history: 100,000 addresses over 90 days and 2,000 sites into the tree,
 # and the address box's completion queries.
@@ -180,7 +182,9 @@ gap_qub=$(echo "${stormgap[storm]}" | median)
 stall_floor=$(echo "${stormstall[stormfloor]}" | median)
 stall_qub=$(echo "${stormstall[storm]}" | median)
 close_ms=$(echo "$closeall" | median)
+fav_build=$(echo "$fav_first" | median)
 fav_refresh=$(echo "$fav_rest" | median)
+fav_add=$(echo "$fav_added" | median)
 tree_ms=$(echo "$hist_tree" | median)
 complete_ms=$(echo "$hist_site $hist_words $hist_none" | tr ' ' '\n' | grep -v '^$' | sort -n | tail -1)
 r_cold=$(ratio "$cold_qub" "$cold_floor")
@@ -206,8 +210,8 @@ The page is a local file of 200 paragraphs. Figures are medians.
 | memory of the process tree, 11 views, 2 s after load | ≤ 1.05 × floor | $r_mem10 × ($(mib "$mem10_qub") against $(mib "$mem10_floor")) | $(verdict "$r_mem10" 1.05) |
 | Close All of 100 loaded tabs | < 1000 ms | $close_ms ms ($(echo "$closeall" | span) ms) | $(verdict "$close_ms" 999) |
 | longest stall of the event loop while $storm windows are blocked | ≤ 50 ms | $stall_qub ms (floor $stall_floor ms) | $(verdict "$stall_qub" 50) |
-| favourites, 10,000 in 500 folders, first build | < 150 ms | $fav_first ms | $(verdict "$fav_first" 150) |
-| favourites, every later refresh | < 150 ms | $fav_refresh ms ($(echo "$fav_rest" | span) ms) | $(verdict "$fav_refresh" 150) |
+| favourites, 10,000 in 500 folders, first build | < 150 ms | $fav_build ms ($(echo "$fav_first" | span) ms) | $(verdict "$fav_build" 150) |
+| favourites, a refresh after one was added | < 150 ms | $fav_add ms ($(echo "$fav_added" | span) ms) | $(verdict "$fav_add" 150) |
 | history tree of 100,000 addresses | < 1000 ms | $tree_ms ms ($(echo "$hist_tree" | span) ms) | $(verdict "$tree_ms" 999) |
 | address completion, the slowest of three questions | < 20 ms | $complete_ms ms | $(verdict "$complete_ms" 20) |
 
@@ -243,8 +247,9 @@ and the side panel's tree (\`bench/favourites.cpp\`, no floor):
 
 | measure | time |
 |---|---|
-| first build, as at start-up | $fav_first ms |
-| every later refresh, median (min–max of 7) | $fav_refresh ms ($(echo "$fav_rest" | span) ms) |
+| first build in a fresh window, as at start-up | $fav_build ms ($(echo "$fav_first" | span) ms) |
+| a refresh with nothing changed | $fav_refresh ms ($(echo "$fav_rest" | span) ms) |
+| a refresh after a favourite was added in the first folder, which renumbers nearly all after it | $fav_add ms ($(echo "$fav_added" | span) ms) |
 | reading the folders alone | $fav_scan ms |
 | a refresh with "Show Icons" checked | $fav_icons ms |
 
