@@ -3,6 +3,7 @@
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
+#include <QPolygonF>
 #include <array>
 
 int loadingBand(int p)
@@ -17,6 +18,25 @@ int loadingBand(int p)
     if (p > 76)
         return 4;
     return 0;
+}
+
+QIcon pagePicture()
+{
+    static QIcon sheet;
+    if (sheet.isNull()) {
+        QPixmap pixmap(16, 16);
+        pixmap.fill(Qt::transparent);
+        QPainter painter(&pixmap);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(QPalette().color(QPalette::Text), 1));
+        painter.setBrush(QPalette().color(QPalette::Base));
+        // A sheet with its top right corner folded.
+        painter.drawPolygon(
+            QPolygonF({{3.5, 1.5}, {9.5, 1.5}, {12.5, 4.5}, {12.5, 14.5}, {3.5, 14.5}}));
+        painter.drawPolyline(QPolygonF({{9.5, 1.5}, {9.5, 4.5}, {12.5, 4.5}}));
+        sheet = QIcon::fromTheme(QStringLiteral("text-html"), QIcon(pixmap));
+    }
+    return sheet;
 }
 
 QIcon loadingPicture(int band, const QIcon& pagePicture)

@@ -10,6 +10,10 @@ RedrawPacer::RedrawPacer()
 
 void RedrawPacer::changing(QWidget& widget)
 {
+    // A widget not on screen draws nothing until it shows, and then all of
+    // it: held, the window's first frame would show its bars empty.
+    if (!widget.isVisible())
+        return;
     if (!calm_.isActive()) {
         calm_.start();
         return;
