@@ -81,8 +81,6 @@ private slots:
         Tool* forward = w.parts().bar.tool(key::mainBar, key::forward);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page One"), 20000);
         QCOMPARE(w.parts().bar.tool(key::tabsBar, "tabs-1")->caption(), QStringLiteral("Page One"));
-        QCOMPARE(w.windowTitle(),
-                 "Page One - QUB-BROWSER " + QCoreApplication::applicationVersion());
         QCOMPARE(w.parts().addressBox->currentText(), server.url("/one.html"));
         QTRY_COMPARE(w.parts().statusText->text(), QStringLiteral("Done"));
         QCOMPARE(w.parts().progressDisplay->percent(), 100);
@@ -109,16 +107,10 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page One"), 20000);
         QTRY_VERIFY(w.parts().state.canGoForward[1]);
         QVERIFY(!forward->enabled());
-        QCOMPARE(w.windowTitle(), "Salt & pepper, thirty chars - QUB-BROWSER " +
-                                      QCoreApplication::applicationVersion());
         w.parts().bar.reportClick(w.parts().bar.tool(key::tabsBar, "tabs-1"));
         QVERIFY(forward->enabled());
         QVERIFY(!back->enabled());
-        QCOMPARE(w.windowTitle(), QStringLiteral("Page One - QUB-BROWSER"));
         QCOMPARE(w.parts().addressBox->currentText(), server.url("/one.html"));
-        w.parts().bar.reportClick(forward);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page Two"), 20000);
-        QTRY_VERIFY(back->enabled() && !forward->enabled());
 
         // A suggestion chosen while typing is sent once, to this tab.
         QSignalSpy sent(&w.parts().addressBar, &AddressBar::addressSent);
@@ -143,20 +135,10 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page Two"), 20000);
         QCOMPARE(sent.count(), 2);
         QCOMPARE(sent[1][0].toString(), server.url("/two.html"));
-        // Ctrl+Enter on a chosen suggestion opens it in a new tab.
-        w.parts().addressBox->setEditText(QString());
-        QTest::keyClicks(w.parts().addressBox, "long");
-        QTRY_VERIFY(suggestions->isVisible());
-        suggestions->setCurrentIndex(suggestions->model()->index(0, 0));
-        QTest::keyClick(suggestions, Qt::Key_Return, Qt::ControlModifier);
-        QCOMPARE(w.parts().state.currentTab, 3);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(3), "Salt & pepper, thirty chars"),
-                                 20000);
-        QCOMPARE(sent.count(), 3);
 
         // A missing page is the server's own page, not a failure to open one.
-        QSignalSpy status(w.parts().tabs.view(3), &BrowserView::statusTextChanged);
-        w.parts().tabs.view(3)->navigate(server.url("/missing.html"));
+        QSignalSpy status(w.parts().tabs.view(2), &BrowserView::statusTextChanged);
+        w.parts().tabs.view(2)->navigate(server.url("/missing.html"));
         QTRY_VERIFY_WITH_TIMEOUT(
             !status.isEmpty() && !status.last()[0].toString().startsWith("Opening"), 20000);
         QCOMPARE(status.last()[0].toString(), QStringLiteral("Done"));
@@ -175,8 +157,6 @@ private slots:
         // earlier runs among them); the page stays.
         QTest::keyClick(box, Qt::Key_PageUp);
         QCOMPARE(box->currentText(), QStringLiteral("About:Blank"));
-        QTest::keyClick(box, Qt::Key_Down);
-        QCOMPARE(box->currentText(), box->itemText(1));
         QTest::keyClick(box, Qt::Key_PageDown);
         QCOMPARE(box->currentText(), server.url("/two.html"));
         QTest::keyClick(box, Qt::Key_Up);
@@ -216,9 +196,8 @@ private slots:
     void clickRecordsComeBeforeTheWindowTheyOpen()
     {
         EngineApp app;
-        QVERIFY(app.window->start(server.url("/opener.html")));
+        QVERIFY(app.startAt(server.url("/opener.html"), "Opener"));
         MainWindow& w = *app.window;
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Opener"), 20000);
         QStringList events;
         BrowserView* opener = w.parts().tabs.view(1);
         connect(opener, &BrowserView::pageMouseDown, this,
@@ -256,10 +235,9 @@ private slots:
     void aKilledPageRecoversOnReload()
     {
         EngineApp app;
-        QVERIFY(app.window->start(server.url("/one.html")));
+        WebEngineBrowserView* view = app.startAt(server.url("/one.html"), "Page One");
+        QVERIFY(view);
         MainWindow& w = *app.window;
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page One"), 20000);
-        WebEngineBrowserView* view = app.engineView(1);
         const qint64 pid = view->engineView()->page()->renderProcessPid();
         QVERIFY(pid > 0);
         QCOMPARE(::kill(pid_t(pid), SIGKILL), 0);
@@ -359,6 +337,9 @@ private slots:
         QTest::mouseClick(button("Proceed anyway"), Qt::LeftButton);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Behind a bad certificate"), 20000);
         QCOMPARE(secure.requests("/secret.html"), 1);
+        // A certificate let through makes the page mixed, not secure.
+        QTRY_COMPARE(app.window->parts().bar.tool(key::statusBar, key::securityTool)->caption(),
+                     QStringLiteral("Partly secured"));
     }
 
     void lastPagesComeBackAfterARealShutDown()

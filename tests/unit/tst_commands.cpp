@@ -82,13 +82,9 @@ private slots:
     void keysReadBackWhatTheyWrite()
     {
         QCOMPARE(keys::tabIndex(keys::tabKey(32767)), 32767);
-        QCOMPARE(keys::blockedEntry(keys::blockedKey(10)), 10);
-        QVERIFY(keys::isTabKey(keys::tabKey(1)));
         QVERIFY(!keys::isTabKey(u"tab_Menu"));
         QCOMPARE(keys::leadingValue(u"  -4 and more"), -4);
         QCOMPARE(keys::leadingValue(u"99999999999"), 0);
-        QCOMPARE(keys::favouriteEntry(1503), 3);
-        QCOMPARE(keys::translationEntry(1402), 2);
     }
 
     void dispatcherResolvesTheTabAndRunsOneHandler()

@@ -5,6 +5,7 @@
 #include "history/HistoryTree.h"
 #include "platform/history/HistoryStore.h"
 #include "support/Fakes.h"
+#include "support/Files.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
 
@@ -89,10 +90,7 @@ private slots:
     {
         QTemporaryDir dir;
         const QString path = dir.path() + "/History.sqlite";
-        QFile junk(path);
-        QVERIFY(junk.open(QIODevice::WriteOnly));
-        junk.write(QByteArray(8192, 'x'));
-        junk.close();
+        writeFile(path, QByteArray(8192, 'x'));
         {
             HistoryStore store(path);
             QVERIFY(store.isOpen());
@@ -104,9 +102,7 @@ private slots:
 
         // A file where the folder should be: nothing can be kept, and the
         // snapshot says it cannot bind to the history, as it always did.
-        QFile blocker(dir.path() + "/file");
-        QVERIFY(blocker.open(QIODevice::WriteOnly));
-        blocker.close();
+        writeFile(dir.path() + "/file", {});
         HistoryStore none(dir.path() + "/file/History.sqlite");
         QVERIFY(!none.isOpen());
         QVERIFY(none.problem().contains("cannot be opened"));

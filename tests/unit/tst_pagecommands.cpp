@@ -42,7 +42,7 @@ private slots:
         // Asked on tab 2, answered after tab 1 came to the front.
         f.bar.reportDropDown(edit);
         f.tabs.activateTab(1);
-        two.pending.answerAll();
+        two.answerAll();
         QVERIFY(!enabled("b_paste"));
 
         // Asked on tab 1, then on tab 2: tab 1's answers come when it is in
@@ -51,11 +51,11 @@ private slots:
         f.tabs.activateTab(2);
         f.bar.reportDropDown(edit);
         f.tabs.activateTab(1);
-        one.pending.answerAll();
+        one.answerAll();
         QVERIFY(!enabled("b_copy"));
 
         f.bar.reportDropDown(edit);
-        one.pending.answerAll();
+        one.answerAll();
         QVERIFY(enabled("b_selectall"));
         QVERIFY(enabled("b_copy"));
         QVERIFY(!enabled("b_paste"));

@@ -1,7 +1,6 @@
 // The popup verdict, one row per rule: which windows a page may open; and the
 // list of the windows it stopped.
 #include "app/Language.h"
-#include "core/ToolKeys.h"
 #include "platform/ClickHook.h"
 #include "protect/BlockedList.h"
 #include "protect/KillList.h"
@@ -101,7 +100,6 @@ private slots:
         noPress.buttonWentDown = false;
         QTest::newRow("no button went down") << noPress << false;
 
-        QTest::newRow("link clicked 0.4 s ago") << clicked(0.4) << true;
         QTest::newRow("link clicked 0.5 s ago") << clicked(0.5) << false;
         QTest::newRow("link clicked 0.49 s after the kept whole second") << clicked(0.49) << true;
         QTest::newRow("body clicked just now") << focused("BODY", {}, clicked(0.1)) << false;
@@ -140,10 +138,8 @@ private slots:
         QCOMPARE(list.count(), 12);
         const platform::Band* menu = f.bar.band("sub_Blocked");
         QCOMPARE(menu->count(), 10);
-        for (int i = 0; i < 10; ++i) {
-            QCOMPARE(menu->at(i)->key(), keys::blockedKey(i + 1));
+        for (int i = 0; i < 10; ++i)
             QCOMPARE(menu->at(i)->caption(), QStringLiteral("%1. short%1").arg(i + 3));
-        }
         // Entries added to a full list take the last place's identifier.
         QCOMPARE(menu->at(9)->id(), 2810);
         QCOMPARE(menu->at(0)->id(), 2803);

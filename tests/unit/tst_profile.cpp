@@ -34,62 +34,34 @@ private slots:
         QTest::addColumn<QString>("key");
         QTest::addColumn<QString>("expected");
         QTest::addColumn<int>("number");
-        QTest::newRow("plain") << QByteArray("[S]\nK=v\n") << "S"
-                               << "K"
-                               << "v" << 0;
-        QTest::newRow("any case, blanks")
-            << QByteArray("[ sEcT ]\r\n  kEy  =  some value  \r\n") << "Sect"
-            << "KEY"
-            << "some value" << 0;
-        QTest::newRow("quotes removed") << QByteArray("[S]\nK=\"a, b; c\"\n") << "S"
-                                        << "K"
-                                        << "a, b; c" << 0;
-        QTest::newRow("backslashes kept") << QByteArray("[S]\nK=C:\\dir\\x\n") << "S"
-                                          << "K"
-                                          << "C:\\dir\\x" << 0;
-        QTest::newRow("other section") << QByteArray("[A]\nK=1\n[B]\nK=2\n") << "B"
-                                       << "K"
-                                       << "2" << 2;
-        QTest::newRow("first of twin keys") << QByteArray("[S]\nK=1\nK=2\n") << "S"
-                                            << "K"
-                                            << "1" << 1;
-        QTest::newRow("section named twice")
-            << QByteArray("[S]\nA=1\n[T]\nK=x\n[s]\nK=2\nK=3\n") << "S"
-            << "k"
-            << "2" << 2;
-        QTest::newRow("comment is no key") << QByteArray("[S]\n;K=1\n") << "S"
-                                           << "K"
-                                           << "dflt" << 7;
-        QTest::newRow("leading digits") << QByteArray("[S]\nK=12abc\n") << "S"
-                                        << "K"
-                                        << "12abc" << 12;
-        QTest::newRow("not a number") << QByteArray("[S]\nK=abc\n") << "S"
-                                      << "K"
-                                      << "abc" << 0;
-        QTest::newRow("negative") << QByteArray("[S]\nK=-1\n") << "S"
-                                  << "K"
-                                  << "-1" << 0;
-        QTest::newRow("no section header") << QByteArray("K=1\n") << "S"
-                                           << "K"
-                                           << "dflt" << 7;
-        QTest::newRow("a file that is not UTF-8 is Latin-1")
-            << QByteArray("[S]\nK=Caf\xe9\n") << "S"
-            << "K" << QString::fromUtf8("Caf\u00e9") << 0;
-        QTest::newRow("Latin-1 to the last byte") << QByteArray("[S]\nK=Caf\xe9") << "S"
-                                                  << "K" << QString::fromUtf8("Caf\u00e9") << 0;
-        QTest::newRow("UTF-8") << QByteArray("[S]\nK=Caf\xc3\xa9\n") << "S"
-                               << "K" << QString::fromUtf8("Caf\u00e9") << 0;
+        const auto row = [](const char* name, const QByteArray& content, const char* section,
+                            const char* key, const QString& expected, int number) {
+            QTest::newRow(name) << content << QString(section) << QString(key) << expected
+                                << number;
+        };
+        row("plain", "[S]\nK=v\n", "S", "K", "v", 0);
+        row("any case, blanks", "[ sEcT ]\r\n  kEy  =  some value  \r\n", "Sect", "KEY",
+            "some value", 0);
+        row("quotes removed", "[S]\nK=\"a, b; c\"\n", "S", "K", "a, b; c", 0);
+        row("backslashes kept", "[S]\nK=C:\\dir\\x\n", "S", "K", "C:\\dir\\x", 0);
+        row("other section", "[A]\nK=1\n[B]\nK=2\n", "B", "K", "2", 2);
+        row("first of twin keys", "[S]\nK=1\nK=2\n", "S", "K", "1", 1);
+        row("section named twice", "[S]\nA=1\n[T]\nK=x\n[s]\nK=2\nK=3\n", "S", "k", "2", 2);
+        row("comment is no key", "[S]\n;K=1\n", "S", "K", "dflt", 7);
+        row("leading digits", "[S]\nK=12abc\n", "S", "K", "12abc", 12);
+        row("not a number", "[S]\nK=abc\n", "S", "K", "abc", 0);
+        row("negative", "[S]\nK=-1\n", "S", "K", "-1", 0);
+        row("no section header", "K=1\n", "S", "K", "dflt", 7);
+        const QString cafe = QString::fromUtf8("Caf\u00e9");
+        row("a file that is not UTF-8 is Latin-1", "[S]\nK=Caf\xe9\n", "S", "K", cafe, 0);
+        row("Latin-1 to the last byte", "[S]\nK=Caf\xe9", "S", "K", cafe, 0);
+        row("UTF-8", "[S]\nK=Caf\xc3\xa9\n", "S", "K", cafe, 0);
         const QString wide = QString::fromUtf8("[S]\r\nK=Caf\u00e9 \u4e2d\r\n");
-        QTest::newRow("UTF-16 LE")
-            << QByteArray("\xFF\xFE") +
-                   QByteArray(QStringEncoder(QStringEncoder::Utf16LE).encode(wide))
-            << "S"
-            << "K" << QString::fromUtf8("Caf\u00e9 \u4e2d") << 0;
-        QTest::newRow("UTF-16 BE")
-            << QByteArray("\xFE\xFF") +
-                   QByteArray(QStringEncoder(QStringEncoder::Utf16BE).encode(wide))
-            << "S"
-            << "K" << QString::fromUtf8("Caf\u00e9 \u4e2d") << 0;
+        for (const auto encoding : {QStringEncoder::Utf16LE, QStringEncoder::Utf16BE})
+            row(encoding == QStringEncoder::Utf16LE ? "UTF-16 LE" : "UTF-16 BE",
+                (encoding == QStringEncoder::Utf16LE ? "\xFF\xFE" : "\xFE\xFF") +
+                    QByteArray(QStringEncoder(encoding).encode(wide)),
+                "S", "K", cafe + QString::fromUtf8(" \u4e2d"), 0);
     }
     void reading()
     {

@@ -6,6 +6,7 @@
 #include "platform/proxy/ForwardingProxy.h"
 #include "platform/proxy/ProxyEntry.h"
 #include "support/FakeApp.h"
+#include "support/Files.h"
 #include "support/LoggingProxy.h"
 #include "support/TestMain.h"
 
@@ -162,10 +163,7 @@ private slots:
     {
         // OPENGETBAR=1 opens the companion at start-up, and it checks its tool.
         FakeApp app({"default.tb2"});
-        QFile settings(app.appDir + "Browser.ini");
-        QVERIFY(settings.open(QIODevice::WriteOnly));
-        settings.write("[QUB-BROWSER]\r\nOPENGETBAR=1\r\n");
-        settings.close();
+        writeFile(app.appDir + "Browser.ini", "[QUB-BROWSER]\r\nOPENGETBAR=1\r\n");
         QVERIFY(app.window->start({}));
         MainWindow::Parts parts = app.window->parts();
         CompanionChannel& channel = parts.net.channel();
@@ -192,10 +190,7 @@ private slots:
         QVERIFY(!bar->checked() && channel.text().isEmpty());
 
         // A list changed from outside: the menu is built anew.
-        QFile list(app.appDir + "Proxies.txt");
-        QVERIFY(list.open(QIODevice::WriteOnly));
-        list.write("127.0.0.1:3128\n");
-        list.close();
+        writeFile(app.appDir + "Proxies.txt", "127.0.0.1:3128\n");
         channel.setText("QUB_proxychange");
         QCOMPARE(parts.bar.band(key::proxyMenu)->count(), 3);
         QCOMPARE(parts.bar.band(key::proxyMenu)->at(2)->caption(), "127.0.0.1:3128");
@@ -205,8 +200,7 @@ private slots:
         parts.bar.reportClick(bar);
         app.dialogs.answers = {Dialogs::Answer::Ok};
         app.window->quit();
-        QVERIFY(settings.open(QIODevice::ReadOnly));
-        QVERIFY(settings.readAll().contains("OPENGETBAR=1\r\n"));
+        QVERIFY(readFile(app.appDir + "Browser.ini").contains("OPENGETBAR=1\r\n"));
     }
 };
 

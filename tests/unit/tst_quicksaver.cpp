@@ -2,6 +2,7 @@
 // writes, and the built qsexdll against a local server.
 #include "quicksaver/SaveTarget.h"
 #include "quicksaver/SavedPage.h"
+#include "support/Files.h"
 #include "support/HtmlQuery.h"
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
@@ -49,31 +50,21 @@ private slots:
     {
         QTest::addColumn<QString>("title");
         QTest::addColumn<QString>("expected");
-        QTest::newRow("plain") << "News"
-                               << "News";
-        QTest::newRow("blanks collapsed") << "  A \t\n  B  "
-                                          << "A B";
-        QTest::newRow("forbidden characters") << "a/b\\c:d*e?f\"g<h>i|j"
-                                              << "abcdefghij";
-        QTest::newRow("control characters") << QString("a\x01"
-                                                       "b\x7f"
-                                                       "c")
-                                            << "abc";
-        QTest::newRow("no leading dot") << ". .hidden"
-                                        << "hidden";
-        QTest::newRow("no trailing dots or blanks") << "Dots... . "
-                                                    << "Dots";
-        QTest::newRow("at most 100 characters")
-            << QString(150, QLatin1Char('x')) << QString(100, QLatin1Char('x'));
-        QTest::newRow("a pair is never cut")
-            << QString(99, QLatin1Char('x')) + QString::fromUtf8("\U0001F600")
-            << QString(99, QLatin1Char('x'));
-        QTest::newRow("at most 200 bytes")
-            << QString(100, QChar(0x4E2D)) << QString(66, QChar(0x4E2D));
-        QTest::newRow("nothing left: the host") << "/:*"
-                                                << "site.test";
-        QTest::newRow("empty") << ""
-                               << "site.test";
+        const auto row = [](const char* name, const QString& title, const QString& expected) {
+            QTest::newRow(name) << title << expected;
+        };
+        row("plain", "News", "News");
+        row("blanks collapsed", "  A \t\n  B  ", "A B");
+        row("forbidden characters", "a/b\\c:d*e?f\"g<h>i|j", "abcdefghij");
+        row("control characters", QString("a") + QChar(1) + "b" + QChar(0x7f) + "c", "abc");
+        row("no leading dot", ". .hidden", "hidden");
+        row("no trailing dots or blanks", "Dots... . ", "Dots");
+        row("at most 100 characters", QString(150, 'x'), QString(100, 'x'));
+        row("a pair is never cut", QString(99, 'x') + QString::fromUtf8("\U0001F600"),
+            QString(99, 'x'));
+        row("at most 200 bytes", QString(100, QChar(0x4E2D)), QString(66, QChar(0x4E2D)));
+        row("nothing left: the host", "/:*", "site.test");
+        row("empty", "", "site.test");
     }
     void fileName()
     {
@@ -86,15 +77,11 @@ private slots:
     {
         const QString folder = dir.filePath("saves");
         QVERIFY(QDir().mkpath(folder));
-        QFile old(folder + "/Page.html");
-        QVERIFY(old.open(QIODevice::WriteOnly));
-        old.write("earlier save");
-        old.close();
+        writeFile(folder + "/Page.html", "earlier save");
         QString error;
         QCOMPARE(saveUnique(folder, "Page", "one", &error), folder + "/Page (2).html");
         QCOMPARE(saveUnique(folder, "Page", "two", &error), folder + "/Page (3).html");
-        QVERIFY(old.open(QIODevice::ReadOnly));
-        QCOMPARE(old.readAll(), QByteArray("earlier save"));
+        QCOMPARE(readFile(folder + "/Page.html"), QByteArray("earlier save"));
         QVERIFY(saveUnique(dir.filePath("absent"), "Page", "x", &error).isEmpty());
         QVERIFY(error.contains("absent"));
     }
@@ -191,19 +178,15 @@ private slots:
         server.setResponse("/style.css", {"h1{background:url(bg.png)}", "text/css"});
         const QString folder = dir.filePath("SavedFiles");
         QVERIFY(QDir().mkpath(folder));
-        QFile record(folder + "/QuickSave.dat");
-        QVERIFY(record.open(QIODevice::WriteOnly));
-        record.write("<head><title>Trip: Photos</title><link rel=stylesheet href=/style.css></head>"
-                     "<body><h1>Hi</h1><img src=pic.png><img src=/pic.png></body>\n");
-        record.close();
+        writeFile(folder + "/QuickSave.dat",
+                  "<head><title>Trip: Photos</title><link rel=stylesheet href=/style.css></head>"
+                  "<body><h1>Hi</h1><img src=pic.png><img src=/pic.png></body>\n");
 
         for (const QString name : {"Trip Photos.html", "Trip Photos (2).html"}) {
             const auto [code, out, err] = run({"url:" + server.url("/page.html")});
             QCOMPARE(code, 0);
             QCOMPARE(out, folder + '/' + name + '\n');
-            QFile saved(folder + '/' + name);
-            QVERIFY(saved.open(QIODevice::ReadOnly));
-            const QByteArray html = saved.readAll();
+            const QByteArray html = readFile(folder + '/' + name);
             const QStringList sources = select(html, "//img/@src");
             QCOMPARE(sources.size(), 2);
             for (const QString& source : sources) {

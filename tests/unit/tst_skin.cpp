@@ -120,7 +120,6 @@ private slots:
              {"sub_Edit", "sub_Text", "sub_Favio", "sub_ContentBlock", "sub_Trans", "sub_Blocked"})
             QVERIFY2(bar.band(band), band);
         QVERIFY(bar.tool("sb_Status", "b_blocked")->caption().endsWith(':'));
-        QVERIFY(bar.tool("sb_Status", "b_security"));
         QVERIFY(bar.tool("sb_Status", "b_offline"));
         QCOMPARE(bar.band("cbnd_History")->parentKey(), QStringLiteral("tb_Leftbar"));
     }

@@ -2,6 +2,7 @@
 // numbers, service addresses made from the current page, and the list edited
 // in the program's own window.
 #include "commands/TextWindow.h"
+#include "support/Files.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
 #include "translate/TranslateSubsystem.h"
@@ -40,10 +41,8 @@ private slots:
     {
         QTemporaryDir dir;
         const QString appDir = dir.path() + '/';
-        QFile file(appDir + TranslationList::fileName);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write("\nFirst|https://first.test/?u={url}\n\nSecond|https://second.test/{Url}\n");
-        file.close();
+        writeFile(appDir + TranslationList::fileName,
+                  "\nFirst|https://first.test/?u={url}\n\nSecond|https://second.test/{Url}\n");
         StripFixture f;
         ScriptedDialogs dialogs;
         QWidget window;

@@ -114,7 +114,6 @@ private slots:
         for (const auto& [address, domain] : domains)
             QCOMPARE(getDomain(address), domain);
 
-        QCOMPARE(lockLevel(QUrl("http://example.org/"), false), 0);
         QCOMPARE(lockLevel(QUrl("http://example.org/"), true), 0);
         QCOMPARE(lockLevel(QUrl("https://example.org/"), false), 2);
         QCOMPARE(lockLevel(QUrl("https://example.org/"), true), 1);
