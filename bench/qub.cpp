@@ -8,6 +8,7 @@
 #include "core/Keys.h"
 #include "platform/AppDir.h"
 #include "platform/Dialogs.h"
+#include "platform/IconTheme.h"
 #include "platform/Shell.h"
 #include "platform/engine/WebEngineViewFactory.h"
 
@@ -57,6 +58,7 @@ int main(int argc, char** argv)
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication::setApplicationName(QStringLiteral("QUB-BROWSER"));
     QApplication app(argc, argv);
+    platform::chooseIconTheme();
     const QStringList args = QApplication::arguments();
     if (args.size() < 3)
         return 2;

@@ -2,29 +2,11 @@
 #include "app/MainWindow.h"
 #include "platform/AppDir.h"
 #include "platform/Dialogs.h"
+#include "platform/IconTheme.h"
 #include "platform/Shell.h"
 #include "platform/engine/WebEngineViewFactory.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QIcon>
-
-namespace {
-
-// Desktops without a configured icon theme still get the named icons.
-void chooseIconTheme()
-{
-    const QString current = QIcon::themeName();
-    if (!current.isEmpty() && current != QLatin1String("hicolor"))
-        return;
-    for (const QString& theme : {QStringLiteral("Adwaita"), QStringLiteral("breeze")})
-        if (QDir(QStringLiteral("/usr/share/icons/") + theme).exists()) {
-            QIcon::setThemeName(theme);
-            return;
-        }
-}
-
-} // namespace
 
 int main(int argc, char** argv)
 {
@@ -32,7 +14,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("QUB-BROWSER"));
     QApplication::setApplicationVersion(QStringLiteral(QUB_VERSION));
     QApplication app(argc, argv);
-    chooseIconTheme();
+    platform::chooseIconTheme();
 
     platform::QtDialogs dialogs;
     platform::DesktopShell shell;
