@@ -21,7 +21,7 @@ HostedControls::HostedControls(QWidget& window)
     addressBox_->setObjectName(QStringLiteral("cbo_Input"));
     addressBox_->setInsertPolicy(QComboBox::NoInsert);
     pageIcon_->setObjectName(QStringLiteral("pic_ieicon"));
-    pageIcon_->setPixmap(pagePicture().pixmap(16, 16));
+    pageIcon_->setPixmap(defaultPagePicture().pixmap(16, 16));
     pageIcon_->setContentsMargins(4, 0, 4, 0);
 
     statusHost_->setObjectName(QStringLiteral("pic_ST"));

@@ -70,35 +70,37 @@ void FavouritesMenus::build(const FavouritesScan& scan)
 
     // Every level's entries in order: the top level at 0, folder n at n.
     const std::vector<FavouriteItem>& items = scan.items();
+    const auto levelOf = [&items](const FavouriteItem& item) {
+        return item.parent < 0 ? size_t(0) : size_t(items[size_t(item.parent)].number);
+    };
     std::vector<std::vector<Entry>> levels(size_t(scan.folderCount()) + 1);
     for (const FavouriteItem& item : items)
-        levels[item.parent < 0 ? 0 : size_t(items[size_t(item.parent)].number)].push_back(
-            entryFor(item, icons));
+        levels[levelOf(item)].push_back(entryFor(item, icons));
 
     removeLinkCopies();
     // A drop-down takes its band's menu as it goes in, so new bands come
     // first; bands no longer opened by any drop-down go last.
     for (int n = folderBands_ + 1; n <= scan.folderCount(); ++n)
         bar_.addBand(keys::favouriteBandKey(n), platform::BandKind::Popup);
-    fill(*menu, fixedTools_, levels[0]);
+    std::vector<platform::Band*> bands{menu};
     for (int n = 1; n <= scan.folderCount(); ++n)
-        fill(*bar_.band(keys::favouriteBandKey(n)), 0, levels[size_t(n)]);
+        bands.push_back(bar_.band(keys::favouriteBandKey(n)));
+    for (size_t level = 0; level < bands.size(); ++level)
+        fill(*bands[level], level == 0 ? fixedTools_ : 0, levels[level]);
     for (int n = scan.folderCount() + 1; n <= folderBands_; ++n)
         bar_.removeBand(keys::favouriteBandKey(n));
     folderBands_ = scan.folderCount();
 
     favouriteTools_.assign(size_t(scan.favouriteCount()), nullptr);
     for (const FavouriteItem& item : items) {
-        const bool top = item.parent < 0;
         if (item.kind == FavouriteItem::Kind::Empty)
             continue;
-        const platform::Band& band =
-            top ? *menu : *bar_.band(keys::favouriteBandKey(items[size_t(item.parent)].number));
-        platform::Tool* tool = band.at((top ? fixedTools_ : 0) + item.row);
+        const size_t level = levelOf(item);
+        platform::Tool* tool = bands[level]->at((level == 0 ? fixedTools_ : 0) + item.row);
         if (item.kind == FavouriteItem::Kind::Favourite) {
             favouriteTools_[size_t(item.number - 1)] = tool;
         } else {
-            bar_.band(keys::favouriteBandKey(item.number))->setCaption(item.name);
+            bands[size_t(item.number)]->setCaption(item.name);
             if (isLinksFolder(item.name))
                 addLinkCopies(*tool);
         }

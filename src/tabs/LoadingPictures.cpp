@@ -20,7 +20,7 @@ int loadingBand(int p)
     return 0;
 }
 
-QIcon pagePicture()
+QIcon defaultPagePicture()
 {
     static QIcon sheet;
     if (sheet.isNull()) {
