@@ -37,7 +37,8 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       favourites_(*this, bar_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
       translate_(*this, appDir, bar_, tabs_.strip(), dialogs, commands_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
-      protect_(state_, bar_, tabs_.strip(), factory, clickHook_, clock, shell, commands_),
+      protect_(state_, bar_, tabs_.strip(), tabs_.events(), factory, clickHook_, clock, shell,
+               commands_),
       languages_(appDir, bar_, dialogs, commands_),
       net_(
           *this, state_, bar_, tabs_.strip(), proxies_, dialogs,

@@ -1,5 +1,6 @@
 #include "OptionsDialog.h"
 #include "core/CommandDispatcher.h"
+#include "core/Switches.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/commandbar/Tool.h"
 
@@ -58,10 +59,9 @@ QWidget* OptionsDialog::switchesPage(std::initializer_list<cmd::Command> switche
     auto* page = new QWidget(this);
     auto* column = new QVBoxLayout(page);
     for (cmd::Command command : switches) {
-        const platform::Tool* tool = bar_.collectionTool(QLatin1String(cmd::keyOf(command)));
         auto* box = new QCheckBox(captionOf(command), page);
-        box->setChecked(tool && tool->checked());
-        box->setEnabled(tool != nullptr);
+        box->setChecked(switches::isOn(bar_, command));
+        box->setEnabled(bar_.collectionTool(QLatin1String(cmd::keyOf(command))) != nullptr);
         column->addWidget(box);
         switches_.emplace_back(command, box);
     }
@@ -126,10 +126,8 @@ QString OptionsDialog::homePage() const
 QList<cmd::Command> OptionsDialog::changedSwitches() const
 {
     QList<cmd::Command> changed;
-    for (const auto& [command, box] : switches_) {
-        const platform::Tool* tool = bar_.collectionTool(QLatin1String(cmd::keyOf(command)));
-        if (tool && tool->checked() != box->isChecked())
+    for (const auto& [command, box] : switches_)
+        if (box->isEnabled() && switches::isOn(bar_, command) != box->isChecked())
             changed << command;
-    }
     return changed;
 }

@@ -1,5 +1,6 @@
 #include "Settings.h"
 #include "core/Keys.h"
+#include "core/Switches.h"
 #include "net/ProxyMenu.h"
 #include "platform/commandbar/CommandBar.h"
 #include "platform/ini/ProfileFile.h"
@@ -15,22 +16,23 @@ const QString historyDaysKey = QStringLiteral("HISTORYDAYS");
 struct Switch
 {
     const char* name;
-    const char* band;
-    const char* tool;
+    cmd::Command command;
     int fallback;
     const char* shownBand; // band shown or hidden with the switch, if any
 };
 
+using cmd::Command;
+
 // In the order they are written.
-const Switch switches[] = {
-    {"ADDRESSBAR", key::viewMenu, key::showAddressBar, 1, key::addressBar},
-    {"STATUSBAR", key::viewMenu, key::showStatusBar, 1, key::statusBar},
-    {"TOOLSBAR", key::viewMenu, key::showMainBar, 1, key::mainBar},
-    {"ICONON", key::favMenu, key::favIcons, 0, nullptr},
-    {"OPENGETBAR", key::toolsMenu, key::companionBar, 0, nullptr},
-    {"BESILENT", key::toolsMenu, key::silent, 0, nullptr},
-    {"STOPPOPUP", key::toolsMenu, key::stopPopups, 0, nullptr},
-    {"KILLPOP", key::toolsMenu, key::killPopups, 0, nullptr},
+const Switch settingSwitches[] = {
+    {"ADDRESSBAR", Command::ShowAddressBar, 1, key::addressBar},
+    {"STATUSBAR", Command::ShowStatusBar, 1, key::statusBar},
+    {"TOOLSBAR", Command::ShowMainBar, 1, key::mainBar},
+    {"ICONON", Command::FavouriteIcons, 0, nullptr},
+    {"OPENGETBAR", Command::CompanionBar, 0, nullptr},
+    {"BESILENT", Command::Silent, 0, nullptr},
+    {"STOPPOPUP", Command::StopPopups, 0, nullptr},
+    {"KILLPOP", Command::KillPopups, 0, nullptr},
 };
 
 } // namespace
@@ -43,15 +45,14 @@ Settings::Settings(QString appDir, platform::CommandBar& bar, ProxyMenu& proxies
 void Settings::load()
 {
     const platform::ProfileFile file(fileName());
-    for (const Switch& s : switches) {
+    for (const Switch& s : settingSwitches) {
         // The companion bar checks its own tool when it opens.
         const bool on = file.readInt(section, QLatin1String(s.name), s.fallback) == 1;
-        if (QLatin1String(s.tool) == QLatin1String(key::companionBar)) {
+        if (s.command == Command::CompanionBar) {
             companionAtStart_ = on;
             continue;
         }
-        if (platform::Tool* tool = bar_.tool(s.band, s.tool))
-            tool->setChecked(on);
+        switches::set(bar_, s.command, on);
         if (s.shownBand)
             if (platform::Band* band = bar_.band(s.shownBand))
                 band->setVisible(on);
@@ -70,11 +71,12 @@ void Settings::load()
 bool Settings::save() const
 {
     platform::ProfileFile::Entries entries;
-    for (const Switch& s : switches) {
+    for (const Switch& s : settingSwitches) {
         // A skin without the switch leaves its value in the file as it was.
-        if (const platform::Tool* tool = bar_.tool(s.band, s.tool))
-            entries.append({QLatin1String(s.name),
-                            tool->checked() ? QStringLiteral("1") : QStringLiteral("0")});
+        if (bar_.collectionTool(QLatin1String(cmd::keyOf(s.command))))
+            entries.append({QLatin1String(s.name), switches::isOn(bar_, s.command)
+                                                       ? QStringLiteral("1")
+                                                       : QStringLiteral("0")});
     }
     entries.append({proxyKey, proxies_.checkedEntry()});
     // One write, so that a shut-down cut short leaves the old settings or the new.

@@ -2,6 +2,7 @@
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
+#include "core/Switches.h"
 #include "platform/commandbar/CommandBar.h"
 
 namespace {
@@ -9,14 +10,13 @@ namespace {
 struct BandSwitch
 {
     cmd::Command command;
-    const char* tool;
     const char* band;
 };
 
 const BandSwitch bandSwitches[] = {
-    {cmd::Command::ShowMainBar, key::showMainBar, key::mainBar},
-    {cmd::Command::ShowAddressBar, key::showAddressBar, key::addressBar},
-    {cmd::Command::ShowStatusBar, key::showStatusBar, key::statusBar},
+    {cmd::Command::ShowMainBar, key::mainBar},
+    {cmd::Command::ShowAddressBar, key::addressBar},
+    {cmd::Command::ShowStatusBar, key::statusBar},
 };
 
 } // namespace
@@ -26,20 +26,20 @@ BarSwitches::BarSwitches(platform::CommandBar& bar, CommandDispatcher& commands,
     : bar_(bar)
 {
     for (const BandSwitch& s : bandSwitches) {
-        commands.on(s.command, [this, band = s.band](const CommandContext& c) {
-            platform::Band* shown = bar_.band(band);
+        commands.on(s.command, [this, s](const CommandContext&) {
+            platform::Band* shown = bar_.band(s.band);
             if (!shown)
                 return;
-            shown->setVisible(!c.tool.checked());
-            c.tool.setChecked(!c.tool.checked());
+            const bool show = !switches::isOn(bar_, s.command);
+            shown->setVisible(show);
+            switches::set(bar_, s.command, show);
             bar_.recalcLayout();
         });
     }
 
     events.onDropDown(QLatin1String(key::viewMenu), [this](platform::Band&) {
         for (const BandSwitch& s : bandSwitches)
-            if (platform::Tool* tool = bar_.tool(key::viewMenu, s.tool))
-                if (const platform::Band* band = bar_.band(s.band))
-                    tool->setChecked(band->visible());
+            if (const platform::Band* band = bar_.band(s.band))
+                switches::set(bar_, s.command, band->visible());
     });
 }

@@ -5,6 +5,7 @@
 #include "OrganiseFavouritesDialog.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
+#include "core/Switches.h"
 #include "core/ToolKeys.h"
 #include "platform/Dialogs.h"
 #include "platform/browser/BrowserView.h"
@@ -55,8 +56,9 @@ FavouritesSubsystem::FavouritesSubsystem(QWidget& window, platform::CommandBar& 
         store_.refresh();
     });
     commands.on(cmd::Command::OrganiseFavourites, [this](const CommandContext&) { organise(); });
-    commands.on(cmd::Command::FavouriteIcons, [this](const CommandContext& c) {
-        c.tool.setChecked(!c.tool.checked());
+    commands.on(cmd::Command::FavouriteIcons, [this](const CommandContext&) {
+        switches::set(bar_, cmd::Command::FavouriteIcons,
+                      !switches::isOn(bar_, cmd::Command::FavouriteIcons));
         store_.refresh();
     });
     commands.on(cmd::Command::ImportFavourites,

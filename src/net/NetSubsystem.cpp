@@ -4,6 +4,7 @@
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "core/MainState.h"
+#include "core/Switches.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/browser/AddressUrl.h"
 #include "platform/browser/BrowserView.h"
@@ -54,16 +55,14 @@ void NetSubsystem::start(bool openCompanion, const QString& searchTemplate)
 
 void NetSubsystem::openBar()
 {
-    platform::Tool* tool = bar_.tool(key::toolsMenu, key::companionBar);
-    if (!tool || !tool->checked()) {
+    if (!switches::isOn(bar_, cmd::Command::CompanionBar)) {
         makeCompanion();
-        if (tool)
-            tool->setChecked(true);
+        switches::set(bar_, cmd::Command::CompanionBar, true);
         return;
     }
     if (companion_)
         companion_->gameover();
-    tool->setChecked(false);
+    switches::set(bar_, cmd::Command::CompanionBar, false);
     companion_ = nullptr;
 }
 
@@ -91,8 +90,7 @@ void NetSubsystem::onChannelChange()
         return;
     const QStringView command = QStringView(text).mid(4);
     if (command == QLatin1String("close")) {
-        if (platform::Tool* tool = bar_.tool(key::toolsMenu, key::companionBar))
-            tool->setChecked(false);
+        switches::set(bar_, cmd::Command::CompanionBar, false);
         companion_ = nullptr;
         channel_.setText({});
     } else if (command == QLatin1String("proxychange")) {

@@ -46,6 +46,20 @@ void BlockedList::setCount(int count)
 
 void BlockedList::record(const QString& shortText, const QString& address)
 {
+    if (!bar_.band(menuKey))
+        return;
+    const int shown = count() + 1;
+    setCount(shown);
+    add(QString::number(shown) + QStringLiteral(". ") + shortText, address);
+}
+
+void BlockedList::recordClosed(const QString& shortTitle, const QString& address)
+{
+    add(shortTitle, address);
+}
+
+void BlockedList::add(const QString& caption, const QString& address)
+{
     platform::Band* menu = bar_.band(menuKey);
     if (!menu)
         return;
@@ -56,13 +70,10 @@ void BlockedList::record(const QString& shortText, const QString& address)
             menu->at(i)->setKey(keys::blockedKey(i + 1));
     }
     const int n = menu->count();
-    const int shown = count() + 1;
-    setCount(shown);
     const QString key = keys::blockedKey(n + 1);
     // The shared tool of that name may hold an earlier entry's identifier.
     bar_.removeCollectionTool(key);
-    platform::AddBandTool(bar_, menuKey, key, firstId + n, QStringLiteral("0"),
-                          QString::number(shown) + QStringLiteral(". ") + shortText, false);
+    platform::AddBandTool(bar_, menuKey, key, firstId + n, QStringLiteral("0"), caption, false);
     addresses_.append(address);
     bar_.recalcLayout();
 }

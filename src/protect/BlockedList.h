@@ -1,7 +1,9 @@
 #pragma once
-// The windows the popup blocker stopped: the last ten as entries of the
-// "Blocked Windows" menu, numbered by the running count that the status tool
-// "b_blocked" shows after its ":" (the only copy of the count). Entries keep
+// The windows the popup blocker stopped and the pages of closed tabs: the last
+// ten as entries of the "Blocked Windows" menu, so each can be opened again.
+// A blocked window's entry is numbered by the running count that the status
+// tool "b_blocked" shows after its ":" (the only copy of the count); a closed
+// page is listed by its title and does not count as blocked. Entries keep
 // their captions; when the list is full the oldest goes and the others move
 // up a place, names and addresses with them. Kept in memory for one run.
 #include <QString>
@@ -23,12 +25,15 @@ public:
     BlockedList(platform::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands);
 
     void record(const QString& shortText, const QString& address);
+    void recordClosed(const QString& shortTitle, const QString& address);
     // The address of entry n (1 for the oldest); empty when there is none.
     QString address(int entry) const { return addresses_.value(entry - 1); }
     int count() const;
     void setCount(int count);
 
 private:
+    void add(const QString& caption, const QString& address);
+
     platform::CommandBar& bar_;
     QStringList addresses_;
 };

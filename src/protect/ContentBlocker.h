@@ -1,9 +1,12 @@
 #pragma once
-// Pictures and Flash taken out of pages once they have loaded, while the
-// switches of the Content Blocking menu say so; switching one re-runs the
-// pass over the current tab's page.
+// Pictures and Flash taken out of pages while the switches of the Content
+// Blocking menu say so: each time a view's document is hooked (its title
+// came, the page changed while loading, its tab came to the front) and once
+// more when it has loaded, so a page that never finishes loses them too.
+// Switching one re-runs the pass over the current tab's page.
 class CommandDispatcher;
 class TabStrip;
+class ViewEvents;
 struct MainState;
 
 namespace platform {
@@ -14,8 +17,8 @@ class CommandBar;
 class ContentBlocker
 {
 public:
-    ContentBlocker(const MainState& state, const platform::CommandBar& bar, TabStrip& tabs,
-                   CommandDispatcher& commands);
+    ContentBlocker(const MainState& state, platform::CommandBar& bar, TabStrip& tabs,
+                   ViewEvents& events, CommandDispatcher& commands);
 
     void apply(platform::BrowserView& view) const;
 

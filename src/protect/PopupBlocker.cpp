@@ -3,6 +3,7 @@
 #include "KillList.h"
 #include "core/Keys.h"
 #include "core/MainState.h"
+#include "core/Switches.h"
 #include "platform/ClickHook.h"
 #include "platform/Clock.h"
 #include "platform/Shell.h"
@@ -12,12 +13,6 @@
 #include "tabs/TabStrip.h"
 
 namespace {
-
-bool checked(const platform::CommandBar& bar, const char* key)
-{
-    const platform::Tool* tool = bar.tool(QLatin1String(key::toolsMenu), QLatin1String(key));
-    return tool && tool->checked();
-}
 
 // The same press seen by the hook and by the page, allowing for rounding.
 bool samePoint(QPoint a, QPoint b)
@@ -58,7 +53,7 @@ PopupBlocker::PopupBlocker(const MainState& state, const platform::CommandBar& b
 PopupFacts PopupBlocker::factsFor(const platform::BrowserView& opener) const
 {
     PopupFacts f;
-    f.stopPopups = checked(bar_, key::stopPopups);
+    f.stopPopups = switches::isOn(bar_, cmd::Command::StopPopups);
     f.fromCurrentTab = opener.index() == state_.currentTab;
     f.hasAddress = !opener.locationUrl().isEmpty();
     f.now = clock_.secondsSinceMidnight();
@@ -141,7 +136,7 @@ bool PopupBlocker::allows(platform::BrowserView& view, const platform::Navigatio
         record(address);
         return false;
     }
-    if (!request.mainFrame || !checked(bar_, key::killPopups))
+    if (!request.mainFrame || !switches::isOn(bar_, cmd::Command::KillPopups))
         return true;
     if (!killList_.lists(request.url) && !unasked(view, request))
         return true;

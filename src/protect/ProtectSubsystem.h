@@ -1,8 +1,9 @@
 #pragma once
 // Page protection: the popup blocker as the policy of every view and every
-// new window, the list of what it blocked, the sites whose pages it kills,
-// the pictures and Flash it takes out of pages, the security indicator, and
-// the switches of the Tools menu.
+// new window, the list of what it blocked and of closed pages, the sites whose
+// pages it kills ("Add Page to Block List" lists the tab's site), the pictures
+// and Flash it takes out of pages, the security indicator, and the switches of
+// the Tools menu.
 #include "BlockedList.h"
 #include "ContentBlocker.h"
 #include "KillList.h"
@@ -20,9 +21,9 @@ class ProtectSubsystem
 {
 public:
     ProtectSubsystem(const MainState& state, platform::CommandBar& bar, TabStrip& tabs,
-                     platform::BrowserViewFactory& views, const platform::ClickHook& hook,
-                     const platform::Clock& clock, platform::Shell& shell,
-                     CommandDispatcher& commands);
+                     ViewEvents& events, platform::BrowserViewFactory& views,
+                     const platform::ClickHook& hook, const platform::Clock& clock,
+                     platform::Shell& shell, CommandDispatcher& commands);
 
     // Runs recaption (a new language) and keeps what the status tools show:
     // the blocked count and the current page's security in the new labels.

@@ -1,6 +1,7 @@
 #include "TabStrip.h"
 #include "Ellipsis.h"
 #include "core/Keys.h"
+#include "core/Switches.h"
 #include "platform/commandbar/CommandBar.h"
 
 #include <QWidget>
@@ -66,8 +67,7 @@ int TabStrip::newTab(const QString& address, bool activate)
     emit viewCreated(view);
     band_.add(index, QStringLiteral("New"), true);
 
-    const platform::Tool* silent = bar_.tool(key::toolsMenu, key::silent);
-    view->setSilent(silent && silent->checked());
+    view->setSilent(switches::isOn(bar_, cmd::Command::Silent));
     positions_.append(*view);
 
     if (!activate) {

@@ -6,6 +6,7 @@
 #include "app/LastPages.h"
 #include "app/Settings.h"
 #include "core/Keys.h"
+#include "core/Switches.h"
 #include "net/ProxyMenu.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/Dialogs.h"
@@ -39,9 +40,8 @@ int main(int argc, char** argv)
     int n = existing.open(QIODevice::ReadOnly) ? existing.readAll().count('\n') : 0;
     for (;;) {
         ++n;
-        for (const auto& band : bar.bands())
-            for (int i = 0; i < band->count(); ++i)
-                band->at(i)->setChecked(n % 2);
+        for (const cmd::CommandInfo& command : cmd::commandTable)
+            switches::set(bar, command.id, n % 2);
         settings.save();
         platform::recordTypedUrl(registry, QStringLiteral("http://typed-%1.example/").arg(n));
         lastPages.append(QStringLiteral("http://page-%1.example/").arg(n));

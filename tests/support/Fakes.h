@@ -85,11 +85,12 @@ public:
     }
     void setHomeAddress(const QString& address) override { home = address; }
     void setSearchAddress(const QString&) override {}
-    void setNavigationPolicy(platform::NavigationPolicy&) override {}
+    void setNavigationPolicy(platform::NavigationPolicy& policy) override { navigation = &policy; }
     platform::ConnectionState& connection() override { return connectionState; }
     platform::PrivateData& privateData() override { return privacy; }
     platform::ForwardingProxy& forwardingProxy() override { return proxy; }
     std::vector<FakeBrowserView*> created;
+    platform::NavigationPolicy* navigation = nullptr;
     QString home;
     FakeConnection connectionState;
     FakePrivateData privacy;

@@ -1,6 +1,7 @@
 // The popup verdict, one row per rule: which windows a page may open; and the
 // list of the windows it stopped.
 #include "app/Language.h"
+#include "core/Switches.h"
 #include "platform/ClickHook.h"
 #include "protect/BlockedList.h"
 #include "protect/KillList.h"
@@ -180,7 +181,7 @@ private slots:
         platform::NavigationRequest request{QUrl("http://x.ads.test/"),
                                             platform::NavigationRequest::Kind::Other, true};
         QVERIFY(blocker.allows(*f.view(2), request));
-        f.bar.tool("sub_Usetools", "b_killpop")->setChecked(true);
+        switches::set(f.bar, cmd::Command::KillPopups, true);
         request.mainFrame = false;
         QVERIFY(blocker.allows(*f.view(2), request));
         request.mainFrame = true;

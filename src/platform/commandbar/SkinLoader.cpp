@@ -243,6 +243,8 @@ public:
                     Tool* shared = bar.addTool(toolDecl.key, id, toolDecl.type);
                     shared->setCaption(probe.caption());
                     shared->setTooltip(probe.tooltip());
+                    // A switch's state is the same in every copy of its key.
+                    shared->setChecked(probe.checked());
                 }
                 bar.insertTool(*band, probe);
             }
