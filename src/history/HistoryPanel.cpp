@@ -17,6 +17,7 @@ HistoryPanel::HistoryPanel(HistoryTree& tree, TabStrip& tabs, QWidget* parent)
     view_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view_->viewport()->installEventFilter(this);
     connect(view_, &QTreeView::clicked, this, &HistoryPanel::openNode);
+    connect(&tree_, &HistoryTree::filled, view_, [this] { view_->expand(tree_.today()); });
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(view_);

@@ -2,7 +2,7 @@
 // The history page of the side bar: the tree "tvwHistory". A click on an
 // address opens it in a new tab; the pointer over a node shows
 // "Refreshing..." while the tree fills, an address's own address, and
-// "Click to open!" over a day or a site.
+// "Click to open!" over a day or a site. Once filled, today's sites show.
 #include <QWidget>
 
 class HistoryTree;

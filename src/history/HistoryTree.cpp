@@ -89,6 +89,12 @@ QModelIndex HistoryTree::find(const QString& key) const
     return node < 0 ? QModelIndex() : indexOfNode(node);
 }
 
+QModelIndex HistoryTree::today() const
+{
+    return find(QStringLiteral("Root") +
+                QLocale().toString(QDate::currentDate(), QLocale::ShortFormat));
+}
+
 QModelIndex HistoryTree::indexOfNode(int node) const
 {
     return node < 0 ? QModelIndex() : createIndex(nodes_[size_t(node)].row, 0, quintptr(node));

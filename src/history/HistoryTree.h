@@ -29,6 +29,7 @@ public:
     bool refreshing() const { return refreshing_; }
     // The node with that key, if there is a day or site node of it.
     QModelIndex find(const QString& key) const;
+    QModelIndex today() const;
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& child) const override;
@@ -37,6 +38,7 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
 
 signals:
+    // The last step is in: the tree holds the whole history.
     void filled();
 
 private:

@@ -180,11 +180,11 @@ void ViewEvents::newTabActivated(BrowserView*)
     display_.focusAddress();
 }
 
-// The document of the tab being left is dropped, then hooked once more: the
-// tab strip reports the tab before it changes the current tab, on purpose.
+// The document of the tab being left is hooked once more: the tab strip
+// reports the tab before it changes the current tab, on purpose. Its
+// handlers live in the page, so there is nothing of the program's to drop.
 void ViewEvents::tabLeft(BrowserView* view)
 {
-    emit documentDropped();
     hookDocument(view);
 }
 

@@ -50,8 +50,6 @@ public:
 signals:
     // The view's document is ready for the program's handlers.
     void documentHooked(platform::BrowserView* view);
-    // The document hooked before is no longer the program's concern.
-    void documentDropped();
     // The active tab's page went into full screen or out of it.
     void pageFullScreen(bool on);
 

@@ -10,7 +10,9 @@
 #include "support/DialogCloser.h"
 #include "support/FakeApp.h"
 #include "support/Files.h"
+#include "support/ObjectCensus.h"
 #include "support/TestMain.h"
+#include "tabs/Ellipsis.h"
 #include "tabs/LoadingPictures.h"
 
 #include <QAction>
@@ -27,6 +29,30 @@ class CompositionTest : public QObject
     Q_OBJECT
 private slots:
     void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    // After the real composition every command and route has its handler and
+    // every signal of the program's classes has a listener: a wire that ends
+    // in the wall shows here, not in a user's hands.
+    void everyCommandRouteAndSignalIsWired()
+    {
+        ObjectCensus census;
+        FakeApp app({"default.tb2", "lng.ini"});
+        QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
+        MainWindow::Parts parts = app.window->parts();
+        QTRY_VERIFY(parts.bar.tool(key::favouritesPage, key::favouritesTree)->control());
+        parts.tabs.newTab(QStringLiteral("http://second.test/"), true);
+
+        QStringList unhandled;
+        for (const cmd::CommandInfo& command : cmd::commandTable)
+            if (!parts.commands.handles(command.id))
+                unhandled << QLatin1String(command.key);
+        for (const cmd::RouteInfo& route : cmd::routeTable)
+            if (!parts.commands.handles(route.id))
+                unhandled << QLatin1String(route.prefix);
+        QVERIFY2(unhandled.isEmpty(), qPrintable(unhandled.join(' ')));
+        const QStringList unheard = census.unheardSignals();
+        QVERIFY2(unheard.isEmpty(), qPrintable(unheard.join(' ')));
+    }
 
     void everyToolOfTheShippedSkin()
     {
@@ -79,6 +105,82 @@ private slots:
         parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::newTab));
         QCOMPARE(parts.bar.band(key::tabsBar)->count(), tabs + 1);
         QCOMPARE(parts.state.currentTab, parts.state.tabCount);
+    }
+
+    // A switch is one value wherever it shows: a menu's check, the options
+    // dialog's box, what the blocker and new tabs act on, the settings file.
+    void switchesAreOneValueInMenusOptionsAndSettings()
+    {
+        FakeApp app({"default.tb2", "lng.ini"});
+        QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
+        MainWindow::Parts parts = app.window->parts();
+        auto menuCheck = [&](const char* band, const char* key) {
+            return parts.bar.tool(band, key)->checked();
+        };
+        auto boxes = [&] {
+            parts.bar.reportClick(parts.bar.tool(key::toolsMenu, "b_opInternet"));
+            QMap<QString, QCheckBox*> byCaption;
+            for (QCheckBox* box :
+                 app.window->findChild<OptionsDialog*>()->findChildren<QCheckBox*>())
+                byCaption.insert(box->text(), box);
+            return byCaption;
+        };
+        parts.bar.reportClick(parts.bar.tool(key::toolsMenu, "b_stoppopup"));
+        parts.bar.reportClick(parts.bar.tool("sub_ContentBlock", "b_imgs"));
+        QMap<QString, QCheckBox*> shown = boxes();
+        QVERIFY(shown.value("Block Popup Windows")->isChecked());
+        QVERIFY(shown.value("Remove Images")->isChecked());
+        QVERIFY(!shown.value("Silent Pages (no script dialogs)")->isChecked());
+
+        shown.value("Block Popup Windows")->setChecked(false);
+        shown.value("Kill Popups by Address")->setChecked(true);
+        shown.value("Silent Pages (no script dialogs)")->setChecked(true);
+        app.window->findChild<OptionsDialog*>()->accept();
+        QVERIFY(!menuCheck(key::toolsMenu, "b_stoppopup"));
+        QVERIFY(menuCheck(key::toolsMenu, "b_killpop"));
+        QVERIFY(menuCheck(key::toolsMenu, "b_besilent"));
+        QVERIFY(menuCheck("sub_ContentBlock", "b_imgs"));
+        parts.tabs.newTab({}, true);
+        QVERIFY(parts.tabs.currentView()->silent());
+        QVERIFY(boxes().value("Kill Popups by Address")->isChecked());
+        app.window->findChild<OptionsDialog*>()->reject();
+
+        // "Add Page to Block List" lists the tab's site; with Kill Popups on,
+        // its pages go.
+        parts.tabs.currentView()->navigate(QStringLiteral("http://ads.test/page.html"));
+        parts.bar.reportClick(parts.bar.tool(key::toolsMenu, "b_addtohei"));
+        QCOMPARE(readFile(app.appDir + "BlockList.txt"), QByteArray("http://ads.test/page.html\n"));
+        platform::NavigationRequest next{QUrl("http://www.ads.test/next"),
+                                         platform::NavigationRequest::Kind::Typed, true};
+        QVERIFY(!app.factory.navigation->allows(*parts.tabs.view(1), next));
+
+        app.dialogs.answers = {Dialogs::Answer::Yes};
+        app.window->quit();
+        const ProfileFile settings(app.appDir + "Browser.ini");
+        QCOMPARE(settings.readString("QUB-BROWSER", "STOPPOPUP"), "0");
+        QCOMPARE(settings.readString("QUB-BROWSER", "KILLPOP"), "1");
+        QCOMPARE(settings.readString("QUB-BROWSER", "BESILENT"), "1");
+    }
+
+    // A closed page joins the Blocked Windows list by its title, without
+    // counting as blocked, and opens again from there.
+    void closedPagesCanBeOpenedAgain()
+    {
+        FakeApp app({"default.tb2", "lng.ini"});
+        QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
+        MainWindow::Parts parts = app.window->parts();
+        parts.tabs.newTab(QStringLiteral("http://closed.test/page"), true);
+        const QString title = QStringLiteral("A page whose title is longer than the list shows");
+        static_cast<FakeBrowserView*>(parts.tabs.currentView())->setTitle(title + title);
+        const QString counter = parts.bar.tool(key::statusBar, "b_blocked")->caption();
+        parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::closeTab));
+
+        const Band* list = parts.bar.band("sub_Blocked");
+        QCOMPARE(list->count(), 1);
+        QCOMPARE(list->at(0)->caption(), ellipsis(title + title, 50));
+        QCOMPARE(parts.bar.tool(key::statusBar, "b_blocked")->caption(), counter);
+        parts.bar.reportClick(list->at(0));
+        QCOMPARE(parts.tabs.currentView()->locationUrl(), "http://closed.test/page");
     }
 
     // The Language menu lists the files beside the program; a switch copies

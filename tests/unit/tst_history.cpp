@@ -202,6 +202,8 @@ private slots:
         QCOMPARE(panel.tooltipAt(onDay), "Refreshing...");
         QTRY_VERIFY(!tree.refreshing());
         QCOMPARE(tree.rowCount(tree.find("Domain" + today + "many.test")), HistoryTree::step + 10);
+        QVERIFY(panel.view()->isExpanded(tree.find("Root" + today)));
+        QVERIFY(!panel.view()->isExpanded(tree.find("Root" + earlier)));
     }
 };
 
