@@ -6,6 +6,7 @@
 #include "support/PageProbes.h"
 #include "support/TestMain.h"
 
+#include <QTcpServer>
 #include <QWebEngineView>
 
 using namespace platform;
@@ -196,6 +197,22 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Content"), 20000);
         QTRY_COMPARE_WITH_TIMEOUT(ask(view, left).toString(),
                                   "0|0|MOVIE.SWF swfinfo.gif clip.mp4 movie player.wmv", 20000);
+
+        // A page that never finishes loading (a picture its server never
+        // answers) loses its pictures all the same.
+        QTcpServer silent;
+        QVERIFY(silent.listen(QHostAddress::LocalHost));
+        server.setPage("/endless.html",
+                       titled("Endless", QStringLiteral("<img src='/pic.gif'><img src='http://"
+                                                        "127.0.0.1:%1/never.gif'>")
+                                             .arg(silent.serverPort())
+                                             .toUtf8()));
+        QSignalSpy finished(view, &BrowserView::documentComplete);
+        view->navigate(server.url("/endless.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(view->title() == "Endless", 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, "document.images.length").toInt(), 0, 20000);
+        QCOMPARE(finished.count(), 0);
+        view->stop();
     }
 };
 
