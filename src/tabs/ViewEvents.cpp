@@ -155,10 +155,10 @@ void ViewEvents::activeTabRefreshed(BrowserView* view)
     const QString address = view->locationUrl();
     const QString title = view->title();
     if (!title.isEmpty() && !address.isEmpty()) {
+        // One caption whichever way the tab came to the front: a title
+        // change and a tab switch both name the program with its version.
         if (!fullScreen())
-            display_.setCaption(title + (address.startsWith(QLatin1String("http"))
-                                             ? QStringLiteral(" - QUB-BROWSER")
-                                             : QStringLiteral(" - ") + state_.baseTitle));
+            display_.setCaption(title + QStringLiteral(" - ") + state_.baseTitle);
         setTabCaption(view->index(), title);
     } else if (!fullScreen()) {
         display_.setCaption(state_.baseTitle);

@@ -5,6 +5,7 @@
 #include "app/OptionsDialog.h"
 #include "commands/WindowCommands.h"
 #include "core/Keys.h"
+#include "favorites/FavouritesFolder.h"
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/DialogCloser.h"
@@ -17,6 +18,7 @@
 
 #include <QAction>
 #include <QCheckBox>
+#include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
@@ -181,6 +183,46 @@ private slots:
         QCOMPARE(parts.bar.tool(key::statusBar, "b_blocked")->caption(), counter);
         parts.bar.reportClick(list->at(0));
         QCOMPARE(parts.tabs.currentView()->locationUrl(), "http://closed.test/page");
+    }
+
+    // What a page, a file or the user named is shown as written: an "&" in it
+    // is no access key, in every menu and on the tabs.
+    void captionsMadeFromDataShowAsWritten()
+    {
+        FakeApp app({"default.tb2", "lng.ini"});
+        writeFile(app.appDir + "Translist.txt", "Tom & Jerry|http://tr.test/?u={url}\n");
+        writeFile(app.appDir + "Proxies.txt", "ann:p&ss@127.0.0.1:3128\n");
+        const QString favourites = FavouritesFolder::userRoot();
+        QVERIFY(QDir().mkpath(favourites));
+        writeFile(favourites + "Rock & Roll.url", "[InternetShortcut]\nURL=http://rock.test/\n");
+        QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
+        MainWindow::Parts parts = app.window->parts();
+        QTRY_VERIFY(parts.bar.tool(key::favouritesPage, key::favouritesTree)->control());
+        static_cast<FakeBrowserView*>(parts.tabs.currentView())->setTitle("Salt & Pepper");
+        emit parts.tabs.currentView()->titleChanged("Salt & Pepper");
+        parts.tabs.newTab(QStringLiteral("http://closed.test/"), true);
+        static_cast<FakeBrowserView*>(parts.tabs.currentView())->setTitle("Bread & Butter");
+        parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::closeTab));
+
+        auto shownAsWritten = [&](const char* band, const QString& written) {
+            for (int i = 0; i < parts.bar.band(band)->count(); ++i) {
+                QAction* action = parts.barWidgets->action(parts.bar.band(band)->at(i));
+                const QString text = action->text().section('\t', 0, 0);
+                if (QString(text).replace("&&", "&") == written)
+                    return QKeySequence::mnemonic(text).isEmpty();
+            }
+            return false;
+        };
+        QVERIFY(shownAsWritten(key::favMenu, "Rock & Roll"));
+        QVERIFY(shownAsWritten("sub_Trans", "Tom & Jerry"));
+        QVERIFY(shownAsWritten(key::proxyMenu, "ann:p&ss@127.0.0.1:3128"));
+        QVERIFY(shownAsWritten("sub_Blocked", "Bread & Butter"));
+        QVERIFY(shownAsWritten(key::tabsBar, "Salt & Pepper"));
+        // The skin's own captions keep their access keys.
+        QCOMPARE(QKeySequence::mnemonic(
+                     parts.barWidgets->action(parts.bar.tool(key::fileMenu, key::newTab))->text()),
+                 QKeySequence(Qt::ALT | Qt::Key_T));
+        QVERIFY(QFile::remove(favourites + "Rock & Roll.url"));
     }
 
     // The Language menu lists the files beside the program; a switch copies

@@ -113,10 +113,10 @@ private slots:
         emit e.view(1)->statusTextChanged(QStringLiteral("Done"));
         QCOMPARE(e.display.status, QStringLiteral("Done"));
 
-        // Activating the http tab captions the window with the program's name.
+        // Activating a tab captions the window as its title change would.
         e.view(2)->setTitle(QStringLiteral("Background"));
         e.tabs.activateTab(2);
-        QCOMPARE(e.display.caption, QStringLiteral("Background - QUB-BROWSER"));
+        QCOMPARE(e.display.caption, QStringLiteral("Background - QUB-BROWSER 1.0"));
         QCOMPARE(e.display.address, QStringLiteral("http://b.test/"));
     }
 

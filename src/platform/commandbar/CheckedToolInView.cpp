@@ -98,7 +98,7 @@ void CheckedToolInView::fillList()
         Tool* tool = band_.at(i);
         if (!tool->visible() || tool->caption().isEmpty())
             continue;
-        QAction* entry = list_->addAction(tool->caption());
+        QAction* entry = list_->addAction(tool->shownCaption());
         entry->setCheckable(true);
         entry->setChecked(tool->checked());
         connect(entry, &QAction::triggered, this, [this, tool] { bar_.reportClick(tool); });

@@ -27,6 +27,11 @@ void Tool::setCaption(const QString& caption)
         changed();
 }
 
+QString Tool::shownCaption() const
+{
+    return marksAccessKey_ ? caption_ : QString(caption_).replace('&', QLatin1String("&&"));
+}
+
 void Tool::setTooltip(const QString& tooltip)
 {
     if (assign(tooltip_, tooltip))
@@ -114,6 +119,7 @@ std::unique_ptr<Tool> Tool::copy() const
     tool->subBand_ = subBand_;
     tool->picture_ = picture_;
     tool->checked_ = checked_;
+    tool->marksAccessKey_ = marksAccessKey_;
     tool->checkable_ = checkable_;
     tool->enabled_ = enabled_;
     tool->visible_ = visible_;

@@ -304,9 +304,9 @@ void CommandBarWidgets::updateAction(Tool* tool)
     // window-wide action, so it works whether or not its band is shown.
     const bool inMenu = qobject_cast<QMenu*>(action->parent()) != nullptr;
     action->setText(inMenu && !tool->shortcut().isEmpty()
-                        ? tool->caption() + QLatin1Char('\t') +
+                        ? tool->shownCaption() + QLatin1Char('\t') +
                               QKeySequence(tool->shortcut()).toString(QKeySequence::NativeText)
-                        : tool->caption());
+                        : tool->shownCaption());
     action->setToolTip(tool->tooltip().isEmpty() ? tool->caption() : tool->tooltip());
     action->setCheckable(tool->checkable());
     action->setChecked(tool->checked());
@@ -330,9 +330,9 @@ void CommandBarWidgets::updateAction(Tool* tool)
             Qt::ToolButtonStyle style = Qt::ToolButtonIconOnly;
             if (tool->displayStyle() == 3) {
                 style = Qt::ToolButtonTextBesideIcon;
-                // Shown as given: page titles keep their "&" and " ..."
-                // (a button would make "&" a mnemonic and drop dots).
-                action->setIconText(QString(tool->caption()).replace('&', QLatin1String("&&")));
+                // Shown as given: page titles keep their " ..." (a button
+                // would drop the dots of a text it makes from the caption).
+                action->setIconText(tool->shownCaption());
             } else if (action->icon().isNull())
                 style = Qt::ToolButtonTextOnly;
             button->setToolButtonStyle(style);

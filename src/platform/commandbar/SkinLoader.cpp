@@ -237,11 +237,13 @@ public:
                         id = token.value.toInt();
                 Tool probe(bar, toolDecl.key, id, toolDecl.type);
                 probe.setCaption(toolDecl.key);
+                probe.setMarksAccessKey(true);
                 for (const Token& token : toolDecl.attributes)
                     applyToolAttribute(probe, token);
                 if (!toolDecl.key.isEmpty() && !bar.collectionTool(toolDecl.key)) {
                     Tool* shared = bar.addTool(toolDecl.key, id, toolDecl.type);
                     shared->setCaption(probe.caption());
+                    shared->setMarksAccessKey(true);
                     shared->setTooltip(probe.tooltip());
                     // A switch's state is the same in every copy of its key.
                     shared->setChecked(probe.checked());

@@ -32,6 +32,13 @@ public:
 
     const QString& caption() const { return caption_; }
     void setCaption(const QString& caption);
+    // A caption written for the bar (the skin, a language file) marks its
+    // access key with "&"; one made from data (a page title, a favourite's
+    // name, an address) is shown as written, "&" and all.
+    bool marksAccessKey() const { return marksAccessKey_; }
+    void setMarksAccessKey(bool marks) { marksAccessKey_ = marks; }
+    // The caption as the text of a menu entry or button.
+    QString shownCaption() const;
     const QString& tooltip() const { return tooltip_; }
     void setTooltip(const QString& tooltip);
     // Free text that the program keeps on a tool for its own use.
@@ -83,6 +90,7 @@ private:
     QString caption_, tooltip_, tag_, iconName_, shortcut_, subBand_;
     QIcon picture_;
     bool checked_ = false, checkable_ = false, enabled_ = true, visible_ = true;
+    bool marksAccessKey_ = false;
     int displayStyle_ = 0;
     int width_ = 0;
     QPointer<QWidget> control_;
