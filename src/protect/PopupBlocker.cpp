@@ -87,7 +87,9 @@ PopupFacts PopupBlocker::factsFor(const platform::BrowserView& opener) const
 PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
                                            const platform::NewWindowRequest& request)
 {
-    if (windowAllowed(factsFor(opener)))
+    PopupFacts facts = factsFor(opener);
+    facts.chosenFromPageMenu = request.chosenFromPageMenu();
+    if (windowAllowed(facts))
         return Verdict::OpenInNewTab;
     sound();
     // A window that names its address is listed now and never made: loading

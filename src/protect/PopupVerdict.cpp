@@ -42,7 +42,11 @@ bool clickTest(const PopupFacts& f)
 
 bool userAskedForWindow(const PopupFacts& f)
 {
-    if (!f.stopPopups || !f.fromCurrentTab || !f.hasAddress || f.activeTag.isEmpty())
+    if (!f.stopPopups || !f.fromCurrentTab || !f.hasAddress)
+        return false;
+    if (f.chosenFromPageMenu)
+        return true;
+    if (f.activeTag.isEmpty())
         return false;
     // The click-time test runs whatever the point test found, and only adds.
     const bool byPoint = pointTest(f);

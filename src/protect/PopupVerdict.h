@@ -25,6 +25,8 @@ struct PopupFacts
     int lastClickTime = 0;
     // Some frame of the page has a focused element.
     bool frameHasActiveElement = false;
+    // The user chose "open link in a new tab" (or window) from the page's menu.
+    bool chosenFromPageMenu = false;
 };
 
 // The detection: true when the facts show the user asked for the window.

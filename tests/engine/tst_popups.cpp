@@ -6,6 +6,8 @@
 #include "support/PageProbes.h"
 #include "support/TestMain.h"
 
+#include <QApplication>
+#include <QMenu>
 #include <QTcpServer>
 #include <QWebEngineView>
 
@@ -168,6 +170,84 @@ private slots:
         w.parts().tabs.activateTab(2);
         QTRY_COMPARE_WITH_TIMEOUT(blocked->count(), 1, 20000);
         QCOMPARE(w.parts().state.tabCount, tabs);
+    }
+
+    // With blocking on, what the user asks for through the page's own menu,
+    // inside a frame of the page, or at another zoom, opens all the same.
+    void requestsFromTheMenuFramesAndZoomOpen()
+    {
+        auto framed = [](const QByteArray& page) {
+            return titled("Framed", "<iframe src='" + page +
+                                        "' style='position:absolute;left:100px;top:80px;"
+                                        "width:400px;height:200px;border:0'></iframe>");
+        };
+        // The frames come from another port: same site, another origin.
+        LocalHttpServer other;
+        other.setPage(
+            "/link.html",
+            titled("Link", filling("a", "href='" + server.url("/popup.html?framed").toUtf8() +
+                                            "' target=_blank")));
+        other.setPage(
+            "/button.html",
+            titled("Button", filling("button", "onclick=\"window.open('" +
+                                                   server.url("/popup.html?framedbutton").toUtf8() +
+                                                   "')\"")));
+        server.setPage("/framed-link.html", framed(other.url("/link.html").toUtf8()));
+        server.setPage("/framed-button.html", framed(other.url("/button.html").toUtf8()));
+        server.setPage("/plain-link.html",
+                       titled("Plain", filling("a", "href='/popup.html?menu'")));
+        EngineApp app;
+        MainWindow& w = *app.window;
+        // Time goes on as for a user: a press is recent only for a moment.
+        app.clock.run();
+        WebEngineBrowserView* view = app.startAt(server.url("/plain-link.html"), "Plain");
+        QVERIFY(view);
+        w.parts().bar.reportClick(w.parts().bar.tool(key::toolsMenu, "b_stoppopup"));
+        int tabs = 1;
+        auto opens = [&](const char* page, const char* title, QPoint at, int zoomLevel) {
+            w.parts().tabs.activateTab(1);
+            view->navigate(server.url(page));
+            QTRY_VERIFY_WITH_TIMEOUT(loaded(view, title), 20000);
+            view->zoom().setLevel(zoomLevel);
+            clickPage(view, at);
+            ++tabs;
+            QTRY_COMPARE_WITH_TIMEOUT(w.parts().state.tabCount, tabs, 20000);
+        };
+        // The window moved since the page was laid out, as a window manager
+        // places a window once it shows.
+        w.showNormal();
+        w.setGeometry(120, 90, 1000, 650);
+        QTRY_COMPARE_WITH_TIMEOUT(w.geometry().topLeft(), QPoint(120, 90), 20000);
+        opens("/framed-link.html", "Framed", {150, 130}, 2);
+        opens("/framed-button.html", "Framed", {150, 130}, 2);
+        opens("/link.html", "Link", {100, 100}, 4);
+        opens("/framed-link.html", "Framed", {250, 200}, 4);
+        view->zoom().setLevel(2);
+
+        // "Open link in new tab" of the page's menu, chosen with the mouse.
+        w.parts().tabs.activateTab(1);
+        view->navigate(server.url("/plain-link.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(view, "Plain"), 20000);
+        for (const QString& entry :
+             {QStringLiteral("Open link in new tab"), QStringLiteral("Open link in new window")}) {
+            QWidget* surface = view->engineView()->focusProxy();
+            QTest::qWait(1000);
+            QTest::mouseClick(surface, Qt::RightButton, {}, {50, 50});
+            QMenu* menu = nullptr;
+            QTRY_VERIFY_WITH_TIMEOUT(
+                (menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())), 20000);
+            QAction* open = nullptr;
+            for (QAction* action : menu->actions())
+                if (action->text().remove('&').compare(entry, Qt::CaseInsensitive) == 0)
+                    open = action;
+            QVERIFY2(open, qPrintable(entry));
+            app.clock.now += 2; // the user reads the menu
+            QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(open).center());
+            ++tabs;
+            QTRY_COMPARE_WITH_TIMEOUT(w.parts().state.tabCount, tabs, 20000);
+            w.parts().tabs.activateTab(1);
+        }
+        QCOMPARE(w.parts().bar.band("sub_Blocked")->count(), 0);
     }
 
     void picturesAndFlashLeaveThePageAndItsFrames()

@@ -11,6 +11,7 @@
 #include "support/FakeFacets.h"
 #include "tabs/ActiveTabDisplay.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QStringList>
 #include <QWidget>
@@ -212,11 +213,20 @@ private:
     }
 };
 
+// Stands still unless told to run; set by hand either way, so a test can
+// let a user pause for seconds without waiting them.
 class SettableClock : public platform::Clock
 {
 public:
-    double secondsSinceMidnight() const override { return now; }
+    double secondsSinceMidnight() const override
+    {
+        return now + (running_.isValid() ? running_.elapsed() / 1000.0 : 0);
+    }
+    void run() { running_.start(); }
     double now = 36000;
+
+private:
+    QElapsedTimer running_;
 };
 
 class FakeDisplay : public ActiveTabDisplay

@@ -118,6 +118,14 @@ private slots:
         QTest::newRow("frame with a focused element") << frame << true;
         QTest::newRow("the click-time test adds to a failed point test")
             << clicked(0.1, pressedOn("plain", focused("A", {}, base()))) << true;
+        // The press that chose the entry lies on the menu, long after the
+        // page's last click.
+        PopupFacts menu = focused("BODY", {}, base());
+        menu.chosenFromPageMenu = true;
+        QTest::newRow("chosen from the page's menu") << menu << true;
+        menu.stopPopups = true;
+        menu.fromCurrentTab = false;
+        QTest::newRow("chosen from the menu of a tab behind") << menu << false;
     }
     void verdict()
     {

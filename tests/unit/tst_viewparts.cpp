@@ -18,6 +18,7 @@ public:
     explicit FakeNewWindowRequest(bool background = false) : background_(background) {}
     QUrl url() const override { return QUrl(QStringLiteral("http://example.org/popup")); }
     bool userInitiated() const override { return false; }
+    bool chosenFromPageMenu() const override { return false; }
     bool inBackground() const override { return background_; }
     void openIn(BrowserView& view) override { openedIn = view.index(); }
     int openedIn = -1;

@@ -27,6 +27,8 @@ public:
     virtual QUrl url() const = 0;
     // The engine's own verdict that a user gesture led to the request.
     virtual bool userInitiated() const = 0;
+    // The user chose "open link in a new tab" (or window) from the page's menu.
+    virtual bool chosenFromPageMenu() const = 0;
     // The page (a middle click, say) asked for a tab in the background.
     virtual bool inBackground() const = 0;
     virtual void openIn(BrowserView& view) = 0;

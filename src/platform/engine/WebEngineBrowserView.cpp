@@ -3,6 +3,7 @@
 #include "EngineProfile.h"
 #include "OfflineSwitch.h"
 #include "PageAgent.h"
+#include "PageMenu.h"
 #include "PageNotice.h"
 #include "WebEnginePage.h"
 #include "platform/Dialogs.h"
@@ -24,9 +25,13 @@ namespace {
 class EngineNewWindowRequest : public NewWindowRequest
 {
 public:
-    explicit EngineNewWindowRequest(QWebEngineNewWindowRequest& request) : request_(request) {}
+    EngineNewWindowRequest(QWebEngineNewWindowRequest& request, bool fromMenu)
+        : request_(request), fromMenu_(fromMenu)
+    {
+    }
     QUrl url() const override { return request_.requestedUrl(); }
     bool userInitiated() const override { return request_.isUserInitiated(); }
+    bool chosenFromPageMenu() const override { return fromMenu_; }
     bool inBackground() const override
     {
         return request_.destination() == QWebEngineNewWindowRequest::InNewBackgroundTab;
@@ -39,6 +44,7 @@ public:
 
 private:
     QWebEngineNewWindowRequest& request_;
+    bool fromMenu_;
 };
 
 LoadReport reportOf(const QWebEngineLoadingInfo& info)
@@ -96,6 +102,7 @@ void WebEngineBrowserView::wirePage()
     connect(agent_, &PageAgentBridge::pageClicked, this, &BrowserView::pageClicked);
     connect(new DragOutWatch(*view_, *agent_), &DragOutWatch::draggedOut, this,
             &BrowserView::draggedOut);
+    menu_ = new PageMenu(*view_);
 
     connect(page_, &QWebEnginePage::titleChanged, this, &BrowserView::titleChanged);
     connect(page_, &QWebEnginePage::linkHovered, this, [this](const QString& url) {
@@ -134,7 +141,7 @@ void WebEngineBrowserView::wirePage()
             });
     connect(page_, &QWebEnginePage::newWindowRequested, this,
             [this](QWebEngineNewWindowRequest& request) {
-                EngineNewWindowRequest wrapped(request);
+                EngineNewWindowRequest wrapped(request, menu_->takeChosen(request.requestedUrl()));
                 emit newWindowRequested(wrapped);
             });
     connect(page_, &QWebEnginePage::renderProcessTerminated, this,

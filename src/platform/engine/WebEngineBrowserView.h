@@ -23,6 +23,7 @@ class QWebEngineView;
 namespace platform {
 
 class EngineProfile;
+class PageMenu;
 class PageNotice;
 class WebEnginePage;
 
@@ -77,6 +78,7 @@ private:
     QStackedLayout* stack_ = nullptr;
     QWebEngineView* view_ = nullptr;
     PageNotice* notice_ = nullptr;
+    PageMenu* menu_ = nullptr;
     WebEnginePage* page_ = nullptr;
     CertificateGate* gate_ = nullptr;
     PageAgentBridge* agent_ = nullptr;
