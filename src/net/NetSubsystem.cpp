@@ -12,6 +12,9 @@
 #include "tabs/TabStrip.h"
 
 #include <QApplication>
+#include <QMainWindow>
+
+#include <algorithm>
 
 NetSubsystem::NetSubsystem(QWidget& window, const MainState& state, platform::CommandBar& bar,
                            TabStrip& tabs, ProxyMenu& proxies, platform::Dialogs& dialogs,
@@ -67,10 +70,24 @@ void NetSubsystem::openBar()
     companion_ = nullptr;
 }
 
+namespace {
+// The top right of the page area: the menus, Back and Forward stay in sight.
+QPoint companionPlace(QWidget& window, const QWidget& companion)
+{
+    constexpr int margin = 8;
+    const auto* main = qobject_cast<QMainWindow*>(&window);
+    const QWidget* area = main && main->centralWidget() ? main->centralWidget() : &window;
+    return area->mapToGlobal(
+        QPoint(std::max(0, area->width() - companion.frameGeometry().width() - margin), margin));
+}
+} // namespace
+
 void NetSubsystem::makeCompanion()
 {
     companion_ = new CompanionBar(channel_, proxies_.connection().listPath(), searchTemplate_,
                                   captions_, dialogs_, &window_);
+    companion_->adjustSize();
+    companion_->move(companionPlace(window_, *companion_));
     companion_->show();
 }
 

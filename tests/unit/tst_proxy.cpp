@@ -199,6 +199,13 @@ private slots:
         CompanionChannel& channel = parts.net.channel();
         Tool* bar = parts.bar.tool(key::toolsMenu, key::companionBar);
         QVERIFY(bar->checked() && parts.net.companion() && parts.net.companion()->isVisible());
+        // At the top right of the page area, clear of the menus and of Back and
+        // Forward.
+        const QWidget* area = app.window->centralWidget();
+        const QRect page(area->mapToGlobal(QPoint(0, 0)), area->size());
+        const QRect placed = parts.net.companion()->frameGeometry();
+        QVERIFY(page.contains(placed));
+        QVERIFY(page.right() - placed.right() < 40 && placed.top() - page.top() < 40);
         channel.setText("qub_close");
         QCOMPARE(channel.text(), "qub_close"); // no prefix: ignored and left
         channel.setText("QUB_whatever");
