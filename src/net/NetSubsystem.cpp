@@ -16,7 +16,7 @@
 
 #include <algorithm>
 
-NetSubsystem::NetSubsystem(QWidget& window, const MainState& state, platform::CommandBar& bar,
+NetSubsystem::NetSubsystem(QWidget& window, MainState& state, platform::CommandBar& bar,
                            TabStrip& tabs, ProxyMenu& proxies, platform::Dialogs& dialogs,
                            CompanionBar::Captions captions, CommandDispatcher& commands)
     : window_(window), state_(state), bar_(bar), tabs_(tabs), proxies_(proxies), dialogs_(dialogs),
@@ -117,8 +117,10 @@ void NetSubsystem::onChannelChange()
         channel_.setText({});
     } else if (command == QLatin1String("iconleft") || command == QLatin1String("iconright")) {
         channel_.setText({});
-        if (state_.currentTab > 0)
-            tabs_.activateTab(state_.currentTab);
+        state_.iconMoved = true;
+        // The current tab as the strip knows it: by its view's place.
+        if (const platform::BrowserView* current = tabs_.currentView())
+            tabs_.activateTab(tabs_.positions().viewAt(tabs_.positions().positionOf(*current)));
     }
     const QString again = channel_.text();
     if (again.contains(QLatin1String("QUB_open"))) {

@@ -11,6 +11,7 @@
 #include "support/TestMain.h"
 
 #include <QNetworkProxy>
+#include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
@@ -217,6 +218,25 @@ private slots:
         QCOMPARE(channel.text(), QString());
         QCOMPARE(parts.bar.band(key::tabsBar)->count(), tabs + 1);
         QCOMPARE(app.factory.created.back()->locationUrl(), "about:blank");
+
+        // The companion's icon moved beside the strip: the strip is laid out
+        // again around the current tab, which a plain click on it never does.
+        QSignalSpy laidOut(&parts.bar, &CommandBar::layoutRecalculated);
+        QSignalSpy refreshed(&parts.tabs, &TabStrip::activeTabRefreshed);
+        const int current = parts.state.currentTab;
+        parts.bar.reportClick(parts.bar.tool(key::tabsBar, "tabs-" + QString::number(current)));
+        QCOMPARE(refreshed.count(), 0);
+        for (const char* command : {"QUB_iconleft", "QUB_iconright"}) {
+            const int before = refreshed.count();
+            laidOut.clear();
+            channel.setText(command);
+            QVERIFY(channel.text().isEmpty());
+            QCOMPARE(refreshed.count(), before + 1);
+            QVERIFY(!laidOut.isEmpty());
+        }
+        QCOMPARE(parts.state.currentTab, current);
+        parts.bar.reportClick(parts.bar.tool(key::tabsBar, "tabs-" + QString::number(current)));
+        QCOMPARE(refreshed.count(), 2);
 
         // The companion closing itself, and the same word while closed.
         parts.net.companion()->close();
