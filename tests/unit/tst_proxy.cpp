@@ -161,6 +161,45 @@ private slots:
         QTRY_COMPARE(proxy.openConnections(), 0);
     }
 
+    // A change of route spares the requests on their way: one whose old route
+    // has not answered yet is sent the new way, one already sent is answered
+    // by the route it took, and what is asked afterwards goes the new way.
+    void aSwitchSparesRequestsOnTheirWay()
+    {
+        LoggingProxy a("A", LoggingProxy::Kind::Http);
+        LoggingProxy b("B", LoggingProxy::Kind::Socks5);
+        a.holdHost = "slow.test";
+        QTcpServer silent;
+        QVERIFY(silent.listen(QHostAddress::LocalHost, 0));
+        ForwardingProxy proxy;
+        const auto get = [&](const QByteArray& host) {
+            return "GET http://" + host + "/ HTTP/1.1\r\nHost: " + host + "\r\n" +
+                   authorisation(proxy) + "\r\n";
+        };
+
+        proxy.setUpstream("127.0.0.1:" + QString::number(silent.serverPort()));
+        Client waiting(proxy);
+        waiting.socket.write("CONNECT site.test:80 HTTP/1.1\r\n" + authorisation(proxy) + "\r\n");
+        QTRY_VERIFY(silent.hasPendingConnections());
+        proxy.setUpstream(b.entry());
+        QVERIFY(waiting.waitFor("200 Connection established"));
+        waiting.socket.write("GET / HTTP/1.1\r\nHost: site.test\r\n\r\n");
+        QVERIFY(waiting.waitFor("via B site.test"));
+
+        proxy.setUpstream(a.entry());
+        Client sent(proxy);
+        sent.socket.write(get("slow.test"));
+        QTRY_COMPARE(a.hosts, QStringList{"slow.test"});
+        proxy.setUpstream(b.entry());
+        Client after(proxy);
+        after.socket.write(get("two.test"));
+        QVERIFY(after.waitFor("via B two.test"));
+        a.release();
+        QVERIFY(sent.waitFor("via A slow.test"));
+        QCOMPARE(a.hosts, QStringList{"slow.test"});
+        QTRY_COMPARE(proxy.openConnections(), 0);
+    }
+
     // An upstream proxy that wants a sign-in: the request that met it gets a
     // page saying so, the user is asked once, and the next request passes.
     void upstreamSignInAsksTheUser()
