@@ -1,6 +1,7 @@
 // "Proxies.txt" of any content: no crash; the Proxy menu holds "Empty", a
-// separator and one entry per listed line, exactly one checked; every entry
-// that parses names a host and a port.
+// separator and one entry per listed line, exactly one checked and never a
+// greyed one (a line that names no usable proxy); every entry that parses
+// names a host and a port.
 #include "FuzzSupport.h"
 #include "core/Keys.h"
 #include "net/ProxyMenu.h"
@@ -36,8 +37,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (band->count() != entries.size() + 2)
         abort();
     int checked = 0;
-    for (int i = 0; i < band->count(); ++i)
+    for (int i = 0; i < band->count(); ++i) {
         checked += band->at(i)->checked() ? 1 : 0;
+        if (band->at(i)->checked() && !band->at(i)->enabled())
+            abort();
+    }
     if (checked != 1)
         abort();
     for (const QString& entry : entries)

@@ -23,4 +23,9 @@ struct MainState : TabState, TabMenuState
     // Written by the view events: time of day, in whole seconds, of the last
     // click in a page.
     int lastClickTime = 0;
+
+    // Set by the companion channel when the companion's icon moved beside the
+    // tab strip; the tab strip, asked for the current tab again, lays itself
+    // out anew and clears it.
+    bool iconMoved = false;
 };

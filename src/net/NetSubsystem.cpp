@@ -13,8 +13,11 @@
 #include "tabs/TabStrip.h"
 
 #include <QApplication>
+#include <QMainWindow>
 
-NetSubsystem::NetSubsystem(QWidget& window, const MainState& state, platform::CommandBar& bar,
+#include <algorithm>
+
+NetSubsystem::NetSubsystem(QWidget& window, MainState& state, platform::CommandBar& bar,
                            TabStrip& tabs, ProxyMenu& proxies, platform::Dialogs& dialogs,
                            CompanionBar::Captions captions, CommandDispatcher& commands)
     : window_(window), state_(state), bar_(bar), tabs_(tabs), proxies_(proxies), dialogs_(dialogs),
@@ -66,10 +69,24 @@ void NetSubsystem::openBar()
     companion_ = nullptr;
 }
 
+namespace {
+// The top right of the page area: the menus, Back and Forward stay in sight.
+QPoint companionPlace(QWidget& window, const QWidget& companion)
+{
+    constexpr int margin = 8;
+    const auto* main = qobject_cast<QMainWindow*>(&window);
+    const QWidget* area = main && main->centralWidget() ? main->centralWidget() : &window;
+    return area->mapToGlobal(
+        QPoint(std::max(0, area->width() - companion.frameGeometry().width() - margin), margin));
+}
+} // namespace
+
 void NetSubsystem::makeCompanion()
 {
     companion_ = new CompanionBar(channel_, proxies_.connection().listPath(), searchTemplate_,
                                   captions_, dialogs_, &window_);
+    companion_->adjustSize();
+    companion_->move(companionPlace(window_, *companion_));
     companion_->show();
 }
 
@@ -98,8 +115,10 @@ void NetSubsystem::onChannelChange()
         channel_.setText({});
     } else if (command == QLatin1String("iconleft") || command == QLatin1String("iconright")) {
         channel_.setText({});
-        if (state_.currentTab > 0)
-            tabs_.activateTab(state_.currentTab);
+        state_.iconMoved = true;
+        // The current tab as the strip knows it: by its view's place.
+        if (const platform::BrowserView* current = tabs_.currentView())
+            tabs_.activateTab(tabs_.positions().viewAt(tabs_.positions().positionOf(*current)));
     }
     const QString again = channel_.text();
     if (again.contains(QLatin1String("QUB_open"))) {

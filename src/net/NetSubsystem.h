@@ -18,7 +18,7 @@ class CommandBar;
 class NetSubsystem
 {
 public:
-    NetSubsystem(QWidget& window, const MainState& state, platform::CommandBar& bar, TabStrip& tabs,
+    NetSubsystem(QWidget& window, MainState& state, platform::CommandBar& bar, TabStrip& tabs,
                  ProxyMenu& proxies, platform::Dialogs& dialogs, CompanionBar::Captions captions,
                  CommandDispatcher& commands);
 
@@ -37,7 +37,7 @@ private:
     void addToNonProxy(const QString& address);
 
     QWidget& window_;
-    const MainState& state_;
+    MainState& state_;
     platform::CommandBar& bar_;
     TabStrip& tabs_;
     ProxyMenu& proxies_;

@@ -49,22 +49,30 @@ void ProxyMenu::build(const QString& current)
     while (menu->count() > 0)
         bar_.removeTool(*menu, menu->count() - 1);
     bool anyChecked = false;
-    auto add = [&](int entry, const QString& caption) {
-        if (platform::Tool* tool = platform::AddBandTool(
-                bar_, key::proxyMenu, keys::proxyKey(entry), firstId + (entry > 1 ? entry : 0),
-                QStringLiteral("0"), caption, false)) {
-            tool->setCheckable(true);
-            const bool checked = !anyChecked && caption == current;
-            tool->setChecked(checked);
-            anyChecked = anyChecked || checked;
+    auto add = [&](int entry, const QString& caption, const QString& problem) {
+        platform::Tool* tool = platform::AddBandTool(
+            bar_, key::proxyMenu, keys::proxyKey(entry), firstId + (entry > 1 ? entry : 0),
+            QStringLiteral("0"),
+            problem.isEmpty() ? caption
+                              : QStringLiteral("%1 (not usable: %2)").arg(caption, problem),
+            false);
+        if (!tool)
+            return;
+        if (!problem.isEmpty()) {
+            tool->setEnabled(false);
+            return;
         }
+        tool->setCheckable(true);
+        const bool checked = !anyChecked && caption == current;
+        tool->setChecked(checked);
+        anyChecked = anyChecked || checked;
     };
-    add(1, QLatin1String(emptyCaption));
+    add(1, QLatin1String(emptyCaption), {});
     platform::AddBandTool(bar_, key::proxyMenu, QStringLiteral("spe_sProxy1"), firstId + 1,
                           QStringLiteral("5"), {}, false);
     const QStringList entries = connection_.proxies();
     for (int i = 1; i <= entries.size(); ++i)
-        add(i + 1, entries[i - 1]);
+        add(i + 1, entries[i - 1], platform::ConnectionHelper::problemWith(entries[i - 1]));
     if (!anyChecked) {
         connection_.setProxy({});
         menu->at(0)->setChecked(true);
@@ -74,6 +82,8 @@ void ProxyMenu::build(const QString& current)
 
 void ProxyMenu::select(platform::Tool& tool)
 {
+    if (!tool.enabled())
+        return;
     if (platform::Tool* checked = checkedTool())
         checked->setChecked(false);
     tool.setChecked(true);

@@ -2,7 +2,9 @@
 // The Proxy menu: "Empty" (no proxy), a separator, then the proxies of the
 // list in its order, exactly one entry checked. Rebuilt from scratch, so an
 // entry's name follows its place in the list; a proxy in force that the list
-// no longer holds falls back to a direct connection.
+// no longer holds falls back to a direct connection. A line that names no
+// proxy the program can use is listed greyed with the reason, and is never
+// chosen: it would give a direct connection in the guise of a proxy.
 #include <QString>
 
 namespace platform {

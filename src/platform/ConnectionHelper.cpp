@@ -2,6 +2,7 @@
 #include "Dialogs.h"
 #include "NarrowText.h"
 #include "proxy/ForwardingProxy.h"
+#include "proxy/ProxyEntry.h"
 
 #include <QFile>
 #include <QRegularExpression>
@@ -51,6 +52,13 @@ ConnectionHelper::ConnectionHelper(QString appDir, ForwardingProxy& proxy, Dialo
 QStringList ConnectionHelper::proxies() const
 {
     return readListFile(listPath());
+}
+
+QString ConnectionHelper::problemWith(const QString& entry)
+{
+    QString problem;
+    ProxyEntry::parse(entry, &problem);
+    return problem;
 }
 
 void ConnectionHelper::setProxy(const QString& entry)

@@ -25,6 +25,9 @@ public:
 
     QString listPath() const { return appDir_ + QLatin1String(listName); }
     QStringList proxies() const;
+    // Why a line of the list names no proxy that can be used; empty when it
+    // names one.
+    static QString problemWith(const QString& entry);
     // entry: a line of the list, or "" for a direct connection.
     void setProxy(const QString& entry);
     const QString& proxy() const { return proxy_; }

@@ -99,8 +99,13 @@ void TabStrip::openEntry(const QString& address)
 
 void TabStrip::activateTab(int index)
 {
-    if (index == 0 || index == state_.currentTab)
+    if (index == 0)
         return;
+    if (index == state_.currentTab) {
+        if (state_.iconMoved)
+            layOutAgain();
+        return;
+    }
     BrowserView* target = view(index);
     if (!target)
         return;
@@ -112,6 +117,14 @@ void TabStrip::activateTab(int index)
     }
     state_.previousTab = state_.currentTab;
     state_.currentTab = index;
+    refreshActiveTab();
+}
+
+void TabStrip::layOutAgain()
+{
+    state_.iconMoved = false;
+    band_.setChecked(state_.currentTab, true);
+    bar_.recalcLayout();
     refreshActiveTab();
 }
 

@@ -36,6 +36,8 @@ public:
 
     // Returns the new view index, or 0 when no more views can be numbered.
     int newTab(const QString& address, bool activate);
+    // The current tab again changes nothing, unless something beside the
+    // strip moved (iconMoved): then the strip is laid out anew around it.
     void activateTab(int index);
     // The address of a generated menu entry (a favourite, a blocked window):
     // in the current tab while it is still blank, else in a new tab.
@@ -64,6 +66,7 @@ signals:
     void pageClosed(const QString& shortTitle, const QString& address);
 
 private:
+    void layOutAgain();
     void retire(int index);
     // Retires a tab and drops its tool, with no choice of a tab to show.
     void drop(int index);

@@ -2,6 +2,7 @@
 #include "platform/NarrowText.h"
 
 #include <QFile>
+#include <QUrl>
 
 TranslationList TranslationList::parse(const QString& text)
 {
@@ -38,6 +39,9 @@ QString TranslationList::serviceAddress(int n, const QString& pageAddress) const
 {
     if (n < 1 || n > templates_.size())
         return {};
+    // Encoded whole: the address's own "&", "#" and "?" would otherwise end
+    // the service's parameter, or the service's address.
     return QString(templates_[n - 1])
-        .replace(QLatin1String("{url}"), pageAddress, Qt::CaseInsensitive);
+        .replace(QLatin1String("{url}"), QString::fromLatin1(QUrl::toPercentEncoding(pageAddress)),
+                 Qt::CaseInsensitive);
 }

@@ -28,7 +28,7 @@ public:
     const std::vector<Line>& lines() const { return lines_; }
     int serviceCount() const { return int(templates_.size()); }
     // Service n's address with every "{url}", in any case, made pageAddress
-    // as it stands; empty when there is no service n.
+    // percent-encoded; empty when there is no service n.
     QString serviceAddress(int n, const QString& pageAddress) const;
 
 private:

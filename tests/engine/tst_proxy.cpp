@@ -72,6 +72,38 @@ private slots:
         QVERIFY(app.startAt(address("two.test"), "via B two.test"));
         QVERIFY(app.window->parts().bar.band(key::proxyMenu)->at(3)->checked());
     }
+
+    // A page whose answer is slow is still loading when the proxy changes: it
+    // comes in by the route it was asked on, and everything asked after the
+    // change, in any tab, goes the new way.
+    void aPageLoadingWhileTheProxyChangesComesIn()
+    {
+        LoggingProxy a("A", LoggingProxy::Kind::Http);
+        LoggingProxy b("B", LoggingProxy::Kind::Socks5);
+        a.holdHost = "slow.test";
+        const auto address = [](const char* host) {
+            return QStringLiteral("http://%1/p").arg(host);
+        };
+        EngineApp app;
+        writeFile(app.appDir + "Proxies.txt", (a.entry() + '\n' + b.entry()).toUtf8());
+        writeFile(app.appDir + "Browser.ini", "[QUB-BROWSER]\r\nPROXY_IP=" + a.entry().toUtf8());
+        WebEngineBrowserView* first = app.startAt(address("one.test"), "via A one.test");
+        QVERIFY(first);
+        MainWindow::Parts parts = app.window->parts();
+
+        first->navigate(address("slow.test"));
+        QTRY_VERIFY_WITH_TIMEOUT(a.hosts.contains("slow.test"), 20000);
+        parts.bar.reportClick(parts.bar.band(key::proxyMenu)->at(3));
+        parts.tabs.newTab(address("two.test"), false);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(app.engineView(2), "via B two.test"), 20000);
+        a.release();
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(first, "via A slow.test"), 20000);
+        first->navigate(address("slow.test"));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(first, "via B slow.test"), 20000);
+        // What A logs late (the first page's icon) was asked before the change.
+        QCOMPARE(a.hosts.count("slow.test"), 1);
+        QVERIFY(!a.hosts.contains("two.test"));
+    }
 };
 
 // The engine and the program's proxy find the test's host names here.

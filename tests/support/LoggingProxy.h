@@ -3,9 +3,15 @@
 // host of every request it carries and answers each itself with a page
 // titled "via <name> <host>", so a page shows which route it came by. With a
 // login ("user:password") set, an HTTP request without it is refused (407).
+// Requests for holdHost are logged and left unanswered until release(): a
+// slow site.
 #include <QHostAddress>
+#include <QPointer>
 #include <QTcpServer>
 #include <QTcpSocket>
+
+#include <utility>
+#include <vector>
 
 class LoggingProxy : public QTcpServer
 {
@@ -31,6 +37,14 @@ public:
     }
     QStringList hosts;
     QByteArray login;
+    QString holdHost;
+
+    void release()
+    {
+        for (const auto& [socket, host] : std::exchange(held_, {}))
+            if (socket)
+                answer(socket, host);
+    }
 
 private:
     void read(QTcpSocket* socket)
@@ -64,11 +78,10 @@ private:
                 if (host.isEmpty() && line.toLower().startsWith("host:"))
                     host = line.mid(5).trimmed().split(':').value(0);
             hosts << QString::fromLatin1(host);
-            const QByteArray page = "<html><head><title>via " + name_.toLatin1() + ' ' + host +
-                                    "</title></head><body>proxied</body></html>";
-            socket->write("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: " +
-                          QByteArray::number(page.size()) + "\r\nConnection: close\r\n\r\n" + page);
-            socket->disconnectFromHost();
+            if (host == holdHost.toLatin1())
+                held_.push_back({socket, host});
+            else
+                answer(socket, host);
             buffer.clear();
             stage = 3;
         }
@@ -76,6 +89,16 @@ private:
         socket->setProperty("stage", stage);
     }
 
+    void answer(QTcpSocket* socket, const QByteArray& host)
+    {
+        const QByteArray page = "<html><head><title>via " + name_.toLatin1() + ' ' + host +
+                                "</title></head><body>proxied</body></html>";
+        socket->write("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: " +
+                      QByteArray::number(page.size()) + "\r\nConnection: close\r\n\r\n" + page);
+        socket->disconnectFromHost();
+    }
+
     QString name_;
     Kind kind_;
+    std::vector<std::pair<QPointer<QTcpSocket>, QByteArray>> held_;
 };

@@ -2,6 +2,7 @@
 // numbers, service addresses made from the current page, and the list edited
 // in the program's own window.
 #include "commands/TextWindow.h"
+#include "platform/browser/AddressUrl.h"
 #include "support/Files.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
@@ -10,6 +11,7 @@
 #include <QFile>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
+#include <QUrlQuery>
 
 class TranslateTest : public QObject
 {
@@ -26,9 +28,13 @@ private slots:
         QVERIFY(list.lines()[0].separator);
         QCOMPARE(list.lines()[2].name, "Two");
         QCOMPARE(list.serviceCount(), 3);
-        // The marker in any case, everywhere; the address as it stands.
-        QCOMPARE(list.serviceAddress(1, "http://a.test/?x=1&y=2"),
-                 "https://one.test/?u=http://a.test/?x=1&y=2&again=http://a.test/?x=1&y=2");
+        // The marker in any case, everywhere; the service reads back the whole
+        // address, its own "&", "#" and blanks included, and nothing more.
+        const QString page = "http://a.test/find?q=fish&chips=1#part 2";
+        const QUrlQuery asked(platform::urlFromAddress(list.serviceAddress(1, page)));
+        QCOMPARE(asked.queryItems().size(), 2);
+        QCOMPARE(asked.queryItemValue("u", QUrl::FullyDecoded), page);
+        QCOMPARE(asked.queryItemValue("again", QUrl::FullyDecoded), page);
         // Split at the first "|" only; a template without the marker as it is.
         QCOMPARE(list.serviceAddress(2, "p"), "https://two.test/?q=a|b");
         QCOMPARE(list.serviceAddress(3, "p"), "https://three.test/fixed");
@@ -65,7 +71,7 @@ private slots:
         f.view(1)->navigate("http://page.test/");
         f.commands.dispatch(f.bar.tool("sub_Trans", "transeg2"));
         QCOMPARE(f.state.tabCount, 2);
-        QCOMPARE(f.view(2)->locationUrl(), "https://second.test/http://page.test/");
+        QCOMPARE(f.view(2)->locationUrl(), "https://second.test/http%3A%2F%2Fpage.test%2F");
 
         // The list opens for editing; a save writes it whole, for the next start.
         f.commands.dispatch(f.bar.tool("sub_Trans", "b_orgtrans"));

@@ -17,12 +17,10 @@ public:
     {
     }
 
-    void dropStale()
+    void routeChanged()
     {
-        const quint64 now = routing_.generation();
         for (ProxyTunnel* tunnel : findChildren<ProxyTunnel*>(Qt::FindDirectChildrenOnly))
-            if (tunnel->generation() != now)
-                tunnel->close();
+            tunnel->routeChanged();
     }
 
 protected:
@@ -92,18 +90,18 @@ ForwardingProxy::~ForwardingProxy()
 void ForwardingProxy::setUpstream(const QString& entry)
 {
     routing_.setUpstream(ProxyEntry::parse(entry));
-    dropStale();
+    routeChanged();
 }
 
 void ForwardingProxy::setBypass(const QStringList& hosts)
 {
     routing_.setBypass(hosts);
-    dropStale();
+    routeChanged();
 }
 
-void ForwardingProxy::dropStale()
+void ForwardingProxy::routeChanged()
 {
-    QMetaObject::invokeMethod(server_, [server = server_] { server->dropStale(); });
+    QMetaObject::invokeMethod(server_, [server = server_] { server->routeChanged(); });
 }
 
 } // namespace platform

@@ -2,8 +2,10 @@
 // The program's own proxy: a server on the loopback address, in a thread of
 // its own, through which the engine sends every request. Only a client that
 // presents this run's secret is served. Choosing another upstream or bypass
-// list takes effect for the next request of every view, and connections
-// opened under the old choice are closed, so nothing more goes the old way.
+// list takes effect for the next request of every view: a request still
+// waiting for its old route to answer is sent the new way, one already sent
+// is answered the way it went (a page loading at the switch comes in), and
+// nothing more goes out the old way.
 #include "ProxyRouting.h"
 
 #include <QObject>
@@ -45,7 +47,7 @@ signals:
     void signInNeeded(const QString& host, quint16 port, const QString& realm);
 
 private:
-    void dropStale();
+    void routeChanged();
 
     QString secret_;
     ProxyRouting routing_;

@@ -17,8 +17,9 @@ struct ProxyEntry
     QString user;
     QString password;
 
-    // nullopt for a line that names no usable proxy.
-    static std::optional<ProxyEntry> parse(const QString& text);
+    // nullopt for a line that names no usable proxy; problem, when given,
+    // then says why.
+    static std::optional<ProxyEntry> parse(const QString& text, QString* problem = nullptr);
 };
 
 } // namespace platform

@@ -3,7 +3,7 @@
 // proxy in force unless the host is on the bypass list. Shared by the
 // program's thread, which changes it, and the proxy's thread, which reads it;
 // every change starts a new generation, and a connection opened under an
-// older one carries nothing more.
+// older one sends nothing more out.
 #include "HostRules.h"
 #include "ProxyEntry.h"
 

@@ -87,16 +87,44 @@ void ProxyTunnel::readClient()
 
 void ProxyTunnel::readHead()
 {
-    const std::optional<QByteArray> head = takeHead(clientBuffer_);
-    if (head)
-        startRequest(*head);
-    else if (clientBuffer_.size() > maxHead)
+    if (std::optional<QByteArray> head = takeHead(clientBuffer_)) {
+        head_ = std::move(*head);
+        startRequest();
+    } else if (clientBuffer_.size() > maxHead) {
         reply(431, "The request head is too long.");
+    }
 }
 
-void ProxyTunnel::startRequest(const QByteArray& head)
+void ProxyTunnel::routeChanged()
 {
-    QList<QByteArray> lines = head.split('\n');
+    switch (state_) {
+    case State::Connecting:
+    case State::UpstreamReply:
+    case State::SocksGreeting:
+    case State::SocksAuth:
+    case State::SocksReply:
+        rerouted();
+        break;
+    case State::Head:
+    case State::Pipe:
+    case State::Closing:
+        break;
+    }
+}
+
+// Nothing of the request has gone out yet, so it may still take the route in
+// force when that changed meanwhile.
+bool ProxyTunnel::rerouted()
+{
+    if (generation_ == routing_.generation())
+        return false;
+    startRequest();
+    return true;
+}
+
+void ProxyTunnel::startRequest()
+{
+    QList<QByteArray> lines = head_.split('\n');
     for (QByteArray& line : lines)
         line = line.trimmed();
     const QList<QByteArray> request = lines.value(0).split(' ');
@@ -109,6 +137,7 @@ void ProxyTunnel::startRequest(const QByteArray& head)
     bool authorised = false;
     bodyLeft_ = 0;
     responseChecked_ = false;
+    upstreamBuffer_.clear();
     QByteArray headers;
     for (qsizetype i = 1; i < lines.size(); ++i) {
         const QByteArray& line = lines[i];
@@ -209,6 +238,8 @@ void ProxyTunnel::startRequest(const QByteArray& head)
 
 void ProxyTunnel::upstreamConnected()
 {
+    if (rerouted())
+        return;
     if (!upstreamProxy_) {
         reached();
     } else if (upstreamProxy_->kind == ProxyEntry::Kind::Socks5) {
@@ -242,12 +273,14 @@ void ProxyTunnel::readUpstream()
         client_->write(std::exchange(upstreamBuffer_, {}));
         break;
     case State::UpstreamReply:
-        readUpstreamReply();
+        if (!rerouted())
+            readUpstreamReply();
         break;
     case State::SocksGreeting:
     case State::SocksAuth:
     case State::SocksReply:
-        readSocks();
+        if (!rerouted())
+            readSocks();
         break;
     default:
         break;
@@ -348,8 +381,14 @@ void ProxyTunnel::pipeClient()
 {
     if (clientBuffer_.isEmpty())
         return;
+    if (bodyLeft_ == 0) {
+        // A next request on a kept connection: routed afresh.
+        state_ = State::Head;
+        readHead();
+        return;
+    }
     if (generation_ != routing_.generation()) {
-        // The route changed: not one more byte through the old one.
+        // The route changed: not one more byte out through the old one.
         close();
         return;
     }
@@ -361,11 +400,7 @@ void ProxyTunnel::pipeClient()
     upstream_->write(clientBuffer_.left(part));
     clientBuffer_.remove(0, part);
     bodyLeft_ -= part;
-    if (bodyLeft_ == 0 && !clientBuffer_.isEmpty()) {
-        // A next request on a kept connection: routed afresh.
-        state_ = State::Head;
-        readHead();
-    }
+    pipeClient();
 }
 
 void ProxyTunnel::refusedForSignIn(const QByteArray& responseHead)

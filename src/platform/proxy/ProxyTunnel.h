@@ -4,7 +4,10 @@
 // takes the request where the routing says: straight to the host, through an
 // HTTP proxy, or through a SOCKS5 proxy. CONNECT becomes a byte tunnel; a
 // plain request goes out with "Connection: close", and the next request on
-// the same client connection is routed afresh.
+// the same client connection is routed afresh. When the route changes, a
+// request still waiting for its route to answer is sent the new way; one
+// already out gets its answer the way it went, and nothing more goes out
+// that way.
 #include "ProxyRouting.h"
 
 #include <QByteArray>
@@ -28,8 +31,8 @@ public:
     ProxyTunnel(QTcpSocket* client, const ProxyRouting& routing, QByteArray credentials,
                 int timeoutMs, SignInNeeded signInNeeded, QObject* parent);
 
-    // The routing generation this connection was opened under.
-    quint64 generation() const { return generation_; }
+    // The routing changed: see the class comment.
+    void routeChanged();
     void close();
 
 signals:
@@ -49,7 +52,9 @@ private:
 
     void readClient();
     void readHead();
-    void startRequest(const QByteArray& head);
+    bool rerouted();
+    // Sends the request of head_ where the routing says now.
+    void startRequest();
     void upstreamConnected();
     void readUpstream();
     void readUpstreamReply();
@@ -69,8 +74,10 @@ private:
     SignInNeeded signInNeeded_;
     QTimer timeout_;
     State state_ = State::Head;
+    // The routing generation the request was sent under.
     quint64 generation_ = 0;
 
+    QByteArray head_;
     QByteArray clientBuffer_;
     QByteArray upstreamBuffer_;
     // What goes out once the host is reached: the rewritten request head.
