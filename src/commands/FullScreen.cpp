@@ -96,8 +96,9 @@ void FullScreen::leave()
     for (const char* key : {key::addressBar, key::statusBar})
         if (platform::Band* band = bar_.band(key))
             band->setVisible(true);
-    // Through the minimised state, as the window has always come back.
-    window_.showMinimized();
+    // Straight back: a trip through the minimised state is two requests a
+    // window manager may take in either order, and it can leave the window
+    // minimised.
     if (saved_.left == -1) {
         window_.showMaximized();
     } else {

@@ -2,8 +2,8 @@
 // Full-screen mode: the window without its frame, menu and status bands, the
 // main toolbar floating over the page. The check of the View menu's tool is
 // the mode. Leaving it brings every band back and the window to where it
-// was, through the minimised state first. A page's own full screen (a video's
-// button) goes through the same toggle, and Esc then leaves it.
+// was. A page's own full screen (a video's button) goes through the same
+// toggle, and Esc then leaves it.
 #include <QObject>
 
 class CommandDispatcher;

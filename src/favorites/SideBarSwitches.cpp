@@ -13,6 +13,13 @@ SideBarSwitches::SideBarSwitches(platform::CommandBar& bar, CommandDispatcher& c
     commands.on(cmd::Command::HistoryPanel,
                 [this](const CommandContext&) { toggle(key::historyPage); });
     events.onBandShown(key::leftBar, [this](platform::Band&) { updateChecks(); });
+    // However the side bar went (the bar's own right-click menu, say), the
+    // switches follow it.
+    QObject::connect(&bar_, &platform::CommandBar::bandChanged, &bar_,
+                     [this](platform::Band* band) {
+                         if (band->key() == QLatin1String(key::leftBar))
+                             updateChecks();
+                     });
     QObject::connect(&bar_, &platform::CommandBar::childBandChanged, &bar_,
                      [this] { updateChecks(); });
 }

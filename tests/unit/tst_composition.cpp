@@ -147,6 +147,14 @@ private slots:
         QVERIFY(boxes().value("Kill Popups by Address")->isChecked());
         app.window->findChild<OptionsDialog*>()->reject();
 
+        // The side bar's switches follow it however it goes: here the bar's
+        // own right-click menu hides it.
+        parts.bar.reportClick(parts.bar.tool(key::mainBar, key::favouritesSwitch));
+        QVERIFY(menuCheck(key::viewMenu, key::favouritesSwitch));
+        parts.bar.band(key::leftBar)->setVisible(false);
+        QVERIFY(!menuCheck(key::viewMenu, key::favouritesSwitch));
+        QVERIFY(!menuCheck(key::mainBar, key::favouritesSwitch));
+
         // "Add Page to Block List" lists the tab's site; with Kill Popups on,
         // its pages go.
         parts.tabs.currentView()->navigate(QStringLiteral("http://ads.test/page.html"));
