@@ -96,6 +96,8 @@ void FullScreen::leave()
     for (const char* key : {key::addressBar, key::statusBar})
         if (platform::Band* band = bar_.band(key))
             band->setVisible(true);
+    if (platform::Band* address = bar_.band(key::addressBar))
+        bar_.dockOnItsLine(address);
     // Straight back: a trip through the minimised state is two requests a
     // window manager may take in either order, and it can leave the window
     // minimised.

@@ -8,6 +8,7 @@
 #include "support/TestMain.h"
 
 #include <QProcess>
+#include <QToolBar>
 #include <QWindow>
 
 using namespace platform;
@@ -58,6 +59,10 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(w.isMaximized(), 20000);
             settle();
             const QRect maximised = w.geometry();
+            // The user moved the address band to the bottom of the window.
+            const Band* address = parts.bar.band(key::addressBar);
+            w.addToolBar(Qt::BottomToolBarArea,
+                         w.findChild<QToolBar*>(QLatin1String(key::addressBar)));
             auto f11 = [&] {
                 parts.bar.reportClick(parts.bar.tool(key::viewMenu, key::fullScreen));
             };
@@ -71,9 +76,10 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(w.windowHandle()->isExposed(), 20000);
             QCOMPARE(w.windowHandle()->windowState(), Qt::WindowMaximized);
             QTRY_COMPARE_WITH_TIMEOUT(w.geometry(), maximised, 20000);
-            const Band* address = parts.bar.band(key::addressBar);
             QVERIFY(address->visible() && !parts.bar.band(key::mainBar)->floating());
             QCOMPARE(parts.bar.dockLine(*address), address->declaredLine());
+            QCOMPARE(w.toolBarArea(w.findChild<QToolBar*>(QLatin1String(key::addressBar))),
+                     Qt::TopToolBarArea);
 
             // A window of its own size comes back to its place and size.
             w.showNormal();

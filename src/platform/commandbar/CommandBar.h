@@ -71,6 +71,9 @@ public:
     void cancelCustomize() { customizeCancelled_ = true; }
     // Asks the renderer to pop up a band as a context menu.
     void popUp(Band* band) { emit popUpRequested(band); }
+    // Asks the renderer to dock a toolbar back on its declared line in its
+    // area, wherever the user moved it.
+    void dockOnItsLine(Band* band) { emit dockRequested(band); }
 
 signals:
     void toolClicked(platform::Tool* tool);
@@ -88,6 +91,7 @@ signals:
     void toolAboutToBeRemoved(platform::Band* band, int index);
     void layoutRecalculated();
     void popUpRequested(platform::Band* band);
+    void dockRequested(platform::Band* band);
 
 private:
     friend class Tool;

@@ -62,6 +62,13 @@ CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window, Redra
     connect(&bar_, &CommandBar::bandAdded, this, &CommandBarWidgets::addBand);
     connect(&bar_, &CommandBar::bandAboutToBeRemoved, this, &CommandBarWidgets::removeBand);
     connect(&bar_, &CommandBar::popUpRequested, this, &CommandBarWidgets::popUp);
+    connect(&bar_, &CommandBar::dockRequested, this, [this](Band* band) {
+        if (auto* toolBar = qobject_cast<QToolBar*>(containers_.value(band));
+            toolBar && !band->floating()) {
+            window_.removeToolBar(toolBar);
+            placeOnLine(*band, *toolBar);
+        }
+    });
     bar_.setPlacement(this);
 }
 
@@ -413,6 +420,11 @@ void CommandBarWidgets::setFloating(const Band& band, QToolBar& toolBar)
     toolBar.setParent(&window_, Qt::Widget); // a child again, no longer a window of its own
     toolBar.setMinimumWidth(0);
     toolBar.setMaximumWidth(QWIDGETSIZE_MAX);
+    placeOnLine(band, toolBar);
+}
+
+void CommandBarWidgets::placeOnLine(const Band& band, QToolBar& toolBar)
+{
     // Back before the first docked toolbar of a later line of its area, on a
     // line of its own.
     const Qt::ToolBarArea area = toolBarArea(band.dockArea());
@@ -433,6 +445,7 @@ void CommandBarWidgets::setFloating(const Band& band, QToolBar& toolBar)
         window_.addToolBarBreak(area);
         window_.addToolBar(area, &toolBar);
     }
+    toolBar.setVisible(band.visible());
 }
 
 int CommandBarWidgets::dockLine(const Band& band) const

@@ -54,6 +54,9 @@ private:
     void updateShortcut(Tool* tool);
     void updateBand(Band* band);
     void setFloating(const Band& band, QToolBar& toolBar);
+    // Docks the tool bar in its band's area, on a line of its own after the
+    // bands of earlier lines.
+    void placeOnLine(const Band& band, QToolBar& toolBar);
     void showCustomizeMenu(const QPoint& globalPos);
     void popUp(Band* band);
 
