@@ -1,5 +1,6 @@
 #include "FavouritesModel.h"
 #include "FavouritesStore.h"
+#include "InternetShortcut.h"
 #include "platform/NarrowText.h"
 
 #include <QIcon>
@@ -72,6 +73,9 @@ QVariant FavouritesModel::data(const QModelIndex& index, int role) const
         return platform::shortenCaption(item.name, 40);
     case Qt::EditRole:
         return item.name;
+    case Qt::ToolTipRole:
+        return favourite ? QStringLiteral("Double Click ->") + InternetShortcut::address(item.path)
+                         : QStringLiteral("Click to open the directory!");
     case Qt::DecorationRole:
         if (item.kind == FavouriteItem::Kind::Empty)
             return {};

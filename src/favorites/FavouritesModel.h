@@ -3,7 +3,8 @@
 // folder node (key "favband" + folder number) holds its folders, then its
 // favourites (key "K" + table entry). Reset at every new reading. A new name
 // typed into a favourite's label is handed on as renameRequested and never
-// set by the model: the label changes only once the file has.
+// set by the model: the label changes only once the file has. The tooltip of
+// a favourite reads its address from the file, never opening it.
 #include <QAbstractItemModel>
 
 class FavouritesStore;

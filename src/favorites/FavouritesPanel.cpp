@@ -4,7 +4,6 @@
 #include "FavouritesStore.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
-#include "platform/ini/ProfileFile.h"
 #include "tabs/TabStrip.h"
 
 #include <QHeaderView>
@@ -102,15 +101,8 @@ bool FavouritesPanel::eventFilter(QObject* watched, QEvent* event)
         const QModelIndex node = tree_->indexAt(help->pos());
         if (!node.isValid())
             return true;
-        // The address is read, never opened: hovering must not start a link.
-        const QString path = node.data(FavouritesModel::PathRole).toString();
-        const QString tip =
-            node.data(FavouritesModel::EntryRole).toInt() > 0
-                ? QStringLiteral("Double Click ->") +
-                      platform::ReadIniString(path, QStringLiteral("InternetShortcut"),
-                                              QStringLiteral("URL"))
-                : QStringLiteral("Click to open the directory!");
-        QToolTip::showText(help->globalPos(), tip, tree_->viewport());
+        QToolTip::showText(help->globalPos(), node.data(Qt::ToolTipRole).toString(),
+                           tree_->viewport());
         return true;
     }
     return false;

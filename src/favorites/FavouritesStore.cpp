@@ -1,8 +1,8 @@
 #include "FavouritesStore.h"
 #include "FolderOrder.h"
+#include "InternetShortcut.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
-#include "platform/ini/ProfileFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -29,8 +29,7 @@ QString FavouritesStore::open(int entry)
     }
     const QString extension = QFileInfo(path).suffix().toLower();
     if (extension == QLatin1String("url"))
-        return platform::ReadIniString(path, QStringLiteral("InternetShortcut"),
-                                       QStringLiteral("URL"));
+        return InternetShortcut::address(path);
     if (extension == QLatin1String("lnk") || extension == QLatin1String("desktop"))
         shell_.open(path);
     return {};

@@ -2,7 +2,7 @@
 #include "FavouritesScan.h"
 #include "FavouritesStore.h"
 #include "FolderOrder.h"
-#include "platform/ini/ProfileFile.h"
+#include "InternetShortcut.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,11 +16,6 @@ namespace {
 constexpr int nameBytes = 200;
 const QString section = QStringLiteral("InternetShortcut");
 const QString urlKey = QStringLiteral("URL");
-
-QString readAddress(const QString& path)
-{
-    return platform::ReadIniString(path, section, urlKey);
-}
 
 bool writeShortcut(const QString& folder, const QString& path, const QString& address)
 {
@@ -91,7 +86,8 @@ void FavouritesTransfer::importFolder(const Bookmark& folder, const QString& pat
             const QFileInfo there(path + '/' + candidate);
             if (entry.folder ? (!there.exists() || there.isDir())
                              : (!there.exists() ||
-                                (there.isFile() && readAddress(there.filePath()) == entry.address)))
+                                (there.isFile() &&
+                                 InternetShortcut::address(there.filePath()) == entry.address)))
                 name = candidate;
         }
         if (name.isEmpty())
@@ -126,7 +122,7 @@ static void exportFolder(const FavouritesScan& scan, const std::vector<int>& ite
             into.children.push_back(std::move(folder));
         } else if (item.kind == FavouriteItem::Kind::Favourite &&
                    item.path.endsWith(QLatin1String(".url"), Qt::CaseInsensitive)) {
-            const QString address = readAddress(item.path);
+            const QString address = InternetShortcut::address(item.path);
             if (!address.isEmpty())
                 into.children.push_back({item.name, address, false, {}});
         }

@@ -3,6 +3,7 @@
 // read into menus and a tree, and carried in and out as bookmark files.
 #include "core/Keys.h"
 #include "core/ToolKeys.h"
+#include "favorites/AddFavouriteDialog.h"
 #include "favorites/FavouritesFolder.h"
 #include "favorites/FavouritesMenus.h"
 #include "favorites/FavouritesModel.h"
@@ -54,7 +55,8 @@ QStringList outline(const FavouritesScan& scan, const std::vector<int>& items = 
             lines << prefix + item.name + '/'
                   << outline(scan, item.children, prefix + item.name + '/');
         else if (item.kind == FavouriteItem::Kind::Favourite)
-            lines << prefix + item.name + '=' + ReadIniString(item.path, "InternetShortcut", "URL");
+            lines << prefix + item.name + '=' +
+                         ProfileFile(item.path).readString("InternetShortcut", "URL");
     }
     return lines;
 }
@@ -497,6 +499,32 @@ private slots:
         QCOMPARE(outline(FavouritesScan::read(again)), expected);
         QVERIFY(!transfer.exportFile(FavouritesScan::read(root), dir.path() + "/no/such/x.html")
                      .isEmpty());
+    }
+
+    void longAddressesStayWhole()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites/";
+        QVERIFY(QDir().mkpath(root));
+        const QString address = "http://long.test/?q=" + QString(580, QChar(0xE9));
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        AddFavouriteDialog(root, address, "Long", dialogs, nullptr).accept();
+        FavouritesStore store(root, dialogs, shell);
+        FavouritesModel model(store);
+        store.refresh();
+        QCOMPARE(store.open(1), address);
+        QCOMPARE(model.indexOfEntry(1).data(Qt::ToolTipRole), "Double Click ->" + address);
+
+        const QString exported = dir.path() + "/long.html";
+        const FavouritesTransfer transfer(root);
+        QCOMPARE(transfer.exportFile(store.scan(), exported), QString());
+        QCOMPARE(transfer.importFile(exported).favourites, 0);
+        QCOMPARE(entries(root), QStringList({"Long.url"}));
+        const QString again = dir.path() + "/Again";
+        QCOMPARE(FavouritesTransfer(again).importFile(exported).favourites, 1);
+        QCOMPARE(outline(FavouritesScan::read(again)), QStringList({"Long=" + address}));
+        QVERIFY(dialogs.asked.isEmpty());
     }
 
     void hostileBookmarkFilesStayInside()
