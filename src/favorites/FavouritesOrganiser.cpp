@@ -137,3 +137,12 @@ QString FavouritesOrganiser::displayName(const QString& path)
     const QFileInfo entry(path);
     return entry.isDir() ? entry.fileName() : entry.completeBaseName();
 }
+
+QString FavouritesOrganiser::deleteQuestion(const QString& path)
+{
+    const QFileInfo entry(path);
+    const QString what = entry.isDir()
+                             ? QStringLiteral("Delete the folder \"%1\" and everything in it?")
+                             : QStringLiteral("Delete \"%1\"?");
+    return what.arg(displayName(path)) + QStringLiteral("\nAre you sure?");
+}

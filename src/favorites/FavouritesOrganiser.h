@@ -25,6 +25,8 @@ public:
     QStringList folders() const;
     // The name to show for an entry: a favourite without its extension.
     static QString displayName(const QString& path);
+    // What to ask before the entry at path is deleted.
+    static QString deleteQuestion(const QString& path);
 
 private:
     bool inside(const QString& path) const;

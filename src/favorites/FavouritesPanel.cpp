@@ -16,7 +16,7 @@
 #include <QVBoxLayout>
 
 FavouritesPanel::FavouritesPanel(FavouritesStore& store, TabStrip& tabs, platform::Dialogs& dialogs,
-                                 platform::Shell& shell, QWidget* parent)
+                                 platform::Shell& shell, const QString& pictures, QWidget* parent)
     : QWidget(parent), store_(store), tabs_(tabs), dialogs_(dialogs), shell_(shell),
       model_(new FavouritesModel(store, this)), tree_(new QTreeView(this))
 {
@@ -26,8 +26,11 @@ FavouritesPanel::FavouritesPanel(FavouritesStore& store, TabStrip& tabs, platfor
     refresh->setToolTip(QStringLiteral("Refresh"));
     connect(refresh, &QToolButton::clicked, &store_, &FavouritesStore::refresh);
 
+    model_->loadPictures(pictures);
     tree_->setObjectName(QStringLiteral("tvwFav"));
     tree_->setModel(model_);
+    // A single click opens and closes a folder; a double click would undo it.
+    tree_->setExpandsOnDoubleClick(false);
     tree_->setHeaderHidden(true);
     tree_->setUniformRowHeights(true);
     tree_->setEditTriggers(QAbstractItemView::EditKeyPressed);
@@ -46,6 +49,10 @@ FavouritesPanel::FavouritesPanel(FavouritesStore& store, TabStrip& tabs, platfor
 
 void FavouritesPanel::openNode(const QModelIndex& node)
 {
+    if (model_->hasChildren(node)) {
+        tree_->setExpanded(node, !tree_->isExpanded(node));
+        return;
+    }
     const int entry = node.data(FavouritesModel::EntryRole).toInt();
     if (entry <= 0)
         return;
@@ -54,23 +61,23 @@ void FavouritesPanel::openNode(const QModelIndex& node)
         tabs_.newTab(address, true);
 }
 
-bool FavouritesPanel::sure()
+bool FavouritesPanel::sure(const QString& question)
 {
-    return dialogs_.message(QStringLiteral("Are you sure?"), platform::Dialogs::Buttons::YesNo,
+    return dialogs_.message(question, platform::Dialogs::Buttons::YesNo,
                             platform::Dialogs::Icon::Question) == platform::Dialogs::Answer::Yes;
 }
 
 void FavouritesPanel::rename(int entry, const QString& name)
 {
     const QModelIndex node = model_->indexOfEntry(entry);
-    if (sure())
+    if (sure(QStringLiteral("Are you sure?")))
         store_.rename(entry, node.data(Qt::EditRole).toString(), name);
 }
 
 void FavouritesPanel::deleteNode(const QModelIndex& node)
 {
     const QString path = node.data(FavouritesModel::PathRole).toString();
-    if (path.isEmpty() || !sure())
+    if (path.isEmpty() || !sure(FavouritesOrganiser::deleteQuestion(path)))
         return;
     const QString problem = FavouritesOrganiser(store_.root()).remove(path);
     if (!problem.isEmpty())

@@ -24,12 +24,14 @@ QString dialogTitle(const platform::Tool& tool)
 
 } // namespace
 
-FavouritesSubsystem::FavouritesSubsystem(QWidget& window, platform::CommandBar& bar, TabStrip& tabs,
+FavouritesSubsystem::FavouritesSubsystem(QWidget& window, const QString& appDir,
+                                         platform::CommandBar& bar, TabStrip& tabs,
                                          platform::Dialogs& dialogs, platform::Shell& shell,
                                          CommandDispatcher& commands, BarEventRouter& events)
     : window_(window), bar_(bar), dialogs_(dialogs), folder_(FavouritesFolder::userRoot()),
       store_(folder_.root(), dialogs, shell), menus_(bar, shell), switches_(bar, commands, events),
-      panel_(new FavouritesPanel(store_, tabs, dialogs, shell, &window))
+      panel_(new FavouritesPanel(store_, tabs, dialogs, shell, appDir + QStringLiteral("res/"),
+                                 &window))
 {
     panel_->hide();
     QObject::connect(&store_, &FavouritesStore::rebuilt, &store_,

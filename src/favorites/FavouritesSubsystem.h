@@ -22,8 +22,8 @@ class Shell;
 class FavouritesSubsystem
 {
 public:
-    FavouritesSubsystem(QWidget& window, platform::CommandBar& bar, TabStrip& tabs,
-                        platform::Dialogs& dialogs, platform::Shell& shell,
+    FavouritesSubsystem(QWidget& window, const QString& appDir, platform::CommandBar& bar,
+                        TabStrip& tabs, platform::Dialogs& dialogs, platform::Shell& shell,
                         CommandDispatcher& commands, BarEventRouter& events);
 
     // Start-up: the folder made when missing, read, and shown.

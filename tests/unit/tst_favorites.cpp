@@ -385,34 +385,72 @@ private slots:
         QCOMPARE(shortenCaption(QString(21, QChar(0xE9)), 40), QString(19, QChar(0xE9)) + " ...");
     }
 
-    void panelOpensAndRenamesAfterAsking()
+    void panelOpensRenamesAndDeletesAfterAsking()
     {
         QTemporaryDir dir;
         const QString root = dir.path() + "/Favorites/";
-        QVERIFY(QDir().mkpath(root + "Folder"));
+        QVERIFY(QDir().mkpath(root + "Folder/Inner"));
         shortcut(root + "Page.url", "http://page.test/");
+        shortcut(root + "u.url", "http://u.test/");
+        writeFile(root + "App.desktop", "[Desktop Entry]\n");
+        // The folder's picture from the program's "res" folder; the
+        // favourite's is missing there.
+        const QString pictures = dir.path() + "/res/";
+        QVERIFY(QDir().mkpath(pictures));
+        QImage red(16, 16, QImage::Format_ARGB32);
+        red.fill(Qt::red);
+        QVERIFY(red.save(pictures + "res1.ico"));
         StripFixture fixture;
         fixture.tabs.openFirstTab();
         ScriptedDialogs dialogs;
         RecordingShell shell;
         FavouritesStore store(root, dialogs, shell);
-        FavouritesPanel panel(store, fixture.tabs, dialogs, shell);
+        FavouritesPanel panel(store, fixture.tabs, dialogs, shell, pictures);
         store.refresh();
         FavouritesModel& model = *panel.model();
+        const auto picture = [](const QModelIndex& node) {
+            const QImage image =
+                node.data(Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
+            return image.valid(8, 8) ? image.pixel(8, 8) : 0;
+        };
+        QCOMPARE(picture(model.index(0, 0)), QColor(Qt::red).rgb());
+        QVERIFY(picture(model.indexOfEntry(1)) != QColor(Qt::red).rgb());
 
-        panel.openNode(model.index(0, 0));
+        // A click on a folder opens and closes it; on a favourite, opens it.
+        const QModelIndex folder = model.index(0, 0);
+        panel.openNode(folder);
+        QVERIFY(panel.tree()->isExpanded(folder));
+        panel.openNode(folder);
+        QVERIFY(!panel.tree()->isExpanded(folder));
         QCOMPARE(fixture.state.tabCount, 1);
-        panel.openNode(model.indexOfEntry(1));
+        panel.openNode(model.indexOfEntry(2));
         QCOMPARE(fixture.state.tabCount, 2);
         QCOMPARE(fixture.view(2)->locationUrl(), "http://page.test/");
 
         dialogs.answers = {Dialogs::Answer::No, Dialogs::Answer::Yes};
-        QVERIFY(!model.setData(model.indexOfEntry(1), "Other", Qt::EditRole));
+        QVERIFY(!model.setData(model.indexOfEntry(2), "Other", Qt::EditRole));
         QVERIFY(QFileInfo::exists(root + "Page.url"));
-        QVERIFY(!model.setData(model.indexOfEntry(1), "Other", Qt::EditRole));
+        QVERIFY(!model.setData(model.indexOfEntry(2), "Other", Qt::EditRole));
         QVERIFY(QFileInfo::exists(root + "Other.url"));
-        QCOMPARE(model.indexOfEntry(1).data(), "Other");
+        QCOMPARE(model.indexOfEntry(2).data(), "Other");
         QCOMPARE(dialogs.asked, QStringList({"Are you sure?", "Are you sure?"}));
+
+        // The label edited is the name without its extension, which stays.
+        QCOMPARE(model.indexOfEntry(1).data(Qt::EditRole), "App");
+        dialogs.answers = {Dialogs::Answer::Yes, Dialogs::Answer::Yes};
+        model.setData(model.indexOfEntry(1), "Tool", Qt::EditRole);
+        model.setData(model.indexOfEntry(3), "x", Qt::EditRole);
+        QCOMPARE(entries(root), QStringList({"Folder", "Other.url", "Tool.desktop", "x.url"}));
+
+        // Delete names what it deletes.
+        dialogs.answers = {Dialogs::Answer::No, Dialogs::Answer::No};
+        panel.deleteNode(model.indexOfEntry(3));
+        panel.deleteNode(model.index(0, 0));
+        QCOMPARE(
+            dialogs.asked.mid(4),
+            QStringList({"Delete \"x\"?\nAre you sure?",
+                         "Delete the folder \"Folder\" and everything in it?\nAre you sure?"}));
+        QCOMPARE(entries(root).size(), 4);
     }
 
     void menuEntriesOpenAndAFileGoneRebuildsFromItsOwnClick()
@@ -428,8 +466,8 @@ private slots:
         CommandBarWidgets widgets(fixture.bar, window, pacer);
         ScriptedDialogs dialogs;
         RecordingShell shell;
-        FavouritesSubsystem favourites(window, fixture.bar, fixture.tabs, dialogs, shell,
-                                       fixture.commands, fixture.events);
+        FavouritesSubsystem favourites(window, folder.data.path() + '/', fixture.bar, fixture.tabs,
+                                       dialogs, shell, fixture.commands, fixture.events);
         favourites.start();
         Band& menu = *fixture.bar.band(key::favMenu);
         QAction* page = widgets.action(menu.at(menu.count() - 1));
