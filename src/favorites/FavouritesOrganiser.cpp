@@ -73,11 +73,8 @@ QString FavouritesOrganiser::rename(const QString& path, const QString& name) co
         return outside;
     if (QString problem = checkedName(name); !problem.isEmpty())
         return problem;
-    QString newName = name.trimmed();
-    if (entry.isFile() && !entry.suffix().isEmpty() &&
-        !newName.endsWith('.' + entry.suffix(), Qt::CaseInsensitive))
-        newName += '.' + entry.suffix();
-    const QString target = entry.absolutePath() + '/' + newName;
+    const QString target = renamedPath(entry.absoluteFilePath(), name);
+    const QString newName = QFileInfo(target).fileName();
     if (target == entry.absoluteFilePath())
         return {};
     // A change of case alone is a rename on a case-sensitive file system only.
@@ -86,6 +83,16 @@ QString FavouritesOrganiser::rename(const QString& path, const QString& name) co
     if (!QDir().rename(entry.absoluteFilePath(), target))
         return QStringLiteral("\"%1\" could not be renamed.").arg(entry.fileName());
     return {};
+}
+
+QString FavouritesOrganiser::renamedPath(const QString& path, const QString& name)
+{
+    const QFileInfo entry(clean(path));
+    QString newName = name.trimmed();
+    if (entry.isFile() && !entry.suffix().isEmpty() &&
+        !newName.endsWith('.' + entry.suffix(), Qt::CaseInsensitive))
+        newName += '.' + entry.suffix();
+    return entry.absolutePath() + '/' + newName;
 }
 
 QString FavouritesOrganiser::move(const QString& path, const QString& folder) const

@@ -17,6 +17,8 @@ public:
     QString addFavourite(const QString& folder, const QString& name, const QString& address) const;
     // A favourite keeps its extension, whatever the new name ends with.
     QString rename(const QString& path, const QString& name) const;
+    // Where rename(path, name) puts the entry at path, while it is there.
+    static QString renamedPath(const QString& path, const QString& name);
     QString move(const QString& path, const QString& folder) const;
     // To the desktop's trash where there is one, so a slip can be undone.
     QString remove(const QString& path) const;

@@ -24,6 +24,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QFileSystemModel>
 #include <QMainWindow>
 #include <QMenu>
 #include <QStandardPaths>
@@ -183,11 +184,25 @@ private slots:
         QTemporaryDir dir;
         const QString root = dir.path() + "/Favorites";
         QVERIFY(QDir().mkpath(root + "/Links"));
-        writeFile(root + "/Page.url", {});
+        for (const char* name : {"/B.url", "/C.url", "/Page.url"})
+            writeFile(root + name, {});
         ScriptedDialogs dialogs;
         OrganiseFavouritesDialog dialog(root + '/', dialogs, nullptr);
+        const auto* files = static_cast<const QFileSystemModel*>(dialog.tree()->model());
+        QTRY_COMPARE(files->rowCount(files->index(root)), 4);
+
+        // The entry renamed stays the one chosen, and Delete names it.
+        dialog.select(root + "/B.url");
+        dialogs.inputs = {"Zed"};
+        dialog.renameSelected();
+        QTRY_VERIFY(!files->index(root + "/B.url").isValid());
+        dialogs.answers = {Dialogs::Answer::Yes};
+        dialog.deleteSelected();
+        QCOMPARE(dialogs.asked.last(), "Delete \"Zed\"?\nAre you sure?");
+        QCOMPARE(entries(root), QStringList({"C.url", "Links", "Page.url"}));
 
         // Nothing chosen: a new folder goes into the root.
+        dialog.tree()->setCurrentIndex({});
         dialogs.inputs = {"Work"};
         dialog.newFolder();
         QVERIFY(QFileInfo(root + "/Work").isDir());
