@@ -11,11 +11,13 @@
 #include "platform/commandbar/CommandBar.h"
 #include "tabs/TabStrip.h"
 
+#include <QDir>
 #include <QRegularExpression>
 
 namespace {
-// Pairs of description and patterns: all files, then pages.
-const QString bookmarkFilter = QStringLiteral("*.*|*.*|*.htm;*.html|*.htm;*.html");
+// Pairs of description and patterns: bookmark files first, as every browser
+// writes them, then everything.
+const QString bookmarkFilter = QStringLiteral("Bookmark files|*.html;*.htm|All files|*.*");
 // The tool's caption without its menu mnemonic.
 QString dialogTitle(const platform::Tool& tool)
 {
@@ -96,7 +98,7 @@ void FavouritesSubsystem::organise()
 
 void FavouritesSubsystem::importFavourites(const QString& title)
 {
-    const QString path = dialogs_.openFileName(bookmarkFilter, title);
+    const QString path = dialogs_.openFileName(bookmarkFilter, title, QDir::homePath());
     if (path.isEmpty() || !ensureFolder())
         return;
     const FavouritesTransfer::Result result = FavouritesTransfer(folder_.root()).importFile(path);
@@ -110,7 +112,8 @@ void FavouritesSubsystem::importFavourites(const QString& title)
 
 void FavouritesSubsystem::exportFavourites(const QString& title)
 {
-    const QString path = dialogs_.saveFileName(title, QStringLiteral("bookmarks.html"));
+    const QString path = dialogs_.saveFileName(
+        title, QDir::homePath() + QStringLiteral("/bookmarks.html"), bookmarkFilter);
     if (path.isEmpty())
         return;
     const QString problem =

@@ -17,6 +17,13 @@ constexpr int nameBytes = 200;
 const QString section = QStringLiteral("InternetShortcut");
 const QString urlKey = QStringLiteral("URL");
 
+// Firefox's smart bookmarks ("place:" queries of its own history) open
+// nowhere else.
+bool opensHere(const Bookmark& entry)
+{
+    return entry.folder || !entry.address.startsWith(QLatin1String("place:"), Qt::CaseInsensitive);
+}
+
 bool writeShortcut(const QString& folder, const QString& path, const QString& address)
 {
     // Written under a hidden name and renamed, so no half shortcut is ever
@@ -75,8 +82,10 @@ FavouritesTransfer::Result FavouritesTransfer::importBookmarks(const Bookmark& t
 void FavouritesTransfer::importFolder(const Bookmark& folder, const QString& path,
                                       Result& result) const
 {
-    QStringList order;
+    QStringList made;
     for (const Bookmark& entry : folder.children) {
+        if (!opensHere(entry))
+            continue;
         const QString base = fileName(entry.name);
         const QString extension = entry.folder ? QString() : QStringLiteral(".url");
         QString name;
@@ -94,11 +103,14 @@ void FavouritesTransfer::importFolder(const Bookmark& folder, const QString& pat
             continue;
         const QString target = path + '/' + name;
         if (entry.folder) {
-            if (!QFileInfo(target).isDir() && !QDir().mkdir(target)) {
-                result.problem = QStringLiteral("The folder %1 could not be made.").arg(target);
-                continue;
+            if (!QFileInfo(target).isDir()) {
+                if (!QDir().mkdir(target)) {
+                    result.problem = QStringLiteral("The folder %1 could not be made.").arg(target);
+                    continue;
+                }
+                ++result.folders;
+                made << name;
             }
-            ++result.folders;
             importFolder(entry, target, result);
         } else if (!QFileInfo::exists(target)) {
             if (!writeShortcut(path, target, entry.address)) {
@@ -106,10 +118,12 @@ void FavouritesTransfer::importFolder(const Bookmark& folder, const QString& pat
                 continue;
             }
             ++result.favourites;
+            made << name;
         }
-        order << name;
     }
-    FolderOrder::append(path, order);
+    // What was there keeps its place; what came in follows, in its order.
+    if (!made.isEmpty())
+        FolderOrder::placeLast(path, made);
 }
 
 static void exportFolder(const FavouritesScan& scan, const std::vector<int>& items, Bookmark& into)

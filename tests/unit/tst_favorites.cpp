@@ -62,6 +62,15 @@ QStringList outline(const FavouritesScan& scan, const std::vector<int>& items = 
     return lines;
 }
 
+// The names on one level of a scan, in order.
+QStringList names(const FavouritesScan& scan, int folder = -1)
+{
+    QStringList found;
+    for (int index : folder < 0 ? scan.topItems() : scan.items()[size_t(folder)].children)
+        found << scan.items()[size_t(index)].name;
+    return found;
+}
+
 // Every favourites menu as lines, the widgets' entries beside the model's
 // tools: what a user would find in the menus after a build.
 QStringList menuLines(const CommandBar& bar, const CommandBarWidgets& widgets)
@@ -578,6 +587,40 @@ private slots:
         QCOMPARE(FavouritesTransfer(again).importFile(exported).favourites, 1);
         QCOMPARE(outline(FavouritesScan::read(again)), QStringList({"Long=" + address}));
         QVERIFY(dialogs.asked.isEmpty());
+    }
+
+    void importAndExportThroughTheirDialogs()
+    {
+        const TemporaryFavourites folder;
+        QVERIFY(folder.add("Zebra.url", "http://zebra.test/"));
+        QVERIFY(folder.add("Mine/own.url", "http://own.test/"));
+        StripFixture fixture;
+        QMainWindow window;
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        FavouritesSubsystem favourites(window, folder.data.path() + '/', fixture.bar, fixture.tabs,
+                                       dialogs, shell, fixture.commands, fixture.events);
+        favourites.start();
+        const QString firefox = QUB_TEST_SUPPORT_DIR "/bookmarks/firefox.html";
+        dialogs.openPaths = {firefox, firefox};
+        Tool* import = fixture.bar.tool("sub_Favio", "b_importfav");
+        fixture.bar.reportClick(import);
+        QCOMPARE(dialogs.asked,
+                 QStringList({"Import Bookmarks... Bookmark files|*.html;*.htm|All files|*.* in " +
+                              QDir::homePath()}));
+        // The user's own favourites keep their places; what came in follows.
+        QCOMPARE(names(favourites.store().scan()),
+                 QStringList({"Mine", "Bookmarks Toolbar", "Other Bookmarks", "Zebra", "Get Help",
+                              "Aardvark"}));
+        fixture.bar.reportClick(import);
+        QCOMPARE(dialogs.asked.last(), "No new bookmarks were found in " + firefox + '.');
+
+        const QString exported = folder.data.path() + "/out.html";
+        dialogs.savePaths = {exported};
+        fixture.bar.reportClick(fixture.bar.tool("sub_Favio", "b_exportfav"));
+        QCOMPARE(dialogs.asked.last(),
+                 QDir::homePath() + "/bookmarks.html Bookmark files|*.html;*.htm|All files|*.*");
+        QVERIFY(readFile(exported).contains("http://zebra.test/"));
     }
 
     void hostileBookmarkFilesStayInside()
