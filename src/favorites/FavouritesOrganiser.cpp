@@ -1,4 +1,5 @@
 #include "FavouritesOrganiser.h"
+#include "FolderOrder.h"
 #include "platform/ini/ProfileFile.h"
 
 #include <QDir>
@@ -30,7 +31,7 @@ QString FavouritesOrganiser::checkedName(const QString& name) const
 {
     const QString trimmed = name.trimmed();
     if (trimmed.isEmpty() || trimmed == "." || trimmed == ".." || trimmed.contains('/') ||
-        trimmed.contains(QChar(0)) || trimmed.toUtf8().size() > 250)
+        trimmed.contains(QChar(0)) || trimmed.toUtf8().size() > maxNameBytes)
         return QStringLiteral("\"%1\" cannot be the name of a favourite or folder.").arg(name);
     return {};
 }
@@ -46,6 +47,7 @@ QString FavouritesOrganiser::createFolder(const QString& parent, const QString& 
         return taken.arg(name.trimmed());
     if (!QDir().mkdir(target))
         return QStringLiteral("The folder \"%1\" could not be made.").arg(name.trimmed());
+    FolderOrder::placeLast(clean(parent), {name.trimmed()});
     return {};
 }
 
@@ -63,6 +65,7 @@ QString FavouritesOrganiser::addFavourite(const QString& folder, const QString& 
     if (!platform::ProfileFile(target).writeString(QStringLiteral("InternetShortcut"),
                                                    QStringLiteral("URL"), address))
         return QStringLiteral("The favourite \"%1\" could not be written.").arg(file);
+    FolderOrder::placeLast(clean(folder), {file});
     return {};
 }
 
@@ -82,6 +85,7 @@ QString FavouritesOrganiser::rename(const QString& path, const QString& name) co
         return taken.arg(newName);
     if (!QDir().rename(entry.absoluteFilePath(), target))
         return QStringLiteral("\"%1\" could not be renamed.").arg(entry.fileName());
+    FolderOrder::rename(entry.absolutePath(), entry.fileName(), newName);
     return {};
 }
 
@@ -111,6 +115,8 @@ QString FavouritesOrganiser::move(const QString& path, const QString& folder) co
         return taken.arg(QFileInfo(from).fileName());
     if (!QDir().rename(from, target))
         return QStringLiteral("\"%1\" could not be moved.").arg(QFileInfo(from).fileName());
+    FolderOrder::remove(QFileInfo(from).absolutePath(), QFileInfo(from).fileName());
+    FolderOrder::placeLast(to, {QFileInfo(from).fileName()});
     return {};
 }
 
@@ -119,12 +125,12 @@ QString FavouritesOrganiser::remove(const QString& path) const
     const QFileInfo entry(clean(path));
     if (!inside(path) || entry.absoluteFilePath() == root_ || !entry.exists())
         return outside;
-    if (QFile::moveToTrash(entry.absoluteFilePath()))
-        return {};
-    const bool removed = entry.isDir() ? QDir(entry.absoluteFilePath()).removeRecursively()
-                                       : QFile::remove(entry.absoluteFilePath());
+    const bool removed = QFile::moveToTrash(entry.absoluteFilePath()) ||
+                         (entry.isDir() ? QDir(entry.absoluteFilePath()).removeRecursively()
+                                        : QFile::remove(entry.absoluteFilePath()));
     if (!removed)
         return QStringLiteral("\"%1\" could not be deleted.").arg(entry.fileName());
+    FolderOrder::remove(entry.absolutePath(), entry.fileName());
     return {};
 }
 
@@ -143,6 +149,15 @@ QString FavouritesOrganiser::displayName(const QString& path)
 {
     const QFileInfo entry(path);
     return entry.isDir() ? entry.fileName() : entry.completeBaseName();
+}
+
+QString FavouritesOrganiser::fittingName(const QString& name)
+{
+    QString fitting = name.trimmed();
+    while (fitting.toUtf8().size() > maxNameBytes ||
+           (!fitting.isEmpty() && fitting.back().isHighSurrogate()))
+        fitting.chop(1);
+    return fitting.trimmed();
 }
 
 QString FavouritesOrganiser::deleteQuestion(const QString& path)

@@ -11,6 +11,7 @@
 #include "favorites/FavouritesStore.h"
 #include "favorites/FavouritesSubsystem.h"
 #include "favorites/FavouritesTransfer.h"
+#include "favorites/FolderOrder.h"
 #include "favorites/OrganiseFavouritesDialog.h"
 #include "platform/NarrowText.h"
 #include "platform/commandbar/CommandBarWidgets.h"
@@ -25,6 +26,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileSystemModel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
 #include <QStandardPaths>
@@ -186,6 +188,36 @@ private slots:
         QVERIFY(!organiser.remove(root).isEmpty());
         QVERIFY(!organiser.remove(dir.path() + "/outside.url").isEmpty());
         QVERIFY(QFileInfo::exists(dir.path() + "/outside.url"));
+    }
+
+    void handMadeChangesKeepEachFolderInOrder()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites/";
+        QVERIFY(QDir().mkpath(root + "Sub"));
+        shortcut(root + "a.url", "http://a.test/");
+        shortcut(root + "b.url", "http://b.test/");
+        shortcut(root + "Sub/c.url", "http://c.test/");
+        ScriptedDialogs dialogs;
+        // A title too long for a file name is offered cut, never inside a character.
+        AddFavouriteDialog add(root, "http://new.test/", "0" + QString(300, QChar(0xE9)), dialogs,
+                               nullptr);
+        const QString cut = "0" + QString(124, QChar(0xE9));
+        QCOMPARE(add.nameEdit()->text(), cut);
+        add.accept();
+        QVERIFY(dialogs.asked.isEmpty());
+
+        // What is new comes last; what is renamed keeps its place.
+        const FavouritesOrganiser organiser(root);
+        QCOMPARE(organiser.createFolder(root, "Aaa"), QString());
+        QCOMPARE(organiser.rename(root + "a.url", "z"), QString());
+        QCOMPARE(names(FavouritesScan::read(root)), QStringList({"Sub", "Aaa", "z", "b", cut}));
+        QCOMPARE(organiser.move(root + "b.url", root + "Sub"), QString());
+        const FavouritesScan moved = FavouritesScan::read(root);
+        QCOMPARE(names(moved), QStringList({"Sub", "Aaa", "z", cut}));
+        QCOMPARE(names(moved, moved.topItems().front()), QStringList({"c", "b"}));
+        QCOMPARE(organiser.remove(root + "z.url"), QString());
+        QCOMPARE(FolderOrder::read(root), QStringList({"Sub", cut + ".url", "Aaa"}));
     }
 
     void dialogActsOnTheChosenEntry()
