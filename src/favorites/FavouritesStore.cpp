@@ -18,6 +18,15 @@ void FavouritesStore::refresh()
     emit rebuilt();
 }
 
+void FavouritesStore::refreshIfChanged()
+{
+    FavouritesScan scan = FavouritesScan::read(root_);
+    if (scan == scan_)
+        return;
+    scan_ = std::move(scan);
+    emit rebuilt();
+}
+
 QString FavouritesStore::open(int entry)
 {
     const QString path = scan_.path(entry);

@@ -23,6 +23,9 @@ public:
 
     // Reads the folder again.
     void refresh();
+    // Reads the folder again and shows it only when anything there changed,
+    // for the program's own changes coming back from the folder's watch.
+    void refreshIfChanged();
     // The address of favourite n. A link file is handed to the desktop and
     // gives none; a file gone since the last reading makes a new reading and
     // tells the user to try again.

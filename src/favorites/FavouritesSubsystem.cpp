@@ -31,7 +31,8 @@ FavouritesSubsystem::FavouritesSubsystem(QWidget& window, const QString& appDir,
                                          platform::Dialogs& dialogs, platform::Shell& shell,
                                          CommandDispatcher& commands, BarEventRouter& events)
     : window_(window), bar_(bar), dialogs_(dialogs), folder_(FavouritesFolder::userRoot()),
-      store_(folder_.root(), dialogs, shell), menus_(bar, shell), switches_(bar, commands, events),
+      store_(folder_.root(), dialogs, shell), watch_(store_), menus_(bar, shell),
+      switches_(bar, commands, events),
       panel_(new FavouritesPanel(store_, tabs, dialogs, shell, appDir + QStringLiteral("res/"),
                                  &window))
 {

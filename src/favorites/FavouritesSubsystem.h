@@ -1,10 +1,12 @@
 #pragma once
 // The favourites subsystem: the favourites folder read into a store, shown
-// as the Favorites menu and the side bar's favourites page, and the commands
-// that add, organise, open, import and export favourites.
+// as the Favorites menu and the side bar's favourites page and kept in step
+// with the folder, and the commands that add, organise, open, import and
+// export favourites.
 #include "FavouritesFolder.h"
 #include "FavouritesMenus.h"
 #include "FavouritesStore.h"
+#include "FavouritesWatch.h"
 #include "SideBarSwitches.h"
 
 class BarEventRouter;
@@ -43,6 +45,7 @@ private:
     platform::Dialogs& dialogs_;
     FavouritesFolder folder_;
     FavouritesStore store_;
+    FavouritesWatch watch_;
     FavouritesMenus menus_;
     SideBarSwitches switches_;
     FavouritesPanel* panel_;

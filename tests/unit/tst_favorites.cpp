@@ -29,6 +29,7 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTreeView>
@@ -70,6 +71,14 @@ QStringList names(const FavouritesScan& scan, int folder = -1)
     QStringList found;
     for (int index : folder < 0 ? scan.topItems() : scan.items()[size_t(folder)].children)
         found << scan.items()[size_t(index)].name;
+    return found;
+}
+
+QStringList captions(const Band& band, int first = 0)
+{
+    QStringList found;
+    for (int i = first; i < band.count(); ++i)
+        found << band.at(i)->caption();
     return found;
 }
 
@@ -542,6 +551,34 @@ private slots:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(widgets.menu("favband1")->actions().size(), 1);
         QCOMPARE(fixture.state.tabCount, 2);
+    }
+
+    void menusFollowChangesMadeOutside()
+    {
+        const TemporaryFavourites folder;
+        QVERIFY(folder.add("Page.url", "http://page.test/"));
+        StripFixture fixture;
+        QMainWindow window;
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        FavouritesSubsystem favourites(window, folder.data.path() + '/', fixture.bar, fixture.tabs,
+                                       dialogs, shell, fixture.commands, fixture.events);
+        favourites.start();
+        const Band& menu = *fixture.bar.band(key::favMenu);
+        const int fixed = menu.count() - 1;
+        // The program's own changes, coming back from the folder, rebuild nothing.
+        QSignalSpy rebuilt(&favourites.store(), &FavouritesStore::rebuilt);
+        favourites.store().refreshIfChanged();
+        QCOMPARE(rebuilt.count(), 0);
+
+        QVERIFY(folder.add("Later.url", "http://later.test/"));
+        QTRY_COMPARE(captions(menu, fixed), QStringList({"Later", "Page"}));
+        // A folder made meanwhile is followed as well.
+        QVERIFY(QDir().mkpath(folder.root + "New"));
+        QTRY_COMPARE(captions(menu, fixed), QStringList({"New", "Later", "Page"}));
+        QVERIFY(folder.add("New/inner.url", "http://inner.test/"));
+        QTRY_COMPARE(captions(*fixture.bar.band("favband1")), QStringList({"inner"}));
+        QCOMPARE(favourites.panel().model()->rowCount(), 3);
     }
 
     void bookmarkFilesComeInAndGoOutInOrder()
