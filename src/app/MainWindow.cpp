@@ -34,7 +34,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       history_(*controls_.addressBox(), *controls_.pageIcon(), bar_, tabs_.strip(), tabs_.events(),
                registry_, dialogs, factory.privateData(), commands_),
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
-      favourites_(*this, bar_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
+      favourites_(*this, appDir, bar_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
       translate_(*this, appDir, bar_, tabs_.strip(), dialogs, commands_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
       protect_(state_, bar_, tabs_.strip(), tabs_.events(), factory, clickHook_, clock, shell,

@@ -16,7 +16,8 @@ AddFavouriteDialog::AddFavouriteDialog(const QString& root, const QString& addre
       organiser_(root), name_(new QLineEdit(this)), folders_(new QTreeWidget(this))
 {
     setWindowTitle(QStringLiteral("Add Favorite"));
-    name_->setText(FavouritesStore::sanitizeTitle(title.isEmpty() ? address : title).trimmed());
+    name_->setText(FavouritesOrganiser::fittingName(
+        FavouritesStore::sanitizeTitle(title.isEmpty() ? address : title)));
     name_->selectAll();
     folders_->setHeaderHidden(true);
     auto* newFolder = new QPushButton(QStringLiteral("New &Folder..."), this);

@@ -1,8 +1,9 @@
 #pragma once
 // The program's own Add Favourite dialog: the name (the page's title, with
-// the characters a file name cannot hold made blanks), the folder to put it
-// in, and a new folder there. OK writes the shortcut; a problem is said and
-// the dialog stays open to put it right.
+// the characters a file name cannot hold made blanks, cut to the length a
+// file name can hold), the folder to put it in, and a new folder there. OK
+// writes the shortcut, last in its folder; a problem is said and the dialog
+// stays open to put it right.
 #include "FavouritesOrganiser.h"
 
 #include <QDialog>

@@ -1,11 +1,25 @@
 #include "FavouritesModel.h"
+#include "FavouritesOrganiser.h"
 #include "FavouritesStore.h"
+#include "InternetShortcut.h"
 #include "platform/NarrowText.h"
 
-#include <QIcon>
+namespace {
+
+QIcon picture(const QString& path, const QString& themeName)
+{
+    const QIcon file(path);
+    return file.isNull() ? QIcon::fromTheme(themeName) : file;
+}
+
+const QString folderTheme = QStringLiteral("folder");
+const QString favouriteTheme = QStringLiteral("text-html");
+
+} // namespace
 
 FavouritesModel::FavouritesModel(FavouritesStore& store, QObject* parent)
-    : QAbstractItemModel(parent), store_(store)
+    : QAbstractItemModel(parent), store_(store), folderPicture_(QIcon::fromTheme(folderTheme)),
+      favouritePicture_(QIcon::fromTheme(favouriteTheme))
 {
     connect(&store_, &FavouritesStore::rebuilt, this, [this] {
         beginResetModel();
@@ -49,6 +63,12 @@ QModelIndex FavouritesModel::indexOfEntry(int entry) const
     return indexOfItem(store_.scan().itemOf(entry));
 }
 
+void FavouritesModel::loadPictures(const QString& folder)
+{
+    folderPicture_ = picture(folder + QStringLiteral("res1.ico"), folderTheme);
+    favouritePicture_ = picture(folder + QStringLiteral("res2.ico"), favouriteTheme);
+}
+
 int FavouritesModel::rowCount(const QModelIndex& parent) const
 {
     if (parent.column() > 0)
@@ -71,11 +91,14 @@ QVariant FavouritesModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return platform::shortenCaption(item.name, 40);
     case Qt::EditRole:
-        return item.name;
+        return favourite ? FavouritesOrganiser::displayName(item.path) : item.name;
+    case Qt::ToolTipRole:
+        return favourite ? QStringLiteral("Double Click ->") + InternetShortcut::address(item.path)
+                         : QStringLiteral("Click to open the directory!");
     case Qt::DecorationRole:
         if (item.kind == FavouriteItem::Kind::Empty)
             return {};
-        return QIcon::fromTheme(favourite ? QStringLiteral("text-html") : QStringLiteral("folder"));
+        return favourite ? favouritePicture_ : folderPicture_;
     case KeyRole:
         if (item.kind == FavouriteItem::Kind::Folder)
             return QStringLiteral("favband") + QString::number(item.number);

@@ -1,4 +1,5 @@
 #include "FavouritesOrganiser.h"
+#include "FolderOrder.h"
 #include "platform/ini/ProfileFile.h"
 
 #include <QDir>
@@ -30,7 +31,7 @@ QString FavouritesOrganiser::checkedName(const QString& name) const
 {
     const QString trimmed = name.trimmed();
     if (trimmed.isEmpty() || trimmed == "." || trimmed == ".." || trimmed.contains('/') ||
-        trimmed.contains(QChar(0)) || trimmed.toUtf8().size() > 250)
+        trimmed.contains(QChar(0)) || trimmed.toUtf8().size() > maxNameBytes)
         return QStringLiteral("\"%1\" cannot be the name of a favourite or folder.").arg(name);
     return {};
 }
@@ -46,6 +47,7 @@ QString FavouritesOrganiser::createFolder(const QString& parent, const QString& 
         return taken.arg(name.trimmed());
     if (!QDir().mkdir(target))
         return QStringLiteral("The folder \"%1\" could not be made.").arg(name.trimmed());
+    FolderOrder::placeLast(clean(parent), {name.trimmed()});
     return {};
 }
 
@@ -63,6 +65,7 @@ QString FavouritesOrganiser::addFavourite(const QString& folder, const QString& 
     if (!platform::ProfileFile(target).writeString(QStringLiteral("InternetShortcut"),
                                                    QStringLiteral("URL"), address))
         return QStringLiteral("The favourite \"%1\" could not be written.").arg(file);
+    FolderOrder::placeLast(clean(folder), {file});
     return {};
 }
 
@@ -73,11 +76,8 @@ QString FavouritesOrganiser::rename(const QString& path, const QString& name) co
         return outside;
     if (QString problem = checkedName(name); !problem.isEmpty())
         return problem;
-    QString newName = name.trimmed();
-    if (entry.isFile() && !entry.suffix().isEmpty() &&
-        !newName.endsWith('.' + entry.suffix(), Qt::CaseInsensitive))
-        newName += '.' + entry.suffix();
-    const QString target = entry.absolutePath() + '/' + newName;
+    const QString target = renamedPath(entry.absoluteFilePath(), name);
+    const QString newName = QFileInfo(target).fileName();
     if (target == entry.absoluteFilePath())
         return {};
     // A change of case alone is a rename on a case-sensitive file system only.
@@ -85,7 +85,18 @@ QString FavouritesOrganiser::rename(const QString& path, const QString& name) co
         return taken.arg(newName);
     if (!QDir().rename(entry.absoluteFilePath(), target))
         return QStringLiteral("\"%1\" could not be renamed.").arg(entry.fileName());
+    FolderOrder::rename(entry.absolutePath(), entry.fileName(), newName);
     return {};
+}
+
+QString FavouritesOrganiser::renamedPath(const QString& path, const QString& name)
+{
+    const QFileInfo entry(clean(path));
+    QString newName = name.trimmed();
+    if (entry.isFile() && !entry.suffix().isEmpty() &&
+        !newName.endsWith('.' + entry.suffix(), Qt::CaseInsensitive))
+        newName += '.' + entry.suffix();
+    return entry.absolutePath() + '/' + newName;
 }
 
 QString FavouritesOrganiser::move(const QString& path, const QString& folder) const
@@ -104,6 +115,8 @@ QString FavouritesOrganiser::move(const QString& path, const QString& folder) co
         return taken.arg(QFileInfo(from).fileName());
     if (!QDir().rename(from, target))
         return QStringLiteral("\"%1\" could not be moved.").arg(QFileInfo(from).fileName());
+    FolderOrder::remove(QFileInfo(from).absolutePath(), QFileInfo(from).fileName());
+    FolderOrder::placeLast(to, {QFileInfo(from).fileName()});
     return {};
 }
 
@@ -112,12 +125,12 @@ QString FavouritesOrganiser::remove(const QString& path) const
     const QFileInfo entry(clean(path));
     if (!inside(path) || entry.absoluteFilePath() == root_ || !entry.exists())
         return outside;
-    if (QFile::moveToTrash(entry.absoluteFilePath()))
-        return {};
-    const bool removed = entry.isDir() ? QDir(entry.absoluteFilePath()).removeRecursively()
-                                       : QFile::remove(entry.absoluteFilePath());
+    const bool removed = QFile::moveToTrash(entry.absoluteFilePath()) ||
+                         (entry.isDir() ? QDir(entry.absoluteFilePath()).removeRecursively()
+                                        : QFile::remove(entry.absoluteFilePath()));
     if (!removed)
         return QStringLiteral("\"%1\" could not be deleted.").arg(entry.fileName());
+    FolderOrder::remove(entry.absolutePath(), entry.fileName());
     return {};
 }
 
@@ -136,4 +149,22 @@ QString FavouritesOrganiser::displayName(const QString& path)
 {
     const QFileInfo entry(path);
     return entry.isDir() ? entry.fileName() : entry.completeBaseName();
+}
+
+QString FavouritesOrganiser::fittingName(const QString& name)
+{
+    QString fitting = name.trimmed();
+    while (fitting.toUtf8().size() > maxNameBytes ||
+           (!fitting.isEmpty() && fitting.back().isHighSurrogate()))
+        fitting.chop(1);
+    return fitting.trimmed();
+}
+
+QString FavouritesOrganiser::deleteQuestion(const QString& path)
+{
+    const QFileInfo entry(path);
+    const QString what = entry.isDir()
+                             ? QStringLiteral("Delete the folder \"%1\" and everything in it?")
+                             : QStringLiteral("Delete \"%1\"?");
+    return what.arg(displayName(path)) + QStringLiteral("\nAre you sure?");
 }

@@ -4,7 +4,6 @@
 #include "FavouritesStore.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
-#include "platform/ini/ProfileFile.h"
 #include "tabs/TabStrip.h"
 
 #include <QHeaderView>
@@ -17,7 +16,7 @@
 #include <QVBoxLayout>
 
 FavouritesPanel::FavouritesPanel(FavouritesStore& store, TabStrip& tabs, platform::Dialogs& dialogs,
-                                 platform::Shell& shell, QWidget* parent)
+                                 platform::Shell& shell, const QString& pictures, QWidget* parent)
     : QWidget(parent), store_(store), tabs_(tabs), dialogs_(dialogs), shell_(shell),
       model_(new FavouritesModel(store, this)), tree_(new QTreeView(this))
 {
@@ -27,8 +26,11 @@ FavouritesPanel::FavouritesPanel(FavouritesStore& store, TabStrip& tabs, platfor
     refresh->setToolTip(QStringLiteral("Refresh"));
     connect(refresh, &QToolButton::clicked, &store_, &FavouritesStore::refresh);
 
+    model_->loadPictures(pictures);
     tree_->setObjectName(QStringLiteral("tvwFav"));
     tree_->setModel(model_);
+    // A single click opens and closes a folder; a double click would undo it.
+    tree_->setExpandsOnDoubleClick(false);
     tree_->setHeaderHidden(true);
     tree_->setUniformRowHeights(true);
     tree_->setEditTriggers(QAbstractItemView::EditKeyPressed);
@@ -47,6 +49,10 @@ FavouritesPanel::FavouritesPanel(FavouritesStore& store, TabStrip& tabs, platfor
 
 void FavouritesPanel::openNode(const QModelIndex& node)
 {
+    if (model_->hasChildren(node)) {
+        tree_->setExpanded(node, !tree_->isExpanded(node));
+        return;
+    }
     const int entry = node.data(FavouritesModel::EntryRole).toInt();
     if (entry <= 0)
         return;
@@ -55,23 +61,23 @@ void FavouritesPanel::openNode(const QModelIndex& node)
         tabs_.newTab(address, true);
 }
 
-bool FavouritesPanel::sure()
+bool FavouritesPanel::sure(const QString& question)
 {
-    return dialogs_.message(QStringLiteral("Are you sure?"), platform::Dialogs::Buttons::YesNo,
+    return dialogs_.message(question, platform::Dialogs::Buttons::YesNo,
                             platform::Dialogs::Icon::Question) == platform::Dialogs::Answer::Yes;
 }
 
 void FavouritesPanel::rename(int entry, const QString& name)
 {
     const QModelIndex node = model_->indexOfEntry(entry);
-    if (sure())
+    if (sure(QStringLiteral("Are you sure?")))
         store_.rename(entry, node.data(Qt::EditRole).toString(), name);
 }
 
 void FavouritesPanel::deleteNode(const QModelIndex& node)
 {
     const QString path = node.data(FavouritesModel::PathRole).toString();
-    if (path.isEmpty() || !sure())
+    if (path.isEmpty() || !sure(FavouritesOrganiser::deleteQuestion(path)))
         return;
     const QString problem = FavouritesOrganiser(store_.root()).remove(path);
     if (!problem.isEmpty())
@@ -102,15 +108,8 @@ bool FavouritesPanel::eventFilter(QObject* watched, QEvent* event)
         const QModelIndex node = tree_->indexAt(help->pos());
         if (!node.isValid())
             return true;
-        // The address is read, never opened: hovering must not start a link.
-        const QString path = node.data(FavouritesModel::PathRole).toString();
-        const QString tip =
-            node.data(FavouritesModel::EntryRole).toInt() > 0
-                ? QStringLiteral("Double Click ->") +
-                      platform::ReadIniString(path, QStringLiteral("InternetShortcut"),
-                                              QStringLiteral("URL"))
-                : QStringLiteral("Click to open the directory!");
-        QToolTip::showText(help->globalPos(), tip, tree_->viewport());
+        QToolTip::showText(help->globalPos(), node.data(Qt::ToolTipRole).toString(),
+                           tree_->viewport());
         return true;
     }
     return false;

@@ -1,8 +1,9 @@
 #pragma once
 // The favourites page of the side bar: a refresh button and the tree
-// "tvwFav". A click on a favourite opens it in a new tab, the right button
-// shows its file's properties, F2 renames it and Delete deletes it, each
-// after "Are you sure?"; a folder opens and closes.
+// "tvwFav", its pictures from the program's "res" folder. A click on a
+// favourite opens it in a new tab and a click on a folder opens or closes it;
+// the right button shows a favourite's file's properties; F2 renames a
+// favourite and Delete deletes an entry, each after "Are you sure?".
 #include <QWidget>
 
 class FavouritesModel;
@@ -21,7 +22,7 @@ class FavouritesPanel : public QWidget
     Q_OBJECT
 public:
     FavouritesPanel(FavouritesStore& store, TabStrip& tabs, platform::Dialogs& dialogs,
-                    platform::Shell& shell, QWidget* parent = nullptr);
+                    platform::Shell& shell, const QString& pictures, QWidget* parent = nullptr);
 
     QTreeView* tree() const { return tree_; }
     FavouritesModel* model() const { return model_; }
@@ -34,7 +35,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    bool sure();
+    bool sure(const QString& question);
 
     FavouritesStore& store_;
     TabStrip& tabs_;

@@ -29,6 +29,8 @@ struct FavouriteItem
     int row = 0;
     // Indices of the items inside a folder, in order.
     std::vector<int> children;
+
+    bool operator==(const FavouriteItem&) const = default;
 };
 
 class FavouritesScan
@@ -53,6 +55,8 @@ public:
     int itemOf(int entry) const;
     // Points entry n at its file's new name.
     void rename(int entry, const QString& path);
+
+    bool operator==(const FavouritesScan&) const = default;
 
 private:
     void readFolder(const QString& folder, int parent, int depth);

@@ -1,8 +1,8 @@
 #include "FavouritesStore.h"
 #include "FolderOrder.h"
+#include "InternetShortcut.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
-#include "platform/ini/ProfileFile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -18,6 +18,15 @@ void FavouritesStore::refresh()
     emit rebuilt();
 }
 
+void FavouritesStore::refreshIfChanged()
+{
+    FavouritesScan scan = FavouritesScan::read(root_);
+    if (scan == scan_)
+        return;
+    scan_ = std::move(scan);
+    emit rebuilt();
+}
+
 QString FavouritesStore::open(int entry)
 {
     const QString path = scan_.path(entry);
@@ -29,8 +38,7 @@ QString FavouritesStore::open(int entry)
     }
     const QString extension = QFileInfo(path).suffix().toLower();
     if (extension == QLatin1String("url"))
-        return platform::ReadIniString(path, QStringLiteral("InternetShortcut"),
-                                       QStringLiteral("URL"));
+        return InternetShortcut::address(path);
     if (extension == QLatin1String("lnk") || extension == QLatin1String("desktop"))
         shell_.open(path);
     return {};
@@ -42,13 +50,19 @@ bool FavouritesStore::rename(int entry, const QString& oldName, const QString& n
     if (path.isEmpty() || !QFileInfo::exists(path))
         return false;
     const QFileInfo file(path);
-    // Only the file's own name changes: a name that is also part of a folder
-    // above it must not move the file, and a new name cannot leave its folder.
-    QString name = file.fileName();
-    name.replace(oldName, newName);
+    // Only the file's own name changes, never its extension: a name that is
+    // also part of a folder above it must not move the file, a new name
+    // cannot leave its folder, and the file stays the kind of file it was.
+    QString stem = file.completeBaseName();
+    const QString extension = file.fileName().mid(stem.size());
+    stem.replace(oldName, newName);
+    if (!extension.isEmpty() && stem.endsWith(extension, Qt::CaseInsensitive))
+        stem.chop(extension.size());
+    const QString name = stem + extension;
     const QString target = file.absolutePath() + '/' + name;
-    const bool fits = !newName.isEmpty() && !name.contains('/') && !name.contains(QChar(0)) &&
-                      name != QLatin1String(".") && name != QLatin1String("..");
+    const bool fits = !newName.isEmpty() && !stem.isEmpty() && !name.contains('/') &&
+                      !name.contains(QChar(0)) && name != QLatin1String(".") &&
+                      name != QLatin1String("..");
     if (!fits || (target != path && (QFileInfo::exists(target) || !QDir().rename(path, target)))) {
         dialogs_.message(QStringLiteral("Error when rename!"), platform::Dialogs::Buttons::Ok,
                          platform::Dialogs::Icon::None);

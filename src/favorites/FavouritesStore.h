@@ -23,12 +23,16 @@ public:
 
     // Reads the folder again.
     void refresh();
+    // Reads the folder again and shows it only when anything there changed,
+    // for the program's own changes coming back from the folder's watch.
+    void refreshIfChanged();
     // The address of favourite n. A link file is handed to the desktop and
     // gives none; a file gone since the last reading makes a new reading and
     // tells the user to try again.
     QString open(int entry);
-    // Renames the file of favourite n from oldName to newName; the file keeps
-    // its folder and extension. False (after saying so) when it cannot.
+    // Renames the file of favourite n: oldName becomes newName in the file's
+    // name less its extension; the file keeps its folder and extension. False
+    // (after saying so) when it cannot.
     bool rename(int entry, const QString& oldName, const QString& newName);
 
     // Title characters a file name cannot hold become blanks.

@@ -12,11 +12,13 @@
 #include "platform/commandbar/CommandBar.h"
 #include "tabs/TabStrip.h"
 
+#include <QDir>
 #include <QRegularExpression>
 
 namespace {
-// Pairs of description and patterns: all files, then pages.
-const QString bookmarkFilter = QStringLiteral("*.*|*.*|*.htm;*.html|*.htm;*.html");
+// Pairs of description and patterns: bookmark files first, as every browser
+// writes them, then everything.
+const QString bookmarkFilter = QStringLiteral("Bookmark files|*.html;*.htm|All files|*.*");
 // The tool's caption without its menu mnemonic.
 QString dialogTitle(const platform::Tool& tool)
 {
@@ -25,12 +27,15 @@ QString dialogTitle(const platform::Tool& tool)
 
 } // namespace
 
-FavouritesSubsystem::FavouritesSubsystem(QWidget& window, platform::CommandBar& bar, TabStrip& tabs,
+FavouritesSubsystem::FavouritesSubsystem(QWidget& window, const QString& appDir,
+                                         platform::CommandBar& bar, TabStrip& tabs,
                                          platform::Dialogs& dialogs, platform::Shell& shell,
                                          CommandDispatcher& commands, BarEventRouter& events)
     : window_(window), bar_(bar), dialogs_(dialogs), folder_(FavouritesFolder::userRoot()),
-      store_(folder_.root(), dialogs, shell), menus_(bar, shell), switches_(bar, commands, events),
-      panel_(new FavouritesPanel(store_, tabs, dialogs, shell, &window))
+      store_(folder_.root(), dialogs, shell), watch_(store_), menus_(bar, shell),
+      switches_(bar, commands, events),
+      panel_(new FavouritesPanel(store_, tabs, dialogs, shell, appDir + QStringLiteral("res/"),
+                                 &window))
 {
     panel_->hide();
     QObject::connect(&store_, &FavouritesStore::rebuilt, &store_,
@@ -96,7 +101,7 @@ void FavouritesSubsystem::organise()
 
 void FavouritesSubsystem::importFavourites(const QString& title)
 {
-    const QString path = dialogs_.openFileName(bookmarkFilter, title);
+    const QString path = dialogs_.openFileName(bookmarkFilter, title, QDir::homePath());
     if (path.isEmpty() || !ensureFolder())
         return;
     const FavouritesTransfer::Result result = FavouritesTransfer(folder_.root()).importFile(path);
@@ -110,7 +115,8 @@ void FavouritesSubsystem::importFavourites(const QString& title)
 
 void FavouritesSubsystem::exportFavourites(const QString& title)
 {
-    const QString path = dialogs_.saveFileName(title, QStringLiteral("bookmarks.html"));
+    const QString path = dialogs_.saveFileName(
+        title, QDir::homePath() + QStringLiteral("/bookmarks.html"), bookmarkFilter);
     if (path.isEmpty())
         return;
     const QString problem =

@@ -1,10 +1,12 @@
 #pragma once
 // The favourites subsystem: the favourites folder read into a store, shown
-// as the Favorites menu and the side bar's favourites page, and the commands
-// that add, organise, open, import and export favourites.
+// as the Favorites menu and the side bar's favourites page and kept in step
+// with the folder, and the commands that add, organise, open, import and
+// export favourites.
 #include "FavouritesFolder.h"
 #include "FavouritesMenus.h"
 #include "FavouritesStore.h"
+#include "FavouritesWatch.h"
 #include "SideBarSwitches.h"
 
 class BarEventRouter;
@@ -22,8 +24,8 @@ class Shell;
 class FavouritesSubsystem
 {
 public:
-    FavouritesSubsystem(QWidget& window, platform::CommandBar& bar, TabStrip& tabs,
-                        platform::Dialogs& dialogs, platform::Shell& shell,
+    FavouritesSubsystem(QWidget& window, const QString& appDir, platform::CommandBar& bar,
+                        TabStrip& tabs, platform::Dialogs& dialogs, platform::Shell& shell,
                         CommandDispatcher& commands, BarEventRouter& events);
 
     // Start-up: the folder made when missing, read, and shown.
@@ -43,6 +45,7 @@ private:
     platform::Dialogs& dialogs_;
     FavouritesFolder folder_;
     FavouritesStore store_;
+    FavouritesWatch watch_;
     FavouritesMenus menus_;
     SideBarSwitches switches_;
     FavouritesPanel* panel_;

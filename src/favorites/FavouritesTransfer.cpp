@@ -2,7 +2,7 @@
 #include "FavouritesScan.h"
 #include "FavouritesStore.h"
 #include "FolderOrder.h"
-#include "platform/ini/ProfileFile.h"
+#include "InternetShortcut.h"
 
 #include <QDir>
 #include <QFile>
@@ -17,9 +17,11 @@ constexpr int nameBytes = 200;
 const QString section = QStringLiteral("InternetShortcut");
 const QString urlKey = QStringLiteral("URL");
 
-QString readAddress(const QString& path)
+// Firefox's smart bookmarks ("place:" queries of its own history) open
+// nowhere else.
+bool opensHere(const Bookmark& entry)
 {
-    return platform::ReadIniString(path, section, urlKey);
+    return entry.folder || !entry.address.startsWith(QLatin1String("place:"), Qt::CaseInsensitive);
 }
 
 bool writeShortcut(const QString& folder, const QString& path, const QString& address)
@@ -80,8 +82,10 @@ FavouritesTransfer::Result FavouritesTransfer::importBookmarks(const Bookmark& t
 void FavouritesTransfer::importFolder(const Bookmark& folder, const QString& path,
                                       Result& result) const
 {
-    QStringList order;
+    QStringList made;
     for (const Bookmark& entry : folder.children) {
+        if (!opensHere(entry))
+            continue;
         const QString base = fileName(entry.name);
         const QString extension = entry.folder ? QString() : QStringLiteral(".url");
         QString name;
@@ -91,18 +95,22 @@ void FavouritesTransfer::importFolder(const Bookmark& folder, const QString& pat
             const QFileInfo there(path + '/' + candidate);
             if (entry.folder ? (!there.exists() || there.isDir())
                              : (!there.exists() ||
-                                (there.isFile() && readAddress(there.filePath()) == entry.address)))
+                                (there.isFile() &&
+                                 InternetShortcut::address(there.filePath()) == entry.address)))
                 name = candidate;
         }
         if (name.isEmpty())
             continue;
         const QString target = path + '/' + name;
         if (entry.folder) {
-            if (!QFileInfo(target).isDir() && !QDir().mkdir(target)) {
-                result.problem = QStringLiteral("The folder %1 could not be made.").arg(target);
-                continue;
+            if (!QFileInfo(target).isDir()) {
+                if (!QDir().mkdir(target)) {
+                    result.problem = QStringLiteral("The folder %1 could not be made.").arg(target);
+                    continue;
+                }
+                ++result.folders;
+                made << name;
             }
-            ++result.folders;
             importFolder(entry, target, result);
         } else if (!QFileInfo::exists(target)) {
             if (!writeShortcut(path, target, entry.address)) {
@@ -110,10 +118,12 @@ void FavouritesTransfer::importFolder(const Bookmark& folder, const QString& pat
                 continue;
             }
             ++result.favourites;
+            made << name;
         }
-        order << name;
     }
-    FolderOrder::append(path, order);
+    // What was there keeps its place; what came in follows, in its order.
+    if (!made.isEmpty())
+        FolderOrder::placeLast(path, made);
 }
 
 static void exportFolder(const FavouritesScan& scan, const std::vector<int>& items, Bookmark& into)
@@ -126,7 +136,7 @@ static void exportFolder(const FavouritesScan& scan, const std::vector<int>& ite
             into.children.push_back(std::move(folder));
         } else if (item.kind == FavouriteItem::Kind::Favourite &&
                    item.path.endsWith(QLatin1String(".url"), Qt::CaseInsensitive)) {
-            const QString address = readAddress(item.path);
+            const QString address = InternetShortcut::address(item.path);
             if (!address.isEmpty())
                 into.children.push_back({item.name, address, false, {}});
         }

@@ -1,10 +1,11 @@
 #pragma once
 // Import and export of the favourites as a Netscape bookmark file. An import
-// adds to what is there: a folder of the same name is filled, a bookmark
-// already there with the same address is skipped, and one whose name is
-// taken by another address gets a number. Names become file names that stay
-// inside their folder ("/", control characters and leading dots go), so
-// nothing is ever written outside the favourites root.
+// adds to what is there, after it: a folder of the same name is filled, a
+// bookmark already there with the same address is skipped, one whose name is
+// taken by another address gets a number, and Firefox's smart bookmarks are
+// left out. Names become file names that stay inside their folder ("/",
+// control characters and leading dots go), so nothing is ever written
+// outside the favourites root.
 #include "NetscapeBookmarks.h"
 
 class FavouritesScan;
@@ -16,6 +17,7 @@ public:
 
     struct Result
     {
+        // What was made: favourites written and folders that were not there.
         int favourites = 0;
         int folders = 0;
         // Empty when all went well.

@@ -1,5 +1,6 @@
 #include "FolderOrder.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSaveFile>
 #include <QSet>
@@ -9,13 +10,13 @@ namespace {
 // A folder's order, not a store: a larger file is not one of ours.
 constexpr qint64 largest = 4 << 20;
 
-bool write(const QString& folder, const QStringList& names)
+void write(const QString& folder, const QStringList& names)
 {
     QSaveFile file(folder + '/' + FolderOrder::fileName);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write((names.join('\n') + '\n').toUtf8());
-    return file.commit();
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write((names.join('\n') + '\n').toUtf8());
+        file.commit();
+    }
 }
 
 } // namespace
@@ -34,25 +35,41 @@ QStringList read(const QString& folder)
     return names;
 }
 
-bool append(const QString& folder, const QStringList& names)
+void placeLast(const QString& folder, const QStringList& names)
 {
-    QStringList listed = read(folder);
-    const QSet<QString> known(listed.cbegin(), listed.cend());
-    const qsizetype before = listed.size();
-    for (const QString& name : names)
-        if (!known.contains(name) && !listed.mid(before).contains(name))
-            listed << name;
-    return listed.size() == before || write(folder, listed);
+    // As the folder is listed: its own order, then the rest by name.
+    const QStringList present = QDir(folder).entryList(
+        QDir::Dirs | QDir::Files | QDir::NoDotAndDotDot, QDir::Name | QDir::IgnoreCase);
+    const QSet<QString> there(present.cbegin(), present.cend());
+    const QSet<QString> last(names.cbegin(), names.cend());
+    QStringList order;
+    QSet<QString> listed;
+    for (const QString& name : read(folder))
+        if (there.contains(name) && !last.contains(name) && !listed.contains(name)) {
+            order << name;
+            listed.insert(name);
+        }
+    for (const QString& name : present)
+        if (!listed.contains(name) && !last.contains(name))
+            order << name;
+    write(folder, order + names);
 }
 
-bool rename(const QString& folder, const QString& oldName, const QString& newName)
+void rename(const QString& folder, const QString& oldName, const QString& newName)
 {
     QStringList listed = read(folder);
     const qsizetype at = listed.indexOf(oldName);
     if (at < 0)
-        return true;
+        return;
     listed[at] = newName;
-    return write(folder, listed);
+    write(folder, listed);
+}
+
+void remove(const QString& folder, const QString& name)
+{
+    QStringList listed = read(folder);
+    if (listed.removeAll(name) > 0)
+        write(folder, listed);
 }
 
 } // namespace FolderOrder

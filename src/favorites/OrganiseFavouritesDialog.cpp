@@ -117,8 +117,14 @@ void OrganiseFavouritesDialog::renameSelected()
         return;
     const QString name =
         dialogs_.inputText(QStringLiteral("New name:"), FavouritesOrganiser::displayName(path));
-    if (!name.isEmpty())
-        report(organiser_.rename(path, name));
+    if (name.isEmpty())
+        return;
+    // Where it goes is known only while the entry is still there.
+    const QString target = FavouritesOrganiser::renamedPath(path, name);
+    const QString problem = organiser_.rename(path, name);
+    report(problem);
+    if (problem.isEmpty())
+        select(target);
 }
 
 void OrganiseFavouritesDialog::moveSelected()
@@ -133,8 +139,12 @@ void OrganiseFavouritesDialog::moveSelected()
                                             : QDir(folders.first()).relativeFilePath(folder));
     const int chosen = dialogs_.chooseItem(
         QStringLiteral("Move \"%1\" to:").arg(FavouritesOrganiser::displayName(path)), names);
-    if (chosen >= 0 && chosen < folders.size())
-        report(organiser_.move(path, folders[chosen]));
+    if (chosen < 0 || chosen >= folders.size())
+        return;
+    const QString problem = organiser_.move(path, folders[chosen]);
+    report(problem);
+    if (problem.isEmpty())
+        select(folders[chosen] + '/' + QFileInfo(path).fileName());
 }
 
 void OrganiseFavouritesDialog::deleteSelected()
@@ -142,7 +152,8 @@ void OrganiseFavouritesDialog::deleteSelected()
     const QString path = selectedPath();
     if (path.isEmpty())
         return;
-    if (dialogs_.message(QStringLiteral("Are you sure?"), platform::Dialogs::Buttons::YesNo,
+    if (dialogs_.message(FavouritesOrganiser::deleteQuestion(path),
+                         platform::Dialogs::Buttons::YesNo,
                          platform::Dialogs::Icon::Question) == platform::Dialogs::Answer::Yes)
         report(organiser_.remove(path));
 }

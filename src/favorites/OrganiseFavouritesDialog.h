@@ -2,7 +2,8 @@
 // The program's own Organise Favourites dialog: the favourites folder as a
 // tree, with a new folder, rename, move and delete of the chosen entry. The
 // names and choices are asked through the dialogs service, the changes made
-// by the organiser; the tree follows the folder by itself.
+// by the organiser; the tree follows the folder by itself, and an entry
+// renamed or moved stays the one chosen, so that what comes next acts on it.
 #include "FavouritesOrganiser.h"
 
 #include <QDialog>

@@ -61,9 +61,10 @@ Dialogs::Answer QtDialogs::message(const QString& text, Buttons buttons, Icon ic
     return Answer::Ok;
 }
 
-QString QtDialogs::saveFileName(const QString& title, const QString& suggested)
+QString QtDialogs::saveFileName(const QString& title, const QString& suggested,
+                                const QString& filter)
 {
-    return QFileDialog::getSaveFileName(parent_, title, suggested);
+    return QFileDialog::getSaveFileName(parent_, title, suggested, qtFileFilter(filter));
 }
 
 bool QtDialogs::credentials(const QString& prompt, QString& user, QString& password)
@@ -115,9 +116,9 @@ QString qtFileFilter(const QString& filter)
     return filters.join(QStringLiteral(";;"));
 }
 
-QString QtDialogs::openFileName(const QString& filter, const QString& title)
+QString QtDialogs::openFileName(const QString& filter, const QString& title, const QString& folder)
 {
-    return QFileDialog::getOpenFileName(parent_, title, QString(), qtFileFilter(filter));
+    return QFileDialog::getOpenFileName(parent_, title, folder, qtFileFilter(filter));
 }
 
 void QtDialogs::showDetails(const QString& title, const Rows& rows)

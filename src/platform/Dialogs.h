@@ -20,15 +20,19 @@ public:
     virtual ~Dialogs() = default;
     virtual Answer message(const QString& text, Buttons buttons, Icon icon,
                            const QString& title = {}) = 0;
-    // The path to save to, starting from suggested; empty when cancelled.
-    virtual QString saveFileName(const QString& title, const QString& suggested) = 0;
+    // The path to save to, starting from suggested; filter as in openFileName.
+    // Empty when cancelled.
+    virtual QString saveFileName(const QString& title, const QString& suggested,
+                                 const QString& filter = {}) = 0;
     // A user name and password for prompt; false when cancelled.
     virtual bool credentials(const QString& prompt, QString& user, QString& password) = 0;
     // A line of text, starting from suggested; empty when cancelled.
     virtual QString inputText(const QString& prompt, const QString& suggested) = 0;
-    // A file to open; filter is pairs of description and patterns joined by
-    // "|" ("Pages|*.htm;*.html|All|*.*"). Empty when cancelled.
-    virtual QString openFileName(const QString& filter, const QString& title = {}) = 0;
+    // A file to open, starting in folder (the working folder when empty);
+    // filter is pairs of description and patterns joined by "|"
+    // ("Pages|*.htm;*.html|All|*.*"). Empty when cancelled.
+    virtual QString openFileName(const QString& filter, const QString& title = {},
+                                 const QString& folder = {}) = 0;
     // One of items, by its index; -1 when cancelled.
     virtual int chooseItem(const QString& prompt, const QStringList& items) = 0;
     using Rows = QList<std::pair<QString, QString>>;
@@ -45,10 +49,12 @@ public:
     void setParent(QWidget* parent) { parent_ = parent; }
     Answer message(const QString& text, Buttons buttons, Icon icon,
                    const QString& title = {}) override;
-    QString saveFileName(const QString& title, const QString& suggested) override;
+    QString saveFileName(const QString& title, const QString& suggested,
+                         const QString& filter = {}) override;
     bool credentials(const QString& prompt, QString& user, QString& password) override;
     QString inputText(const QString& prompt, const QString& suggested) override;
-    QString openFileName(const QString& filter, const QString& title = {}) override;
+    QString openFileName(const QString& filter, const QString& title = {},
+                         const QString& folder = {}) override;
     int chooseItem(const QString& prompt, const QStringList& items) override;
     void showDetails(const QString& title, const Rows& rows) override;
 

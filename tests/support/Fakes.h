@@ -157,9 +157,10 @@ public:
         answers.pop_front();
         return answer;
     }
-    QString saveFileName(const QString&, const QString& suggested) override
+    QString saveFileName(const QString&, const QString& suggested,
+                         const QString& filter = {}) override
     {
-        asked << suggested;
+        asked << (filter.isEmpty() ? suggested : suggested + ' ' + filter);
         return savePaths.empty() ? QString() : takeFront(savePaths);
     }
     bool credentials(const QString& prompt, QString& user, QString& password) override
@@ -177,10 +178,12 @@ public:
         asked << prompt + " [" + suggested + "]";
         return inputs.empty() ? QString() : takeFront(inputs);
     }
-    QString openFileName(const QString& filter, const QString& title = {}) override
+    QString openFileName(const QString& filter, const QString& title = {},
+                         const QString& folder = {}) override
     {
-        asked << (title.isEmpty() ? filter : title + ' ' + filter);
-        return {};
+        asked << (title.isEmpty() ? filter : title + ' ' + filter) +
+                     (folder.isEmpty() ? QString() : " in " + folder);
+        return openPaths.empty() ? QString() : takeFront(openPaths);
     }
     int chooseItem(const QString& prompt, const QStringList& items) override
     {
@@ -196,6 +199,7 @@ public:
     QStringList asked;
     std::deque<Answer> answers;
     std::deque<QString> savePaths;
+    std::deque<QString> openPaths;
     std::deque<QString> inputs;
     std::deque<int> choices;
     QStringList offered;

@@ -3,6 +3,7 @@
 // read into menus and a tree, and carried in and out as bookmark files.
 #include "core/Keys.h"
 #include "core/ToolKeys.h"
+#include "favorites/AddFavouriteDialog.h"
 #include "favorites/FavouritesFolder.h"
 #include "favorites/FavouritesMenus.h"
 #include "favorites/FavouritesModel.h"
@@ -10,6 +11,7 @@
 #include "favorites/FavouritesStore.h"
 #include "favorites/FavouritesSubsystem.h"
 #include "favorites/FavouritesTransfer.h"
+#include "favorites/FolderOrder.h"
 #include "favorites/OrganiseFavouritesDialog.h"
 #include "platform/NarrowText.h"
 #include "platform/commandbar/CommandBarWidgets.h"
@@ -23,8 +25,11 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QFileSystemModel>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTreeView>
@@ -54,9 +59,27 @@ QStringList outline(const FavouritesScan& scan, const std::vector<int>& items = 
             lines << prefix + item.name + '/'
                   << outline(scan, item.children, prefix + item.name + '/');
         else if (item.kind == FavouriteItem::Kind::Favourite)
-            lines << prefix + item.name + '=' + ReadIniString(item.path, "InternetShortcut", "URL");
+            lines << prefix + item.name + '=' +
+                         ProfileFile(item.path).readString("InternetShortcut", "URL");
     }
     return lines;
+}
+
+// The names on one level of a scan, in order.
+QStringList names(const FavouritesScan& scan, int folder = -1)
+{
+    QStringList found;
+    for (int index : folder < 0 ? scan.topItems() : scan.items()[size_t(folder)].children)
+        found << scan.items()[size_t(index)].name;
+    return found;
+}
+
+QStringList captions(const Band& band, int first = 0)
+{
+    QStringList found;
+    for (int i = first; i < band.count(); ++i)
+        found << band.at(i)->caption();
+    return found;
 }
 
 // Every favourites menu as lines, the widgets' entries beside the model's
@@ -176,16 +199,60 @@ private slots:
         QVERIFY(QFileInfo::exists(dir.path() + "/outside.url"));
     }
 
+    void handMadeChangesKeepEachFolderInOrder()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites/";
+        QVERIFY(QDir().mkpath(root + "Sub"));
+        shortcut(root + "a.url", "http://a.test/");
+        shortcut(root + "b.url", "http://b.test/");
+        shortcut(root + "Sub/c.url", "http://c.test/");
+        ScriptedDialogs dialogs;
+        // A title too long for a file name is offered cut, never inside a character.
+        AddFavouriteDialog add(root, "http://new.test/", "0" + QString(300, QChar(0xE9)), dialogs,
+                               nullptr);
+        const QString cut = "0" + QString(124, QChar(0xE9));
+        QCOMPARE(add.nameEdit()->text(), cut);
+        add.accept();
+        QVERIFY(dialogs.asked.isEmpty());
+
+        // What is new comes last; what is renamed keeps its place.
+        const FavouritesOrganiser organiser(root);
+        QCOMPARE(organiser.createFolder(root, "Aaa"), QString());
+        QCOMPARE(organiser.rename(root + "a.url", "z"), QString());
+        QCOMPARE(names(FavouritesScan::read(root)), QStringList({"Sub", "Aaa", "z", "b", cut}));
+        QCOMPARE(organiser.move(root + "b.url", root + "Sub"), QString());
+        const FavouritesScan moved = FavouritesScan::read(root);
+        QCOMPARE(names(moved), QStringList({"Sub", "Aaa", "z", cut}));
+        QCOMPARE(names(moved, moved.topItems().front()), QStringList({"c", "b"}));
+        QCOMPARE(organiser.remove(root + "z.url"), QString());
+        QCOMPARE(FolderOrder::read(root), QStringList({"Sub", cut + ".url", "Aaa"}));
+    }
+
     void dialogActsOnTheChosenEntry()
     {
         QTemporaryDir dir;
         const QString root = dir.path() + "/Favorites";
         QVERIFY(QDir().mkpath(root + "/Links"));
-        writeFile(root + "/Page.url", {});
+        for (const char* name : {"/B.url", "/C.url", "/Page.url"})
+            writeFile(root + name, {});
         ScriptedDialogs dialogs;
         OrganiseFavouritesDialog dialog(root + '/', dialogs, nullptr);
+        const auto* files = static_cast<const QFileSystemModel*>(dialog.tree()->model());
+        QTRY_COMPARE(files->rowCount(files->index(root)), 4);
+
+        // The entry renamed stays the one chosen, and Delete names it.
+        dialog.select(root + "/B.url");
+        dialogs.inputs = {"Zed"};
+        dialog.renameSelected();
+        QTRY_VERIFY(!files->index(root + "/B.url").isValid());
+        dialogs.answers = {Dialogs::Answer::Yes};
+        dialog.deleteSelected();
+        QCOMPARE(dialogs.asked.last(), "Delete \"Zed\"?\nAre you sure?");
+        QCOMPARE(entries(root), QStringList({"C.url", "Links", "Page.url"}));
 
         // Nothing chosen: a new folder goes into the root.
+        dialog.tree()->setCurrentIndex({});
         dialogs.inputs = {"Work"};
         dialog.newFolder();
         QVERIFY(QFileInfo(root + "/Work").isDir());
@@ -383,34 +450,72 @@ private slots:
         QCOMPARE(shortenCaption(QString(21, QChar(0xE9)), 40), QString(19, QChar(0xE9)) + " ...");
     }
 
-    void panelOpensAndRenamesAfterAsking()
+    void panelOpensRenamesAndDeletesAfterAsking()
     {
         QTemporaryDir dir;
         const QString root = dir.path() + "/Favorites/";
-        QVERIFY(QDir().mkpath(root + "Folder"));
+        QVERIFY(QDir().mkpath(root + "Folder/Inner"));
         shortcut(root + "Page.url", "http://page.test/");
+        shortcut(root + "u.url", "http://u.test/");
+        writeFile(root + "App.desktop", "[Desktop Entry]\n");
+        // The folder's picture from the program's "res" folder; the
+        // favourite's is missing there.
+        const QString pictures = dir.path() + "/res/";
+        QVERIFY(QDir().mkpath(pictures));
+        QImage red(16, 16, QImage::Format_ARGB32);
+        red.fill(Qt::red);
+        QVERIFY(red.save(pictures + "res1.ico"));
         StripFixture fixture;
         fixture.tabs.openFirstTab();
         ScriptedDialogs dialogs;
         RecordingShell shell;
         FavouritesStore store(root, dialogs, shell);
-        FavouritesPanel panel(store, fixture.tabs, dialogs, shell);
+        FavouritesPanel panel(store, fixture.tabs, dialogs, shell, pictures);
         store.refresh();
         FavouritesModel& model = *panel.model();
+        const auto picture = [](const QModelIndex& node) {
+            const QImage image =
+                node.data(Qt::DecorationRole).value<QIcon>().pixmap(16, 16).toImage();
+            return image.valid(8, 8) ? image.pixel(8, 8) : 0;
+        };
+        QCOMPARE(picture(model.index(0, 0)), QColor(Qt::red).rgb());
+        QVERIFY(picture(model.indexOfEntry(1)) != QColor(Qt::red).rgb());
 
-        panel.openNode(model.index(0, 0));
+        // A click on a folder opens and closes it; on a favourite, opens it.
+        const QModelIndex folder = model.index(0, 0);
+        panel.openNode(folder);
+        QVERIFY(panel.tree()->isExpanded(folder));
+        panel.openNode(folder);
+        QVERIFY(!panel.tree()->isExpanded(folder));
         QCOMPARE(fixture.state.tabCount, 1);
-        panel.openNode(model.indexOfEntry(1));
+        panel.openNode(model.indexOfEntry(2));
         QCOMPARE(fixture.state.tabCount, 2);
         QCOMPARE(fixture.view(2)->locationUrl(), "http://page.test/");
 
         dialogs.answers = {Dialogs::Answer::No, Dialogs::Answer::Yes};
-        QVERIFY(!model.setData(model.indexOfEntry(1), "Other", Qt::EditRole));
+        QVERIFY(!model.setData(model.indexOfEntry(2), "Other", Qt::EditRole));
         QVERIFY(QFileInfo::exists(root + "Page.url"));
-        QVERIFY(!model.setData(model.indexOfEntry(1), "Other", Qt::EditRole));
+        QVERIFY(!model.setData(model.indexOfEntry(2), "Other", Qt::EditRole));
         QVERIFY(QFileInfo::exists(root + "Other.url"));
-        QCOMPARE(model.indexOfEntry(1).data(), "Other");
+        QCOMPARE(model.indexOfEntry(2).data(), "Other");
         QCOMPARE(dialogs.asked, QStringList({"Are you sure?", "Are you sure?"}));
+
+        // The label edited is the name without its extension, which stays.
+        QCOMPARE(model.indexOfEntry(1).data(Qt::EditRole), "App");
+        dialogs.answers = {Dialogs::Answer::Yes, Dialogs::Answer::Yes};
+        model.setData(model.indexOfEntry(1), "Tool", Qt::EditRole);
+        model.setData(model.indexOfEntry(3), "x", Qt::EditRole);
+        QCOMPARE(entries(root), QStringList({"Folder", "Other.url", "Tool.desktop", "x.url"}));
+
+        // Delete names what it deletes.
+        dialogs.answers = {Dialogs::Answer::No, Dialogs::Answer::No};
+        panel.deleteNode(model.indexOfEntry(3));
+        panel.deleteNode(model.index(0, 0));
+        QCOMPARE(
+            dialogs.asked.mid(4),
+            QStringList({"Delete \"x\"?\nAre you sure?",
+                         "Delete the folder \"Folder\" and everything in it?\nAre you sure?"}));
+        QCOMPARE(entries(root).size(), 4);
     }
 
     void menuEntriesOpenAndAFileGoneRebuildsFromItsOwnClick()
@@ -426,8 +531,8 @@ private slots:
         CommandBarWidgets widgets(fixture.bar, window, pacer);
         ScriptedDialogs dialogs;
         RecordingShell shell;
-        FavouritesSubsystem favourites(window, fixture.bar, fixture.tabs, dialogs, shell,
-                                       fixture.commands, fixture.events);
+        FavouritesSubsystem favourites(window, folder.data.path() + '/', fixture.bar, fixture.tabs,
+                                       dialogs, shell, fixture.commands, fixture.events);
         favourites.start();
         Band& menu = *fixture.bar.band(key::favMenu);
         QAction* page = widgets.action(menu.at(menu.count() - 1));
@@ -446,6 +551,34 @@ private slots:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(widgets.menu("favband1")->actions().size(), 1);
         QCOMPARE(fixture.state.tabCount, 2);
+    }
+
+    void menusFollowChangesMadeOutside()
+    {
+        const TemporaryFavourites folder;
+        QVERIFY(folder.add("Page.url", "http://page.test/"));
+        StripFixture fixture;
+        QMainWindow window;
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        FavouritesSubsystem favourites(window, folder.data.path() + '/', fixture.bar, fixture.tabs,
+                                       dialogs, shell, fixture.commands, fixture.events);
+        favourites.start();
+        const Band& menu = *fixture.bar.band(key::favMenu);
+        const int fixed = menu.count() - 1;
+        // The program's own changes, coming back from the folder, rebuild nothing.
+        QSignalSpy rebuilt(&favourites.store(), &FavouritesStore::rebuilt);
+        favourites.store().refreshIfChanged();
+        QCOMPARE(rebuilt.count(), 0);
+
+        QVERIFY(folder.add("Later.url", "http://later.test/"));
+        QTRY_COMPARE(captions(menu, fixed), QStringList({"Later", "Page"}));
+        // A folder made meanwhile is followed as well.
+        QVERIFY(QDir().mkpath(folder.root + "New"));
+        QTRY_COMPARE(captions(menu, fixed), QStringList({"New", "Later", "Page"}));
+        QVERIFY(folder.add("New/inner.url", "http://inner.test/"));
+        QTRY_COMPARE(captions(*fixture.bar.band("favband1")), QStringList({"inner"}));
+        QCOMPARE(favourites.panel().model()->rowCount(), 3);
     }
 
     void bookmarkFilesComeInAndGoOutInOrder()
@@ -497,6 +630,66 @@ private slots:
         QCOMPARE(outline(FavouritesScan::read(again)), expected);
         QVERIFY(!transfer.exportFile(FavouritesScan::read(root), dir.path() + "/no/such/x.html")
                      .isEmpty());
+    }
+
+    void longAddressesStayWhole()
+    {
+        QTemporaryDir dir;
+        const QString root = dir.path() + "/Favorites/";
+        QVERIFY(QDir().mkpath(root));
+        const QString address = "http://long.test/?q=" + QString(580, QChar(0xE9));
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        AddFavouriteDialog(root, address, "Long", dialogs, nullptr).accept();
+        FavouritesStore store(root, dialogs, shell);
+        FavouritesModel model(store);
+        store.refresh();
+        QCOMPARE(store.open(1), address);
+        QCOMPARE(model.indexOfEntry(1).data(Qt::ToolTipRole), "Double Click ->" + address);
+
+        const QString exported = dir.path() + "/long.html";
+        const FavouritesTransfer transfer(root);
+        QCOMPARE(transfer.exportFile(store.scan(), exported), QString());
+        QCOMPARE(transfer.importFile(exported).favourites, 0);
+        QCOMPARE(entries(root), QStringList({"Long.url"}));
+        const QString again = dir.path() + "/Again";
+        QCOMPARE(FavouritesTransfer(again).importFile(exported).favourites, 1);
+        QCOMPARE(outline(FavouritesScan::read(again)), QStringList({"Long=" + address}));
+        QVERIFY(dialogs.asked.isEmpty());
+    }
+
+    void importAndExportThroughTheirDialogs()
+    {
+        const TemporaryFavourites folder;
+        QVERIFY(folder.add("Zebra.url", "http://zebra.test/"));
+        QVERIFY(folder.add("Mine/own.url", "http://own.test/"));
+        StripFixture fixture;
+        QMainWindow window;
+        ScriptedDialogs dialogs;
+        RecordingShell shell;
+        FavouritesSubsystem favourites(window, folder.data.path() + '/', fixture.bar, fixture.tabs,
+                                       dialogs, shell, fixture.commands, fixture.events);
+        favourites.start();
+        const QString firefox = QUB_TEST_SUPPORT_DIR "/bookmarks/firefox.html";
+        dialogs.openPaths = {firefox, firefox};
+        Tool* import = fixture.bar.tool("sub_Favio", "b_importfav");
+        fixture.bar.reportClick(import);
+        QCOMPARE(dialogs.asked,
+                 QStringList({"Import Bookmarks... Bookmark files|*.html;*.htm|All files|*.* in " +
+                              QDir::homePath()}));
+        // The user's own favourites keep their places; what came in follows.
+        QCOMPARE(names(favourites.store().scan()),
+                 QStringList({"Mine", "Bookmarks Toolbar", "Other Bookmarks", "Zebra", "Get Help",
+                              "Aardvark"}));
+        fixture.bar.reportClick(import);
+        QCOMPARE(dialogs.asked.last(), "No new bookmarks were found in " + firefox + '.');
+
+        const QString exported = folder.data.path() + "/out.html";
+        dialogs.savePaths = {exported};
+        fixture.bar.reportClick(fixture.bar.tool("sub_Favio", "b_exportfav"));
+        QCOMPARE(dialogs.asked.last(),
+                 QDir::homePath() + "/bookmarks.html Bookmark files|*.html;*.htm|All files|*.*");
+        QVERIFY(readFile(exported).contains("http://zebra.test/"));
     }
 
     void hostileBookmarkFilesStayInside()
