@@ -179,7 +179,7 @@ public:
     QString openFileName(const QString& filter, const QString& title = {}) override
     {
         asked << (title.isEmpty() ? filter : title + ' ' + filter);
-        return {};
+        return openPaths.empty() ? QString() : takeFront(openPaths);
     }
     int chooseItem(const QString& prompt, const QStringList& items) override
     {
@@ -195,6 +195,7 @@ public:
     QStringList asked;
     std::deque<Answer> answers;
     std::deque<QString> savePaths;
+    std::deque<QString> openPaths;
     std::deque<QString> inputs;
     std::deque<int> choices;
     QStringList offered;
