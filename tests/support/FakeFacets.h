@@ -54,20 +54,44 @@ public:
 class FakePrinting : public platform::PrintingFacet
 {
 public:
-    void print() override {}
-    void printPreview() override {}
-    void pageSetup() override {}
-    void saveAs(const QString&, SaveFormat) override {}
+    void print() override { calls << QStringLiteral("print"); }
+    void printPreview() override { calls << QStringLiteral("print preview"); }
+    void pageSetup() override { calls << QStringLiteral("page setup"); }
+    void saveAs(const QString& path, SaveFormat) override
+    {
+        calls << QStringLiteral("save as ") + path;
+    }
+    QStringList calls;
 };
 
-// Its answers never come, as from a page that is still loading.
+// Records what it is asked. A question is answered from answers, in order;
+// with none left the answer never comes, as from a page that is still
+// loading. The links are those the test gave.
 class FakeDocument : public platform::DocumentFacet
 {
 public:
-    void ask(const QString&, std::function<void(const QVariant&)>) override {}
-    void collectLinks(std::function<void(const platform::PageLinks&)>) override {}
-    void write(const QString&) override {}
-    void removeContent(bool, bool) override {}
+    void ask(const QString& script, std::function<void(const QVariant&)> answer) override
+    {
+        calls << QStringLiteral("ask ") + script;
+        if (answers.empty())
+            return;
+        const QVariant value = answers.front();
+        answers.pop_front();
+        answer(value);
+    }
+    void collectLinks(std::function<void(const platform::PageLinks&)> answer) override
+    {
+        calls << QStringLiteral("links");
+        answer(links);
+    }
+    void write(const QString& html) override { calls << QStringLiteral("write ") + html; }
+    void removeContent(bool pictures, bool flash) override
+    {
+        calls << QStringLiteral("remove pictures %1 flash %2").arg(int(pictures)).arg(int(flash));
+    }
+    QStringList calls;
+    std::deque<QVariant> answers;
+    platform::PageLinks links;
 };
 
 class FakeSecurity : public platform::SecurityFacet

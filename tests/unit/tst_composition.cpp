@@ -1,14 +1,13 @@
-// The real main window composed on fake views: every tool of the shipped
-// skin clicked, every menu dropped down, every secondary action tried, with
-// no crash and no warning, and the window still a working browser after it.
+// The real main window composed on fake views: every command and signal
+// wired, and the parts that several subsystems share (switches, the blocked
+// list, languages, redraws, options) working together. What each command
+// does is tst_everytool's.
 #include "app/MainWindow.h"
 #include "app/OptionsDialog.h"
-#include "commands/WindowCommands.h"
 #include "core/Keys.h"
 #include "favorites/FavouritesFolder.h"
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/ini/ProfileFile.h"
-#include "support/DialogCloser.h"
 #include "support/FakeApp.h"
 #include "support/Files.h"
 #include "support/ObjectCensus.h"
@@ -54,59 +53,6 @@ private slots:
         QVERIFY2(unhandled.isEmpty(), qPrintable(unhandled.join(' ')));
         const QStringList unheard = census.unheardSignals();
         QVERIFY2(unheard.isEmpty(), qPrintable(unheard.join(' ')));
-    }
-
-    void everyToolOfTheShippedSkin()
-    {
-        FakeApp app({"default.tb2", "lng.ini"});
-        QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
-        MainWindow::Parts parts = app.window->parts();
-        // The favourites come once the window has drawn itself.
-        QTRY_VERIFY(parts.bar.tool(key::favouritesPage, key::favouritesTree)->control());
-        parts.tabs.newTab(QStringLiteral("http://second.test/"), true);
-
-        // Snapshots: clicks add and remove tools as they go.
-        std::vector<std::pair<QString, QString>> tools;
-        QStringList bands;
-        for (const auto& band : parts.bar.bands()) {
-            bands << band->key();
-            for (int i = 0; i < band->count(); ++i)
-                tools.emplace_back(band->key(), band->at(i)->key());
-        }
-        // The exit question is answered Cancel every time it comes.
-        app.dialogs.answers.assign(tools.size(), Dialogs::Answer::Cancel);
-        DialogCloser closer;
-        for (const auto& [band, key] : tools) {
-            Tool* tool = parts.bar.tool(band, key);
-            if (!tool)
-                continue; // a click before took it away
-            if (QAction* action = parts.barWidgets->action(tool); action && action->isEnabled())
-                action->trigger();
-            else
-                parts.bar.reportClick(tool);
-        }
-        for (const QString& band : bands)
-            parts.bar.reportDropDown(parts.bar.band(band));
-        for (const auto& [band, key] : tools)
-            if (Tool* tool = parts.bar.tool(band, key))
-                parts.bar.reportSecondary(tool);
-
-        QCOMPARE(app.dialogs.asked.count("Do you want to close QUB-BROWSER and all its tabs?"), 1);
-        QCOMPARE(app.dialogs.asked.count(aboutText()), 1);
-        QVERIFY(app.dialogs.asked.contains("*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|"
-                                           "*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*"));
-        // The link is sent from the blank tab that New Tab opened before.
-        QCOMPARE(app.shell.opened,
-                 QStringList({"mailto:?subject=&body=", "mailto:?subject=New&body=", "mailto:",
-                              "address book"}));
-        QCOMPARE(closer.closed,
-                 QStringList({"Add Favorite", "Organise Favourites", "Add Favorite"}));
-        QVERIFY(app.window->isVisible());
-        const int tabs = parts.bar.band(key::tabsBar)->count();
-        QVERIFY(tabs >= 1);
-        parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::newTab));
-        QCOMPARE(parts.bar.band(key::tabsBar)->count(), tabs + 1);
-        QCOMPARE(parts.state.currentTab, parts.state.tabCount);
     }
 
     // A switch is one value wherever it shows: a menu's check, the options
