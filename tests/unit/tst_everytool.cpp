@@ -23,6 +23,7 @@
 #include <QDirIterator>
 #include <QLabel>
 #include <QTimer>
+#include <QUrl>
 #include <map>
 #include <optional>
 
@@ -452,7 +453,8 @@ const std::map<QString, Effect>& effects()
               }));
           }}},
         {"tra",
-         {tabs, newTabAt("https://translate.google.com/translate?sl=auto&tl=en&u=" + second)}},
+         {tabs, newTabAt("https://translate.google.com/translate?sl=auto&tl=en&u=" +
+                         QString::fromLatin1(QUrl::toPercentEncoding(second)))}},
         {"tab", {tabs, {"*1 " + start, "2 " + second}}},
         {"block", {tabs, {"2 " + second, "*3 " + start}, [](Window& w) { w.p->tabs.closeTab(1); }}},
         {"lang",

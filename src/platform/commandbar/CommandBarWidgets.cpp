@@ -43,7 +43,7 @@ Qt::ToolBarArea toolBarArea(DockArea area)
 } // namespace
 
 CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window, RedrawPacer& pacer)
-    : QObject(&window), bar_(bar), window_(window), pacer_(pacer)
+    : QObject(&window), bar_(bar), window_(window), pacer_(pacer), shortcuts_(bar, window)
 {
     for (const auto& band : bar_.bands())
         createContainer(*band);
@@ -74,7 +74,6 @@ CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window, Redra
 
 CommandBarWidgets::~CommandBarWidgets()
 {
-    qDeleteAll(shortcuts_);
     bar_.setPlacement(nullptr);
 }
 
@@ -253,7 +252,7 @@ void CommandBarWidgets::removeAction(Band* band, int index)
     pendingStatus_.remove(tool);
     for (auto it = buttonTools_.begin(); it != buttonTools_.end();)
         it = it.value() == tool ? buttonTools_.erase(it) : std::next(it);
-    delete shortcuts_.take(tool);
+    shortcuts_.remove(tool);
     if (tool->type() == ControlType::Hosted && tool->control())
         tool->control()->setParent(nullptr);
     // Later: a click on a menu entry may itself remove its menu (a favourite
@@ -322,7 +321,7 @@ void CommandBarWidgets::updateAction(Tool* tool)
     action->setIcon(!tool->picture().isNull()    ? tool->picture()
                     : tool->iconName().isEmpty() ? QIcon()
                                                  : QIcon::fromTheme(tool->iconName()));
-    updateShortcut(tool);
+    shortcuts_.update(tool);
     if (auto* widgetAction = qobject_cast<QWidgetAction*>(action)) {
         auto* holder = static_cast<ControlHolder*>(widgetAction->defaultWidget());
         holder->hold(tool->control());
@@ -345,37 +344,6 @@ void CommandBarWidgets::updateAction(Tool* tool)
             button->setToolButtonStyle(style);
         }
     }
-}
-
-void CommandBarWidgets::updateShortcut(Tool* tool)
-{
-    QAction* key = shortcuts_.value(tool);
-    if (tool->shortcut().isEmpty()) {
-        delete shortcuts_.take(tool);
-        return;
-    }
-    if (!key) {
-        key = new QAction(&window_);
-        key->setShortcutContext(Qt::WindowShortcut);
-        window_.addAction(key);
-        connect(key, &QAction::triggered, this, [this, tool] {
-            if (tool->type() != ControlType::Hosted) {
-                if (tool->enabled())
-                    bar_.reportClick(tool);
-            } else if (QWidget* control = tool->control()) {
-                // A hosted control has no click; its shortcut gives it the
-                // focus, with its text selected to be typed over.
-                control->setFocus(Qt::ShortcutFocusReason);
-                auto* edit = qobject_cast<QLineEdit*>(control);
-                if (auto* combo = qobject_cast<QComboBox*>(control))
-                    edit = combo->lineEdit();
-                if (edit)
-                    edit->selectAll();
-            }
-        });
-        shortcuts_.insert(tool, key);
-    }
-    key->setShortcut(QKeySequence(tool->shortcut()));
 }
 
 void CommandBarWidgets::updateBand(Band* band)

@@ -7,6 +7,7 @@
 // clicks, hovers, drop-downs, double and middle clicks go back to the model.
 #include "CommandBar.h"
 #include "RedrawPacer.h"
+#include "ToolShortcuts.h"
 
 #include <QHash>
 #include <QPointer>
@@ -51,7 +52,6 @@ private:
     void toolChanged(Tool* tool);
     void updateAction(Tool* tool);
     void flushStatus();
-    void updateShortcut(Tool* tool);
     void updateBand(Band* band);
     void setFloating(const Band& band, QToolBar& toolBar);
     // Docks the tool bar in its band's area, on a line of its own after the
@@ -67,7 +67,7 @@ private:
     QHash<const Tool*, QAction*> actions_;
     QSet<const QAction*> toolActions_;
     QHash<const QObject*, Tool*> buttonTools_;
-    QHash<const Tool*, QAction*> shortcuts_;
+    ToolShortcuts shortcuts_;
     QHash<const Band*, QTabWidget*> sidePages_;
     QSet<const QObject*> statusBars_;
     QSet<Tool*> pendingStatus_;
