@@ -176,6 +176,35 @@ private slots:
                     missing << key;
             QVERIFY2(missing.isEmpty(), qPrintable(name + (": " + missing.join(' '))));
         }
+
+        // Every menu entry the skin gives an access key keeps one in each
+        // language, and no two entries of a menu share it.
+        const auto accessKey = [](const QString& caption) {
+            for (qsizetype at = caption.indexOf('&'); at >= 0 && at + 1 < caption.size();
+                 at = caption.indexOf('&', at + 2))
+                if (caption[at + 1] != '&')
+                    return caption[at + 1].toLower();
+            return QChar();
+        };
+        for (const char* name : {"English.lng", "Deutsch.lng"}) {
+            const QString file = QStringLiteral(QUB_SKIN_DIR "/") + name;
+            for (const auto& band : bar.bands()) {
+                if (band->kind() != BandKind::Popup)
+                    continue;
+                QHash<QChar, QString> taken;
+                for (int i = 0; i < band->count(); ++i) {
+                    const Tool* tool = band->at(i);
+                    if (accessKey(tool->caption()).isNull())
+                        continue;
+                    const QChar letter = accessKey(ReadIniString(file, "QUB_Main", tool->key()));
+                    const QString where = QString(name) + ' ' + band->key() + ' ' + tool->key();
+                    QVERIFY2(!letter.isNull(), qPrintable(where + " has no access key"));
+                    QVERIFY2(!taken.contains(letter),
+                             qPrintable(where + " shares its access key with " + taken[letter]));
+                    taken.insert(letter, tool->key());
+                }
+            }
+        }
     }
 
     void exitCancelledLeavesEverything()
