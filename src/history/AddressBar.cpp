@@ -5,8 +5,10 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QCompleter>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QSignalBlocker>
 #include <QWheelEvent>
 
 AddressBar::AddressBar(QComboBox& box, TabStrip& tabs) : box_(box), tabs_(tabs)
@@ -62,7 +64,15 @@ void AddressBar::loadTypedUrls(const platform::UserRegistry& registry)
     }
 }
 
-void AddressBar::navigateFromAddressBar(bool newTab)
+void AddressBar::dropTypedUrls()
+{
+    const QString shown = box_.currentText();
+    while (box_.count() > 1)
+        box_.removeItem(box_.count() - 1);
+    box_.setEditText(shown);
+}
+
+void AddressBar::navigateFromAddressBar(bool newTab, Origin origin)
 {
     const QString address = narrowTrim(box_.currentText());
     if (newTab) {
@@ -71,7 +81,8 @@ void AddressBar::navigateFromAddressBar(bool newTab)
         view->navigate(address);
     }
     box_.lineEdit()->selectAll();
-    emit addressSent(address);
+    if (origin == Origin::Typed)
+        emit addressSent(address);
 }
 
 void AddressBar::showEntry(int index)
@@ -90,8 +101,13 @@ bool AddressBar::focusFlag() const
 
 void AddressBar::setFocusFlag(int value)
 {
-    if (box_.count() > 0)
-        box_.setItemData(0, value);
+    if (box_.count() == 0)
+        return;
+    // The box answers any change to its current item by showing that item's
+    // text again: with "About:Blank" chosen earlier, every focus change would
+    // put it back over the address shown. The flag is nobody's display.
+    const QSignalBlocker quiet(box_.model());
+    box_.setItemData(0, value);
 }
 
 bool AddressBar::eventFilter(QObject* watched, QEvent* event)
@@ -137,9 +153,13 @@ bool AddressBar::eventFilter(QObject* watched, QEvent* event)
         const Qt::KeyboardModifiers shiftState =
             key->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
         if (fromSuggestions) {
+            // The list marks the best match as current without selecting it;
+            // only an entry the user moved to is selected, and only that one
+            // replaces what was typed.
             auto* list = static_cast<QAbstractItemView*>(watched);
-            if (const QModelIndex chosen = list->currentIndex(); chosen.isValid())
-                box_.setEditText(chosen.data().toString());
+            if (const QModelIndexList chosen = list->selectionModel()->selectedIndexes();
+                !chosen.isEmpty())
+                box_.setEditText(chosen.first().data().toString());
             list->hide();
         }
         navigateFromAddressBar(shiftState == Qt::ControlModifier);

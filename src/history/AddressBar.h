@@ -27,14 +27,20 @@ public:
     // Appends "url0" (when present), then "url1", "url2"... up to the first
     // missing one.
     void loadTypedUrls(const platform::UserRegistry& registry);
+    // Takes the typed addresses out of the list again, leaving "About:Blank"
+    // and the text in the box.
+    void dropTypedUrls();
     // Suggestions offered as the user types; Enter while they show sends the
-    // box's text (the highlighted one, if any) as Enter always does.
+    // box's text, or the suggestion the user moved to.
     void setCompleter(QCompleter& completer);
-    void navigateFromAddressBar(bool newTab);
+    // What put the text in the box: the user's typing (or choosing), or the
+    // program (a drop, an opened file), whose text is no typed address.
+    enum class Origin { Typed, Placed };
+    void navigateFromAddressBar(bool newTab, Origin origin = Origin::Typed);
     bool focusFlag() const;
 
 signals:
-    // Text sent to a tab from the box.
+    // Text the user typed or chose, sent to a tab from the box.
     void addressSent(const QString& address);
 
 protected:

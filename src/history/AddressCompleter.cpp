@@ -33,6 +33,13 @@ QStringList AddressCompleter::addresses() const
     return known_;
 }
 
+void AddressCompleter::forget()
+{
+    known_.clear();
+    typed_.clear();
+    model_->setStringList({});
+}
+
 void AddressCompleter::setHistory(platform::HistoryStore& store)
 {
     history_ = &store;

@@ -22,6 +22,8 @@ public:
     // Adds an address, or moves it to the front when known.
     void addAddress(const QString& address);
     QStringList addresses() const;
+    // Forgets every address it knows and every suggestion shown.
+    void forget();
     // Where suggestions beyond the known addresses come from.
     void setHistory(platform::HistoryStore& store);
     // The list for typed text: the known addresses at once, history's after.

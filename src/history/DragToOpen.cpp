@@ -28,10 +28,22 @@ bool DragToOpen::opensFromDrag(const QString& address)
 
 void DragToOpen::draggedOut(const QString& address)
 {
-    if (std::exchange(takenByBox_, false))
+    // The drag the box took from this page is the one the page now reports.
+    if (sender() && sender() == std::exchange(takenFrom_, nullptr).data())
         return;
     if (opensFromDrag(address))
         tabs_.newTab(address, true);
+}
+
+platform::BrowserView* DragToOpen::pageOf(const QObject* source) const
+{
+    const auto* widget = qobject_cast<const QWidget*>(source);
+    if (!widget)
+        return nullptr;
+    for (platform::BrowserView* view : tabs_.tabViews())
+        if (QWidget* page = view->widget(); page && (page == widget || page->isAncestorOf(widget)))
+            return view;
+    return nullptr;
 }
 
 bool DragToOpen::eventFilter(QObject* watched, QEvent* event)
@@ -57,9 +69,11 @@ bool DragToOpen::dropOnBox(QEvent* event)
     drop->setDropAction(Qt::CopyAction);
     drop->accept();
     if (event->type() == QEvent::Drop) {
-        takenByBox_ = drop->source() != nullptr;
+        // Only a drag out of a page is reported again by that page; one from
+        // anywhere else (the page icon, the favourites) never is.
+        takenFrom_ = pageOf(drop->source());
         box_.setEditText(text);
-        addressBar_.navigateFromAddressBar(false);
+        addressBar_.navigateFromAddressBar(false, AddressBar::Origin::Placed);
     }
     return true;
 }

@@ -4,8 +4,12 @@
 // opened; the page icon beside the box drags away the current address.
 #include <QObject>
 #include <QPoint>
+#include <QPointer>
 
 class AddressBar;
+namespace platform {
+class BrowserView;
+}
 class QComboBox;
 class QWidget;
 class TabStrip;
@@ -26,12 +30,15 @@ private:
     void draggedOut(const QString& address);
     bool dropOnBox(QEvent* event);
     bool dragIcon(QEvent* event);
+    // The tab whose page a drag came from; nullptr for any other source.
+    platform::BrowserView* pageOf(const QObject* source) const;
 
     QComboBox& box_;
     QWidget& pageIcon_;
     TabStrip& tabs_;
     AddressBar& addressBar_;
     QPoint pressedAt_;
-    // The address box took the drag a page is about to report as gone out.
-    bool takenByBox_ = false;
+    // The tab whose page is about to report as gone out the drag the address
+    // box took from it.
+    QPointer<platform::BrowserView> takenFrom_;
 };

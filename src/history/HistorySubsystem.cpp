@@ -65,7 +65,7 @@ HistorySubsystem::HistorySubsystem(QComboBox& box, QWidget& pageIcon, platform::
         if (path.isEmpty())
             return;
         box_.setEditText(path);
-        addressBar_.navigateFromAddressBar(false);
+        addressBar_.navigateFromAddressBar(false, AddressBar::Origin::Placed);
     });
     QObject::connect(
         &events, &ViewEvents::documentHooked, completer_,
@@ -122,6 +122,11 @@ void HistorySubsystem::refreshHistory()
 
 void HistorySubsystem::clear()
 {
+    // Nothing typed may reveal a page visited: the typed list and this run's
+    // suggestions go with the store.
+    platform::forgetTypedUrls(registry_);
+    addressBar_.dropTypedUrls();
+    completer_->forget();
     if (CURLHistory* history = snapshot()) {
         history->Clear();
         tree_.refresh(*history);

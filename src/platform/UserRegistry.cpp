@@ -51,4 +51,18 @@ void recordTypedUrl(const UserRegistry& registry, const QString& address)
     registry.writeValues(typedUrlsKey, values);
 }
 
+void forgetTypedUrls(const UserRegistry& registry)
+{
+    ProfileFile::Entries values;
+    for (int n = 0;; ++n) {
+        const QString name = QStringLiteral("url%1").arg(n);
+        if (!registry.readValue(typedUrlsKey, name).isEmpty())
+            values.append({name, QString()});
+        else if (n > 0)
+            break;
+    }
+    if (!values.isEmpty())
+        registry.writeValues(typedUrlsKey, values);
+}
+
 } // namespace platform

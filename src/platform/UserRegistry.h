@@ -32,5 +32,7 @@ inline constexpr int maxTypedUrls = 25;
 
 // Records an address typed into the address bar as the newest, once.
 void recordTypedUrl(const UserRegistry& registry, const QString& address);
+// Empties the list of typed addresses.
+void forgetTypedUrls(const UserRegistry& registry);
 
 } // namespace platform

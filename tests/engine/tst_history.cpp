@@ -4,6 +4,7 @@
 #include "history/AddressCompleter.h"
 #include "history/HistoryPanel.h"
 #include "history/HistorySubsystem.h"
+#include "platform/UserRegistry.h"
 #include "platform/history/HistoryStore.h"
 #include "support/EngineApp.h"
 #include "support/LocalHttpServer.h"
@@ -13,6 +14,7 @@
 #include <QComboBox>
 #include <QLocale>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTreeView>
 
 namespace {
@@ -154,14 +156,29 @@ private slots:
         dragWithPointer(picture, {inPage, statusBar});
         QTRY_COMPARE(w.parts().state.tabCount, 3);
         QCOMPARE(w.parts().tabs.view(3)->locationUrl(), server.url("/picture.png"));
-        // On the address box: the current tab goes there, no tab opens.
+        // The page icon dropped on the address box opens its address there;
+        // the next link dragged out of the page still opens.
         w.parts().tabs.activateTab(1);
         QTest::qWait(500);
         const QPoint box = w.parts().addressBox->mapToGlobal(w.parts().addressBox->rect().center());
+        auto* icon = w.findChild<QWidget*>(QStringLiteral("pic_ieicon"));
+        QVERIFY(icon);
+        QSignalSpy reloaded(view, &platform::BrowserView::documentComplete);
+        dragWithPointer(icon->mapToGlobal(icon->rect().center()), {box});
+        QTRY_VERIFY_WITH_TIMEOUT(!reloaded.isEmpty(), 20000);
+        QTest::qWait(500);
+        dragWithPointer(link, {inPage, statusBar});
+        QTRY_COMPARE(w.parts().state.tabCount, 4);
+        // A link on the address box: the current tab goes there, no tab
+        // opens, and nothing dropped is kept as a typed address.
+        w.parts().tabs.activateTab(1);
+        QTest::qWait(500);
+        platform::forgetTypedUrls(platform::UserRegistry());
         dragWithPointer(link, {inPage, box});
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page two"), 20000);
         QTest::qWait(500);
-        QCOMPARE(w.parts().state.tabCount, 3);
+        QCOMPARE(w.parts().state.tabCount, 4);
+        QCOMPARE(platform::UserRegistry().readValue(platform::typedUrlsKey, "url1"), QString());
     }
 };
 

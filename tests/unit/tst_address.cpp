@@ -119,6 +119,14 @@ private slots:
         QApplication::sendEvent(&b.box, &out);
         QVERIFY(!b.address.focusFlag());
         QCOMPARE(b.view(1)->calls, QStringList{});
+        // With "About:Blank" chosen from the list, the address shown since
+        // stays through focus changes.
+        b.box.setCurrentIndex(0);
+        b.box.setEditText(QStringLiteral("http://shown.test/"));
+        QApplication::sendEvent(&b.box, &in);
+        QCOMPARE(b.box.currentText(), QStringLiteral("http://shown.test/"));
+        QApplication::sendEvent(&b.box, &out);
+        QCOMPARE(b.box.currentText(), QStringLiteral("http://shown.test/"));
     }
 
     void typedAddressesLoadUpToAGapAndRecordNewestFirst()

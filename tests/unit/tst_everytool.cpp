@@ -11,7 +11,9 @@
 #include "commands/WindowCommands.h"
 #include "core/Keys.h"
 #include "core/Switches.h"
+#include "history/AddressCompleter.h"
 #include "net/CompanionBar.h"
+#include "platform/UserRegistry.h"
 #include "platform/commandbar/CommandBarWidgets.h"
 #include "support/FakeApp.h"
 #include "support/Files.h"
@@ -52,6 +54,8 @@ struct Window
     Window()
     {
         writeFile(app.appDir + "Proxies.txt", "proxy.test:8080\n");
+        // The typed addresses live in the user's folder, which every row shares.
+        forgetTypedUrls(UserRegistry());
         started = app.window->start(start);
         p.emplace(app.window->parts());
         p->tabs.newTab(second, true);
@@ -133,6 +137,21 @@ const Probe cleared = [](Window& w) {
     for (int kinds : w.app.factory.privacy.cleared)
         lines << QString::number(kinds);
     return lines;
+};
+
+// The newest address kept as typed.
+const Probe keptTyped = [](Window&) {
+    return QStringList{"typed " + UserRegistry().readValue(typedUrlsKey, "url1")};
+};
+// What the address box could still tell of pages visited: its list, the
+// typed addresses kept, the suggestions it knows; and what it shows.
+const Probe typed = keptTyped + [](Window& w) {
+    QStringList list;
+    for (int i = 0; i < w.p->addressBox->count(); ++i)
+        list << w.p->addressBox->itemText(i);
+    return QStringList{"list " + list.join(' '),
+                       "known " + w.p->addressCompleter.addresses().join(' '),
+                       "shown " + w.p->addressBox->currentText()};
 };
 
 // The switches that are on, as every part reads them.
@@ -366,8 +385,8 @@ const std::map<QString, Effect>& effects()
           answerDialog(true)}},
         {"b_orgfav", {asked, {"Organise Favourites"}, answerDialog(false)}},
         {"b_go",
-         {told,
-          {"2 navigate http://go.test/"},
+         {told + keptTyped,
+          {"2 navigate http://go.test/", "typed http://go.test/"},
           [](Window& w) { w.p->addressBox->setEditText("http://go.test/"); }}},
         {"b_scrollon", {told, {"2 ask scroll"}}},
         {"b_iconon", {on + icons, barsOn + QStringList{"b_iconon", "Fav.url"}}},
@@ -379,7 +398,15 @@ const std::map<QString, Effect>& effects()
           pageLinks}},
         {"b_delcookie", {cleared, {QString::number(P::Cookies)}}},
         {"b_deltempfiles", {cleared, {QString::number(P::Cache)}}},
-        {"b_delhistory", {cleared, {QString::number(P::History)}}},
+        {"b_delhistory",
+         {cleared + typed,
+          {QString::number(P::History), "list About:Blank", "typed ", "known ", "shown " + second},
+          [](Window& w) {
+              w.p->addressBox->addItem(start);
+              w.p->addressCompleter.addAddress(start);
+              w.p->addressBox->setEditText(second);
+              QTest::keyClick(w.p->addressBox, Qt::Key_Return);
+          }}},
         {"b_emailall", {opened, {"mailto:"}}},
         {"b_sendemail", {opened, {"mailto:?subject=&body="}}},
         {"b_sendaddr", {opened, {"mailto:?subject=Second Page&body=" + second}}},
@@ -388,9 +415,9 @@ const std::map<QString, Effect>& effects()
           {"2 ask innerHTML", "./qsexdll url:" + second, "<body>Saved</body>"},
           pageAnswers("<body>Saved</body>")}},
         {"b_openfile",
-         {asked + told,
+         {asked + told + keptTyped,
           {"*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*",
-           "2 navigate /pages/a.htm"},
+           "2 navigate /pages/a.htm", "typed "},
           openFile("/pages/a.htm")}},
         {"b_opengetbar", {shown + on, barsOn + QStringList{"companion", "b_opengetbar"}}},
         {"b_setup", {shown, {"text ./Proxies.txt: proxy.test:8080"}}},

@@ -84,6 +84,9 @@ private slots:
         QCOMPARE(store.records().size(), 2u);
         store.clear();
         QVERIFY(store.records().empty());
+        // Nothing of a visit is left to read in the file or its log.
+        for (const char* file : {"", "-wal"})
+            QVERIFY2(!readFile(path + file).contains("other.test"), file);
     }
 
     void badFilesAreMovedAsideOrSaidToBeUnusable()

@@ -134,6 +134,18 @@ public:
         }
     }
 
+    // Every record gone, and nothing of them left to read in the file: the
+    // index of letters emptied with them, deleted pages overwritten (secure
+    // delete), and the log copied into the file and cut to nothing.
+    void erase()
+    {
+        request(QStringLiteral("DELETE FROM urls"), {});
+        request(QStringLiteral("INSERT INTO urls_text(urls_text) VALUES ('delete-all')"), {});
+        commit();
+        QSqlDatabase db = database();
+        exec(db, QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+    }
+
     void commit()
     {
         scheduled_ = false;
@@ -166,6 +178,7 @@ private:
             db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000"));
             db.open();
             exec(db, QStringLiteral("PRAGMA synchronous=NORMAL"));
+            exec(db, QStringLiteral("PRAGMA secure_delete=ON"));
         }
         return QSqlDatabase::database(connection_);
     }
@@ -297,8 +310,7 @@ void HistoryStore::deleteUrl(const QString& url)
 void HistoryStore::clear()
 {
     if (writer_)
-        QMetaObject::invokeMethod(
-            writer_, [w = writer_] { w->request(QStringLiteral("DELETE FROM urls"), {}); });
+        QMetaObject::invokeMethod(writer_, [w = writer_] { w->erase(); });
 }
 
 void HistoryStore::expire(int days)

@@ -50,6 +50,7 @@ public:
     // milliseconds since the epoch is given.
     void addUrl(const QString& url, const QString& title, quint32 flags = 0, qint64 visitedAt = 0);
     void deleteUrl(const QString& url);
+    // Every visit, from the file and its log alike.
     void clear();
     // Drops the addresses last visited more than days ago; later visits
     // expire that long after they are made.
