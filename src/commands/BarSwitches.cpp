@@ -30,7 +30,8 @@ BarSwitches::BarSwitches(platform::CommandBar& bar, CommandDispatcher& commands,
             platform::Band* shown = bar_.band(s.band);
             if (!shown)
                 return;
-            const bool show = !switches::isOn(bar_, s.command);
+            // The band, not its check: a band can be hidden another way.
+            const bool show = !shown->visible();
             shown->setVisible(show);
             switches::set(bar_, s.command, show);
             bar_.recalcLayout();

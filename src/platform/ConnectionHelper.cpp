@@ -63,8 +63,10 @@ QString ConnectionHelper::problemWith(const QString& entry)
 
 void ConnectionHelper::setProxy(const QString& entry)
 {
-    proxy_ = entry;
-    forwarder_.setUpstream(entry);
+    // A line naming no proxy it can use never becomes the route: it would be
+    // a direct connection in the guise of a proxy.
+    proxy_ = problemWith(entry).isEmpty() ? entry : QString();
+    forwarder_.setUpstream(proxy_);
 }
 
 // The host alone counts: a name and password or a port in the site go.

@@ -113,6 +113,9 @@ private slots:
         parts.bar.reportClick(menu->at(5));
         QVERIFY(menu->at(0)->checked() && !menu->at(5)->checked());
         QVERIFY(parts.connection.proxy().isEmpty());
+        // Nor through a skin without the menu, which only sets the stored line.
+        parts.connection.setProxy("https://127.0.0.1:3129");
+        QVERIFY(parts.connection.proxy().isEmpty());
     }
 
     // Without the run's secret nothing is served; with it a CONNECT is a

@@ -14,10 +14,11 @@ PageMenu::PageMenu(QWebEngineView& view) : QObject(&view), view_(view)
 
 bool PageMenu::takeChosen(const QUrl& requested)
 {
-    if (chosen_.isEmpty() || requested != chosen_)
-        return false;
+    // Whatever the next request is, the choice is spent: a page cannot wait
+    // for a later chance to ask for the same address.
+    const bool chosen = !chosen_.isEmpty() && requested == chosen_;
     chosen_.clear();
-    return true;
+    return chosen;
 }
 
 void PageMenu::show(const QPoint& at)

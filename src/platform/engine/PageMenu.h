@@ -17,8 +17,8 @@ class PageMenu : public QObject
 public:
     explicit PageMenu(QWebEngineView& view);
 
-    // True once for the window the user chose from the menu: the next
-    // request for the link the menu was opened on.
+    // True for the window the user chose from the menu: the next request,
+    // when it is for the link the menu was opened on.
     bool takeChosen(const QUrl& requested);
 
 private:
