@@ -51,10 +51,6 @@ private slots:
         QTest::newRow("tab number then junk") << "tabs-7x" << int(cmd::Route::Tab) << 7;
         QTest::newRow("tab without number") << "tabs-" << int(cmd::Route::Tab) << 0;
         QTest::newRow("blocked third") << "blocked-3" << int(cmd::Route::Blocked) << 3;
-        QTest::newRow("favourite") << "fav12" << int(cmd::Route::Favourite) << -1;
-        QTest::newRow("translation") << "tra2" << int(cmd::Route::Translation) << -1;
-        QTest::newRow("language") << "lang_de" << int(cmd::Route::Language) << -1;
-        QTest::newRow("proxy") << "Proxy3" << int(cmd::Route::Proxy) << -1;
         QTest::newRow("proxy is case-sensitive") << "proxy3" << -1 << -1;
         QTest::newRow("fixed key") << "b_back" << -1 << -1;
     }
