@@ -4,13 +4,8 @@
 // "closeall" after the number of tabs it prints instead how long Close All
 // takes once they have all loaded, until every view is gone.
 #include "BenchPage.h"
-#include "app/MainWindow.h"
 #include "core/Keys.h"
-#include "platform/AppDir.h"
-#include "platform/Dialogs.h"
-#include "platform/IconTheme.h"
-#include "platform/Shell.h"
-#include "platform/engine/WebEngineViewFactory.h"
+#include "program/Program.h"
 
 #include <QApplication>
 #include <QTimer>
@@ -55,10 +50,8 @@ void closeAll(MainWindow& window)
 
 int main(int argc, char** argv)
 {
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-    QApplication::setApplicationName(QStringLiteral("QUB-BROWSER"));
+    Program::prepare();
     QApplication app(argc, argv);
-    platform::chooseIconTheme();
     const QStringList args = QApplication::arguments();
     if (args.size() < 3)
         return 2;
@@ -66,52 +59,44 @@ int main(int argc, char** argv)
     const int tabs = args[2].toInt();
     const bool closing = args.size() > 3 && args[3] == QLatin1String("closeall");
 
-    platform::QtDialogs dialogs;
-    platform::DesktopShell shell;
-    platform::SystemClock clock;
-    platform::WebEngineViewFactory factory(dialogs);
-    int code = 0;
-    {
-        MainWindow window(platform::appDir(), dialogs, shell, factory, clock);
-        int pending = 0;
-        qint64 tabsStarted = 0;
-        QObject::connect(&window.parts().tabs, &TabStrip::viewCreated, &app,
-                         [&](platform::BrowserView* view) {
-                             if (view->index() < 2 || pending == 0)
+    Program program;
+    MainWindow& window = program.window();
+    int pending = 0;
+    qint64 tabsStarted = 0;
+    QObject::connect(&window.parts().tabs, &TabStrip::viewCreated, &app,
+                     [&](platform::BrowserView* view) {
+                         if (view->index() < 2 || pending == 0)
+                             return;
+                         whenLoaded(view, [&] {
+                             if (--pending != 0)
                                  return;
-                             whenLoaded(view, [&] {
-                                 if (--pending != 0)
+                             if (!closing)
+                                 bench::report("tabs", bench::now() - tabsStarted);
+                             QTimer::singleShot(2000, &app, [&] {
+                                 if (closing) {
+                                     closeAll(window);
                                      return;
-                                 if (!closing)
-                                     bench::report("tabs", bench::now() - tabsStarted);
-                                 QTimer::singleShot(2000, &app, [&] {
-                                     if (closing) {
-                                         closeAll(window);
-                                         return;
-                                     }
-                                     bench::report("memory10", bench::treePssKiB());
-                                     // exit(), not quit(): quit() would close the window
-                                     // and ask the exit question.
-                                     QCoreApplication::exit(0);
-                                 });
+                                 }
+                                 bench::report("memory10", bench::treePssKiB());
+                                 // exit(), not quit(): quit() would close the window
+                                 // and ask the exit question.
+                                 QCoreApplication::exit(0);
                              });
                          });
-        if (!window.start(url))
-            return 1;
-        whenLoaded(window.parts().tabs.view(1), [&] {
-            bench::report("loaded", bench::now());
-            QTimer::singleShot(2000, &app, [&] {
-                if (!closing)
-                    bench::report("memory1", bench::treePssKiB());
-                tabsStarted = bench::now();
-                pending = tabs;
-                for (int i = 0; i < tabs; ++i)
-                    window.parts().tabs.newTab(url, true);
-            });
+                     });
+    if (!program.start(url))
+        return 1;
+    whenLoaded(window.parts().tabs.view(1), [&] {
+        bench::report("loaded", bench::now());
+        QTimer::singleShot(2000, &app, [&] {
+            if (!closing)
+                bench::report("memory1", bench::treePssKiB());
+            tabsStarted = bench::now();
+            pending = tabs;
+            for (int i = 0; i < tabs; ++i)
+                window.parts().tabs.newTab(url, true);
         });
-        // Ends without the exit question: nothing is saved.
-        code = QApplication::exec();
-    }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    return code;
+    });
+    // Ends without the exit question: nothing is saved.
+    return program.run();
 }

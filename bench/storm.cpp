@@ -5,22 +5,17 @@
 // how many tabs there are (only the page's own).
 #include "BenchPage.h"
 #include "LoopWatch.h"
-#include "app/MainWindow.h"
 #include "core/Keys.h"
-#include "platform/AppDir.h"
-#include "platform/Dialogs.h"
-#include "platform/Shell.h"
 #include "platform/commandbar/Band.h"
 #include "platform/commandbar/Tool.h"
-#include "platform/engine/WebEngineViewFactory.h"
+#include "program/Program.h"
 
 #include <QApplication>
 #include <QTimer>
 
 int main(int argc, char** argv)
 {
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-    QApplication::setApplicationName(QStringLiteral("QUB-BROWSER"));
+    Program::prepare();
     QApplication app(argc, argv);
     const QStringList args = QApplication::arguments();
     if (args.size() < 3)
@@ -28,49 +23,40 @@ int main(int argc, char** argv)
     const QString url = args[1];
     const QString expected = QLatin1Char(':') + args[2];
 
-    platform::QtDialogs dialogs;
-    platform::DesktopShell shell;
-    platform::SystemClock clock;
-    platform::WebEngineViewFactory factory(dialogs);
-    int code = 0;
-    {
-        MainWindow window(platform::appDir(), dialogs, shell, factory, clock);
-        if (!window.start(QString()))
-            return 1;
-        platform::CommandBar& bar = window.parts().bar;
-        platform::Tool* stop =
-            bar.tool(QLatin1String(key::toolsMenu), QLatin1String(key::stopPopups));
-        if (!stop->checked())
-            bar.reportClick(stop);
-        const platform::Tool* count =
-            bar.tool(QLatin1String(key::statusBar), QStringLiteral("b_blocked"));
+    Program program;
+    MainWindow& window = program.window();
+    if (!program.start(QString()))
+        return 1;
+    platform::CommandBar& bar = window.parts().bar;
+    platform::Tool* stop = bar.tool(QLatin1String(key::toolsMenu), QLatin1String(key::stopPopups));
+    if (!stop->checked())
+        bar.reportClick(stop);
+    const platform::Tool* count =
+        bar.tool(QLatin1String(key::statusBar), QStringLiteral("b_blocked"));
 
-        LoopWatch heart;
-        // From the first window blocked to the last: the storm itself, without
-        // the page's load.
-        std::unique_ptr<LoopWatch> during;
-        QObject::connect(&bar, &platform::CommandBar::toolChanged, &app,
-                         [&](const platform::Tool* tool) {
-                             if (tool == count && !during)
-                                 during = std::make_unique<LoopWatch>();
-                         });
-        const qint64 started = bench::now();
-        QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, &app, [&] {
-            const platform::BrowserView* page = window.parts().tabs.view(1);
-            if (!count->caption().endsWith(expected) ||
-                page->readyState() != platform::BrowserView::Complete)
-                return;
-            bench::report("storm", bench::now() - started);
-            bench::report("gap", heart.longestGapMs());
-            bench::report("stormgap", during ? during->longestGapMs() : -1);
-            bench::report("tabs", static_cast<qint64>(window.parts().tabs.tabViews().size()));
-            QCoreApplication::exit(0);
-        });
-        watch.start(20);
-        window.parts().tabs.view(1)->navigate(url);
-        code = QApplication::exec();
-    }
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    return code;
+    LoopWatch heart;
+    // From the first window blocked to the last: the storm itself, without
+    // the page's load.
+    std::unique_ptr<LoopWatch> during;
+    QObject::connect(&bar, &platform::CommandBar::toolChanged, &app,
+                     [&](const platform::Tool* tool) {
+                         if (tool == count && !during)
+                             during = std::make_unique<LoopWatch>();
+                     });
+    const qint64 started = bench::now();
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, &app, [&] {
+        const platform::BrowserView* page = window.parts().tabs.view(1);
+        if (!count->caption().endsWith(expected) ||
+            page->readyState() != platform::BrowserView::Complete)
+            return;
+        bench::report("storm", bench::now() - started);
+        bench::report("gap", heart.longestGapMs());
+        bench::report("stormgap", during ? during->longestGapMs() : -1);
+        bench::report("tabs", static_cast<qint64>(window.parts().tabs.tabViews().size()));
+        QCoreApplication::exit(0);
+    });
+    watch.start(20);
+    window.parts().tabs.view(1)->navigate(url);
+    return program.run();
 }

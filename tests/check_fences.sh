@@ -18,7 +18,8 @@ declare -A allowed=(
     [translate]="commands tabs core platform"
     [net]="commands tabs core platform"
     [app]="commands favorites history net protect translate tabs core platform"
-    [main]="app commands favorites history net protect translate tabs core platform engine"
+    [program]="app commands favorites history net protect translate tabs core platform engine"
+    [main]="program app"
 )
 
 layer_of() { # path relative to src/
@@ -37,7 +38,7 @@ while IFS= read -r file; do
     dir=$(dirname "$file")
     while IFS= read -r included; do
         case "$included" in
-        app/* | commands/* | core/* | favorites/* | history/* | net/* | platform/* | protect/* | tabs/* | translate/*)
+        app/* | commands/* | core/* | favorites/* | history/* | net/* | platform/* | program/* | protect/* | tabs/* | translate/*)
             target=$included ;;
         *) target=$(realpath -m --relative-to=. "$dir/$included") ;;
         esac

@@ -1,0 +1,37 @@
+#include "Program.h"
+#include "platform/AppDir.h"
+#include "platform/IconTheme.h"
+
+#include <QApplication>
+
+void Program::prepare()
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    QApplication::setApplicationName(QStringLiteral("QUB-BROWSER"));
+    QApplication::setApplicationVersion(QStringLiteral(QUB_VERSION));
+}
+
+Program::Program() : factory_(dialogs_)
+{
+    platform::chooseIconTheme();
+    window_ = std::make_unique<MainWindow>(platform::appDir(), dialogs_, shell_, factory_, clock_);
+    dialogs_.setParent(window_.get());
+}
+
+Program::~Program()
+{
+    dialogs_.setParent(nullptr);
+    window_.reset();
+    // Views retired during the run are deleted before their profile goes.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+bool Program::start(const QString& address)
+{
+    return window_->start(address);
+}
+
+int Program::run()
+{
+    return QApplication::exec();
+}
