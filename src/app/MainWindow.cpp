@@ -153,7 +153,6 @@ bool MainWindow::start(const QString& commandLineAddress)
     bar_.setPagePicture(QIcon(controls_.pageIcon()->pixmap()));
     tabs_.strip().createCatchView();
     tabs_.strip().openFirstTab();
-    loadTabIcons();
     if (!commandLineAddress.isEmpty())
         tabs_.strip().view(1)->navigate(commandLineAddress);
     // What start-up freed goes back to the system once the first page is in
@@ -173,13 +172,6 @@ bool MainWindow::start(const QString& commandLineAddress)
     showMaximized();
     net_.start(settings_.companionAtStart(), settings_.searchAddress());
     return true;
-}
-
-void MainWindow::loadTabIcons()
-{
-    for (int n = 1; n <= 3; ++n)
-        state_.tabIcons[size_t(n - 1)] =
-            QIcon(state_.appDir + QStringLiteral("res/tab%1.ico").arg(n));
 }
 
 void MainWindow::quit()

@@ -80,7 +80,6 @@ protected:
 private:
     bool loadSkin();
     void applyLanguage();
-    void loadTabIcons();
     void layoutAddressTool();
 
     platform::Dialogs& dialogs_;

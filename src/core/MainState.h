@@ -4,15 +4,12 @@
 #include "TabMenuState.h"
 #include "TabState.h"
 
-#include <QIcon>
 #include <QString>
-#include <array>
 
 struct MainState : TabState, TabMenuState
 {
     // Set at start-up only.
     QString appDir;
-    std::array<QIcon, 3> tabIcons;
     // Written by the language file's loader.
     QString baseTitle;
 

@@ -23,6 +23,18 @@ int number(const QString& address)
     return digits.match(address).captured(1).toInt();
 }
 
+// The moments of the kills: new each run, or those of QUB_DURABILITY_SEED to
+// run a failure again; the seed is printed either way.
+QRandomGenerator killMoments()
+{
+    bool given = false;
+    quint32 seed = qEnvironmentVariable("QUB_DURABILITY_SEED").toUInt(&given);
+    if (!given)
+        seed = QRandomGenerator::global()->generate();
+    qInfo("QUB_DURABILITY_SEED=%u", seed);
+    return QRandomGenerator(seed);
+}
+
 } // namespace
 
 class DurabilityTest : public QObject
@@ -36,7 +48,7 @@ private slots:
         QTemporaryDir dir;
         const QString appDir = dir.path() + '/';
         const QString registryPath = appDir + "registry.ini";
-        QRandomGenerator random(QRandomGenerator::global()->generate());
+        QRandomGenerator random = killMoments();
         int killedWhileWriting = 0;
         for (int round = 0; round < 40; ++round) {
             QProcess writer;
@@ -84,7 +96,7 @@ private slots:
     // visit up to the last one it committed, and none after a gap.
     void historyKeepsEveryCommittedVisit()
     {
-        QRandomGenerator random(QRandomGenerator::global()->generate());
+        QRandomGenerator random = killMoments();
         for (int round = 0; round < 10; ++round) {
             QTemporaryDir dir;
             const QString path = dir.path() + "/History.sqlite";

@@ -45,7 +45,6 @@ void DownloadManager::requested(QWebEngineDownloadRequest* download)
     window_->add(download);
     window_->show();
     window_->raise();
-    emit started(path);
 }
 
 QString DownloadManager::askPath(const QWebEngineDownloadRequest& download)

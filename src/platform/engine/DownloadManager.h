@@ -25,7 +25,6 @@ public:
     DownloadsWindow* window() const { return window_; }
 
 signals:
-    void started(const QString& path);
     // ok is false when the download failed or was cancelled.
     void finished(const QString& path, bool ok);
 
