@@ -5,13 +5,13 @@
 // added in the first folder, which renumbers nearly every entry after it);
 // then "scan <ms>" for the reading alone and "icons <ms>" for a refresh with
 // "Show Icons" checked.
+#include "commandbar/SkinLoader.h"
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "favorites/FavouritesMenus.h"
 #include "favorites/FavouritesModel.h"
 #include "favorites/FavouritesStore.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
-#include "platform/commandbar/CommandBarWidgets.h"
-#include "platform/commandbar/SkinLoader.h"
 #include "platform/ini/ProfileFile.h"
 
 #include <QApplication>
@@ -56,8 +56,8 @@ struct Window
     Window(const QString& skin, const QString& root)
         : store(root, dialogs, shell), menus(bar, shell), model(store)
     {
-        platform::SkinLoader::loadFile(bar, skin);
-        widgets = std::make_unique<platform::CommandBarWidgets>(bar, window, pacer);
+        commandbar::SkinLoader::loadFile(bar, skin);
+        widgets = std::make_unique<commandbar::CommandBarWidgets>(bar, window, pacer);
         QObject::connect(&store, &FavouritesStore::rebuilt, [this] { menus.build(store.scan()); });
         auto* tree = new QTreeView;
         tree->setUniformRowHeights(true);
@@ -81,9 +81,9 @@ struct Window
     }
 
     QMainWindow window;
-    platform::CommandBar bar;
-    platform::RedrawPacer pacer;
-    std::unique_ptr<platform::CommandBarWidgets> widgets;
+    commandbar::CommandBar bar;
+    commandbar::RedrawPacer pacer;
+    std::unique_ptr<commandbar::CommandBarWidgets> widgets;
     platform::QtDialogs dialogs;
     platform::DesktopShell shell;
     FavouritesStore store;

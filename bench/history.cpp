@@ -3,9 +3,9 @@
 // panel's tree until it is filled) and "complete <ms> <text>" per completion
 // query, the address box's question as the user types.
 #include "history/CURLHistory.h"
+#include "history/HistoryStore.h"
 #include "history/HistoryTree.h"
 #include "platform/Dialogs.h"
-#include "platform/history/HistoryStore.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -33,7 +33,7 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
     const int rounds = argc > 1 ? std::atoi(argv[1]) : 7;
     QTemporaryDir dir;
-    platform::HistoryStore store(dir.filePath(QStringLiteral("History.sqlite")));
+    HistoryStore store(dir.filePath(QStringLiteral("History.sqlite")));
     const qint64 now = QDateTime::currentMSecsSinceEpoch();
     const qint64 span = qint64(days) * 24 * 3600 * 1000;
     QRandomGenerator random(42);

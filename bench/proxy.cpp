@@ -2,7 +2,7 @@
 // (CONNECT with the run's secret) to an echo server and send 64 KiB through
 // it. Prints "tunnels <ms> <completed>" per round: the time until every
 // client has its bytes back.
-#include "platform/proxy/ForwardingProxy.h"
+#include "proxy/ForwardingProxy.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -52,11 +52,11 @@ int main(int argc, char** argv)
         },
         Qt::BlockingQueuedConnection);
 
-    platform::ForwardingProxy proxy;
+    proxy::ForwardingProxy proxy;
     const QByteArray request =
         "CONNECT 127.0.0.1:" + QByteArray::number(echoPort) +
         " HTTP/1.1\r\nProxy-Authorization: Basic " +
-        (platform::ForwardingProxy::user() + ':' + proxy.secret()).toUtf8().toBase64() + "\r\n\r\n";
+        (proxy::ForwardingProxy::user() + ':' + proxy.secret()).toUtf8().toBase64() + "\r\n\r\n";
     const QByteArray data(payload, 'x');
 
     for (int round = 0; round < rounds; ++round) {

@@ -42,7 +42,7 @@ void closeAll(MainWindow& window)
                 });
         });
     }
-    platform::CommandBar& bar = window.parts().bar;
+    commandbar::CommandBar& bar = window.parts().bar;
     bar.reportClick(bar.tool(QLatin1String(key::fileMenu), QLatin1String(key::closeAll)));
 }
 

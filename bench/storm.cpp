@@ -5,9 +5,9 @@
 // how many tabs there are (only the page's own).
 #include "BenchPage.h"
 #include "LoopWatch.h"
+#include "commandbar/Band.h"
+#include "commandbar/Tool.h"
 #include "core/Keys.h"
-#include "platform/commandbar/Band.h"
-#include "platform/commandbar/Tool.h"
 #include "program/Program.h"
 
 #include <QApplication>
@@ -27,19 +27,20 @@ int main(int argc, char** argv)
     MainWindow& window = program.window();
     if (!program.start(QString()))
         return 1;
-    platform::CommandBar& bar = window.parts().bar;
-    platform::Tool* stop = bar.tool(QLatin1String(key::toolsMenu), QLatin1String(key::stopPopups));
+    commandbar::CommandBar& bar = window.parts().bar;
+    commandbar::Tool* stop =
+        bar.tool(QLatin1String(key::toolsMenu), QLatin1String(key::stopPopups));
     if (!stop->checked())
         bar.reportClick(stop);
-    const platform::Tool* count =
+    const commandbar::Tool* count =
         bar.tool(QLatin1String(key::statusBar), QStringLiteral("b_blocked"));
 
     LoopWatch heart;
     // From the first window blocked to the last: the storm itself, without
     // the page's load.
     std::unique_ptr<LoopWatch> during;
-    QObject::connect(&bar, &platform::CommandBar::toolChanged, &app,
-                     [&](const platform::Tool* tool) {
+    QObject::connect(&bar, &commandbar::CommandBar::toolChanged, &app,
+                     [&](const commandbar::Tool* tool) {
                          if (tool == count && !during)
                              during = std::make_unique<LoopWatch>();
                      });

@@ -1,8 +1,8 @@
 #include "HostedControls.h"
 #include "ProgressDisplay.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "core/Keys.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/CommandBarWidgets.h"
 #include "tabs/LoadingPictures.h"
 
 #include <QComboBox>
@@ -33,16 +33,16 @@ HostedControls::HostedControls(QWidget& window)
     statusLayout->addWidget(statusText_, 0, Qt::AlignVCenter);
 }
 
-void HostedControls::host(platform::CommandBar& bar, const platform::CommandBarWidgets& widgets)
+void HostedControls::host(commandbar::CommandBar& bar, const commandbar::CommandBarWidgets& widgets)
 {
     auto put = [&bar](const char* band, const char* tool, QWidget* control) {
-        if (platform::Tool* t = bar.tool(band, tool))
+        if (commandbar::Tool* t = bar.tool(band, tool))
             t->setControl(control);
     };
     put(key::statusBar, key::statusTextTool, statusHost_);
     put(key::addressBar, key::addressTool, addressBox_);
     put(key::addressBar, key::pageIconTool, pageIcon_);
-    if (platform::Tool* progress = bar.tool(key::statusBar, key::progressTool)) {
+    if (commandbar::Tool* progress = bar.tool(key::statusBar, key::progressTool)) {
         progress->setWidth(widgets.pixelsToTwips(progress_->width()));
         progress->setControl(progress_);
     }

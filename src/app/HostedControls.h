@@ -10,10 +10,10 @@ class QLabel;
 class QLineEdit;
 class QWidget;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
 class CommandBarWidgets;
-} // namespace platform
+} // namespace commandbar
 
 class HostedControls
 {
@@ -21,7 +21,7 @@ public:
     explicit HostedControls(QWidget& window);
 
     // Puts each control into its tool, in the start-up order.
-    void host(platform::CommandBar& bar, const platform::CommandBarWidgets& widgets);
+    void host(commandbar::CommandBar& bar, const commandbar::CommandBarWidgets& widgets);
 
     QComboBox* addressBox() const { return addressBox_; }
     QLabel* pageIcon() const { return pageIcon_; }

@@ -11,13 +11,13 @@ const QString titleEnding = QStringLiteral(" - Lunched By QUBBROWSER");
 } // namespace
 
 InternetOptions::InternetOptions(QWidget& window, Settings& settings,
-                                 platform::BrowserViewFactory& views, platform::CommandBar& bar,
+                                 platform::BrowserViewFactory& views, commandbar::CommandBar& bar,
                                  CommandDispatcher& commands, BarEventRouter& events)
     : window_(window), settings_(settings), views_(views), bar_(bar), commands_(commands)
 {
     commands.on(cmd::Command::InternetOptions, [this](const CommandContext&) { open(0); });
     events.onSecondaryAction(QLatin1String(key::securityTool),
-                             [this](platform::Tool&) { open(1); });
+                             [this](commandbar::Tool&) { open(1); });
 }
 
 void InternetOptions::open(int page)

@@ -15,14 +15,17 @@ class Settings;
 
 namespace platform {
 class BrowserViewFactory;
-class CommandBar;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
 
 class InternetOptions
 {
 public:
     InternetOptions(QWidget& window, Settings& settings, platform::BrowserViewFactory& views,
-                    platform::CommandBar& bar, CommandDispatcher& commands, BarEventRouter& events);
+                    commandbar::CommandBar& bar, CommandDispatcher& commands,
+                    BarEventRouter& events);
 
     void open(int page);
 
@@ -32,7 +35,7 @@ private:
     QWidget& window_;
     Settings& settings_;
     platform::BrowserViewFactory& views_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     CommandDispatcher& commands_;
     QPointer<OptionsDialog> dialog_;
 };

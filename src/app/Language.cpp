@@ -1,6 +1,6 @@
 #include "Language.h"
+#include "commandbar/CommandBar.h"
 #include "core/Keys.h"
-#include "platform/commandbar/CommandBar.h"
 #include "platform/ini/ProfileFile.h"
 
 namespace {
@@ -12,12 +12,12 @@ QString Language::text(const QString& key) const
     return platform::ReadIniString(fileName(), section, key);
 }
 
-QString Language::apply(platform::CommandBar& bar, const QString& version)
+QString Language::apply(commandbar::CommandBar& bar, const QString& version)
 {
     // Hundreds of keys: the file is read once for all of them.
     const platform::IniSectionReader file(fileName(), section);
     auto text = [&file](const QString& key) { return file.text(key); };
-    auto caption = [&text](platform::Tool& tool) {
+    auto caption = [&text](commandbar::Tool& tool) {
         if (const QString value = text(tool.key()); !value.isEmpty())
             tool.setCaption(value);
         if (const QString tip = text(QStringLiteral("tip_") + tool.key()); !tip.isEmpty())
@@ -33,7 +33,7 @@ QString Language::apply(platform::CommandBar& bar, const QString& version)
     for (const auto& tool : bar.tools())
         caption(*tool);
 
-    if (platform::Tool* security = bar.tool(key::statusBar, key::securityTool)) {
+    if (commandbar::Tool* security = bar.tool(key::statusBar, key::securityTool)) {
         if (!skinSecurityLabel_)
             skinSecurityLabel_ = security->tag();
         // The label of an unencrypted page is the tool's own caption in this

@@ -7,9 +7,9 @@
 
 #include <optional>
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 class Language
 {
@@ -23,7 +23,7 @@ public:
     // made from "QUB_TITLE" with "{V}" as version and "{N}" as the name. Can
     // run again after lng.ini changed: the security labels are rebuilt from
     // the skin's, not appended a second time.
-    QString apply(platform::CommandBar& bar, const QString& version);
+    QString apply(commandbar::CommandBar& bar, const QString& version);
 
 private:
     QString appDir_;

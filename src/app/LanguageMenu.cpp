@@ -1,10 +1,10 @@
 #include "LanguageMenu.h"
+#include "commandbar/AddBandTool.h"
+#include "commandbar/Band.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/CommandDispatcher.h"
 #include "platform/Dialogs.h"
-#include "platform/commandbar/AddBandTool.h"
-#include "platform/commandbar/Band.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 #include "platform/ini/ProfileFile.h"
 
 #include <QDir>
@@ -32,7 +32,7 @@ bool copyOver(const QString& source, const QString& target)
 }
 } // namespace
 
-LanguageMenu::LanguageMenu(QString appDir, platform::CommandBar& bar, platform::Dialogs& dialogs,
+LanguageMenu::LanguageMenu(QString appDir, commandbar::CommandBar& bar, platform::Dialogs& dialogs,
                            CommandDispatcher& commands)
     : appDir_(std::move(appDir)), bar_(bar), dialogs_(dialogs)
 {
@@ -47,9 +47,9 @@ void LanguageMenu::build()
         QString caption = languageName(appDir_ + files[i]);
         if (caption.isEmpty())
             caption = QFileInfo(files[i]).completeBaseName();
-        if (platform::Tool* tool =
-                platform::AddBandTool(bar_, menuKey, QStringLiteral("lang%1").arg(i + 1),
-                                      firstId + i, QStringLiteral("0"), caption, false)) {
+        if (commandbar::Tool* tool =
+                commandbar::AddBandTool(bar_, menuKey, QStringLiteral("lang%1").arg(i + 1),
+                                        firstId + i, QStringLiteral("0"), caption, false)) {
             tool->setTag(files[i]);
             tool->setCheckable(true);
         }
@@ -57,7 +57,7 @@ void LanguageMenu::build()
     checkCurrent();
 }
 
-void LanguageMenu::choose(const platform::Tool& tool)
+void LanguageMenu::choose(const commandbar::Tool& tool)
 {
     const QString source = appDir_ + tool.tag();
     if (!QFileInfo::exists(source)) {
@@ -78,12 +78,12 @@ void LanguageMenu::choose(const platform::Tool& tool)
 // The entry whose language names itself as lng.ini does.
 void LanguageMenu::checkCurrent()
 {
-    platform::Band* menu = bar_.band(menuKey);
+    commandbar::Band* menu = bar_.band(menuKey);
     if (!menu)
         return;
     const QString current = languageName(appDir_ + activeName);
     for (int i = 0; i < menu->count(); ++i) {
-        platform::Tool* tool = menu->at(i);
+        commandbar::Tool* tool = menu->at(i);
         tool->setChecked(!current.isEmpty() && languageName(appDir_ + tool->tag()) == current);
     }
 }

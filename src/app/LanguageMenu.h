@@ -10,16 +10,18 @@
 class CommandDispatcher;
 
 namespace platform {
-class CommandBar;
 class Dialogs;
-class Tool;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+class Tool;
+} // namespace commandbar
 
 class LanguageMenu : public QObject
 {
     Q_OBJECT
 public:
-    LanguageMenu(QString appDir, platform::CommandBar& bar, platform::Dialogs& dialogs,
+    LanguageMenu(QString appDir, commandbar::CommandBar& bar, platform::Dialogs& dialogs,
                  CommandDispatcher& commands);
 
     static constexpr int firstId = 3201;
@@ -31,10 +33,10 @@ signals:
     void switched();
 
 private:
-    void choose(const platform::Tool& tool);
+    void choose(const commandbar::Tool& tool);
     void checkCurrent();
 
     QString appDir_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     platform::Dialogs& dialogs_;
 };

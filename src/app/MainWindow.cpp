@@ -2,11 +2,11 @@
 #include "AddressToolWidth.h"
 #include "AfterFirstPaint.h"
 #include "ProgressDisplay.h"
+#include "commandbar/SkinLoader.h"
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "core/Keys.h"
 #include "platform/Dialogs.h"
 #include "platform/FreeMemory.h"
-#include "platform/commandbar/CommandBarWidgets.h"
-#include "platform/commandbar/SkinLoader.h"
 
 #include <QApplication>
 #include <QCloseEvent>
@@ -31,14 +31,14 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       commands_(state_, bar_, [this](int index) { return tabs_.strip().view(index); }),
       barEvents_(bar_),
       tabs_(state_, bar_, factory, stage_, display_, clock, commands_, barEvents_),
-      history_(*controls_.addressBox(), *controls_.pageIcon(), bar_, tabs_.strip(), tabs_.events(),
-               registry_, dialogs, factory.privateData(), commands_),
+      history_(*controls_.addressBox(), *controls_.pageIcon(), bar_, tabs_.strip(), tabs_.every(),
+               tabs_.events(), registry_, dialogs, factory.privateData(), commands_),
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
       favourites_(*this, appDir, bar_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
       translate_(*this, appDir, bar_, tabs_.strip(), dialogs, commands_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
-      protect_(state_, bar_, tabs_.strip(), tabs_.events(), factory, clickHook_, clock, shell,
-               commands_),
+      protect_(state_, bar_, tabs_.strip(), tabs_.every(), tabs_.events(), factory, clickHook_,
+               clock, shell, commands_),
       languages_(appDir, bar_, dialogs, commands_),
       net_(
           *this, state_, bar_, tabs_.strip(), proxies_, dialogs,
@@ -67,8 +67,8 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
             [this](const QString& address) { lastPages_.append(address); });
     // Queued: bands shown or hidden have their new places only once the
     // window has laid them out.
-    connect(&bar_, &platform::CommandBar::layoutRecalculated, this, &MainWindow::layoutAddressTool,
-            Qt::QueuedConnection);
+    connect(&bar_, &commandbar::CommandBar::layoutRecalculated, this,
+            &MainWindow::layoutAddressTool, Qt::QueuedConnection);
 }
 
 MainWindow::~MainWindow()
@@ -107,7 +107,7 @@ bool MainWindow::loadSkin()
         return false;
     }
     QString problem;
-    if (auto error = platform::SkinLoader::loadFile(bar_, state_.appDir + skinName))
+    if (auto error = commandbar::SkinLoader::loadFile(bar_, state_.appDir + skinName))
         problem = error->text(skinName);
     else if (auto tabs = TabBand::skinProblem(bar_))
         problem = tabs->text(skinName);
@@ -130,7 +130,7 @@ bool MainWindow::start(const QString& commandLineAddress)
 {
     if (!loadSkin())
         return false;
-    barWidgets_ = new platform::CommandBarWidgets(bar_, *this, pacer_);
+    barWidgets_ = new commandbar::CommandBarWidgets(bar_, *this, pacer_);
     if (QWidget* strip = barWidgets_->container(bar_.band(key::tabsBar)))
         styleTabBand(*strip);
     controls_.host(bar_, *barWidgets_);
@@ -199,9 +199,9 @@ void MainWindow::resizeEvent(QResizeEvent* event)
 
 void MainWindow::layoutAddressTool()
 {
-    platform::Band* address = bar_.band(key::addressBar);
-    platform::Band* main = bar_.band(key::mainBar);
-    platform::Tool* tool = bar_.tool(key::addressBar, key::addressTool);
+    commandbar::Band* address = bar_.band(key::addressBar);
+    commandbar::Band* main = bar_.band(key::mainBar);
+    commandbar::Tool* tool = bar_.tool(key::addressBar, key::addressTool);
     if (!address || !main || !tool || !barWidgets_)
         return;
     const int line = bar_.dockLine(*address);

@@ -10,6 +10,8 @@
 #include "LastPages.h"
 #include "Settings.h"
 #include "WindowDisplay.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/widgets/RedrawPacer.h"
 #include "commands/CommandsSubsystem.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
@@ -22,8 +24,6 @@
 #include "platform/ConnectionHelper.h"
 #include "platform/UserRegistry.h"
 #include "platform/browser/WidgetViewStage.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/RedrawPacer.h"
 #include "protect/ProtectSubsystem.h"
 #include "tabs/TabSubsystem.h"
 #include "translate/TranslateSubsystem.h"
@@ -31,10 +31,12 @@
 #include <QMainWindow>
 
 namespace platform {
-class CommandBarWidgets;
 class Dialogs;
 class Shell;
 } // namespace platform
+namespace commandbar {
+class CommandBarWidgets;
+} // namespace commandbar
 
 class MainWindow : public QMainWindow
 {
@@ -53,8 +55,8 @@ public:
     struct Parts
     {
         MainState& state;
-        platform::CommandBar& bar;
-        platform::CommandBarWidgets* barWidgets;
+        commandbar::CommandBar& bar;
+        commandbar::CommandBarWidgets* barWidgets;
         CommandDispatcher& commands;
         TabStrip& tabs;
         ViewEvents& viewEvents;
@@ -85,7 +87,7 @@ private:
     platform::Dialogs& dialogs_;
     platform::BrowserViewFactory& factory_;
     MainState state_;
-    platform::CommandBar bar_;
+    commandbar::CommandBar bar_;
     platform::ConnectionHelper connection_;
     ProxyMenu proxies_;
     Language language_;
@@ -96,7 +98,7 @@ private:
     HostedControls controls_;
     QWidget* clientArea_;
     QWidget* hideFrame_;
-    platform::RedrawPacer pacer_;
+    commandbar::RedrawPacer pacer_;
     platform::WidgetViewStage stage_;
     WindowDisplay display_;
     CommandDispatcher commands_;
@@ -111,5 +113,5 @@ private:
     LanguageMenu languages_;
     NetSubsystem net_;
     ExitFlow exit_;
-    platform::CommandBarWidgets* barWidgets_ = nullptr;
+    commandbar::CommandBarWidgets* barWidgets_ = nullptr;
 };

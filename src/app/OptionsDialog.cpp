@@ -1,8 +1,8 @@
 #include "OptionsDialog.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/CommandDispatcher.h"
 #include "core/Switches.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
@@ -15,7 +15,7 @@
 
 using cmd::Command;
 
-OptionsDialog::OptionsDialog(const QString& homePage, const platform::CommandBar& bar,
+OptionsDialog::OptionsDialog(const QString& homePage, const commandbar::CommandBar& bar,
                              CommandDispatcher& commands, QWidget* parent)
     : QDialog(parent), bar_(bar), commands_(commands), pages_(new QTabWidget(this)),
       homePage_(new QLineEdit(homePage, this))
@@ -50,7 +50,7 @@ QWidget* OptionsDialog::generalPage()
 // Captioned as the menus are, in the language of the menus.
 QString OptionsDialog::captionOf(cmd::Command command) const
 {
-    const platform::Tool* tool = bar_.collectionTool(QLatin1String(cmd::keyOf(command)));
+    const commandbar::Tool* tool = bar_.collectionTool(QLatin1String(cmd::keyOf(command)));
     return tool ? QString(tool->caption()).remove('&') : QString();
 }
 

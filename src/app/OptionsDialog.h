@@ -14,9 +14,9 @@ class QCheckBox;
 class QLineEdit;
 class QTabWidget;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 class OptionsDialog : public QDialog
 {
@@ -25,7 +25,7 @@ public:
     // Page numbers, in the order of the tabs.
     enum Page { General, Security, Privacy, Content, Connections, PageCount };
 
-    OptionsDialog(const QString& homePage, const platform::CommandBar& bar,
+    OptionsDialog(const QString& homePage, const commandbar::CommandBar& bar,
                   CommandDispatcher& commands, QWidget* parent);
 
     void showPage(int page);
@@ -41,7 +41,7 @@ private:
     QWidget* connectionsPage();
     QString captionOf(cmd::Command command) const;
 
-    const platform::CommandBar& bar_;
+    const commandbar::CommandBar& bar_;
     CommandDispatcher& commands_;
     QTabWidget* pages_;
     QLineEdit* homePage_;

@@ -1,8 +1,8 @@
 #include "Settings.h"
+#include "commandbar/CommandBar.h"
 #include "core/Keys.h"
 #include "core/Switches.h"
 #include "net/ProxyMenu.h"
-#include "platform/commandbar/CommandBar.h"
 #include "platform/ini/ProfileFile.h"
 
 namespace {
@@ -37,7 +37,7 @@ const Switch settingSwitches[] = {
 
 } // namespace
 
-Settings::Settings(QString appDir, platform::CommandBar& bar, ProxyMenu& proxies)
+Settings::Settings(QString appDir, commandbar::CommandBar& bar, ProxyMenu& proxies)
     : appDir_(std::move(appDir)), bar_(bar), proxies_(proxies)
 {
 }
@@ -54,7 +54,7 @@ void Settings::load()
         }
         switches::set(bar_, s.command, on);
         if (s.shownBand)
-            if (platform::Band* band = bar_.band(s.shownBand))
+            if (commandbar::Band* band = bar_.band(s.shownBand))
                 band->setVisible(on);
     }
 

@@ -6,14 +6,14 @@
 
 class ProxyMenu;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-} // namespace platform
+} // namespace commandbar
 
 class Settings
 {
 public:
-    Settings(QString appDir, platform::CommandBar& bar, ProxyMenu& proxies);
+    Settings(QString appDir, commandbar::CommandBar& bar, ProxyMenu& proxies);
 
     void load();
     // False when the file could not be written.
@@ -41,7 +41,7 @@ public:
 
 private:
     QString appDir_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     ProxyMenu& proxies_;
     QString homePage_ = defaultHomePage;
     QString searchAddress_ = defaultSearchAddress;

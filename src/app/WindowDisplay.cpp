@@ -1,6 +1,6 @@
 #include "WindowDisplay.h"
 #include "ProgressDisplay.h"
-#include "platform/commandbar/RedrawPacer.h"
+#include "commandbar/widgets/RedrawPacer.h"
 
 #include <QComboBox>
 #include <QLabel>

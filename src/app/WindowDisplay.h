@@ -7,15 +7,15 @@ class QLineEdit;
 class QWidget;
 class ProgressDisplay;
 
-namespace platform {
+namespace commandbar {
 class RedrawPacer;
-}
+} // namespace commandbar
 
 class WindowDisplay : public ActiveTabDisplay
 {
 public:
     WindowDisplay(QWidget& window, QComboBox& address, QLineEdit& status, ProgressDisplay& progress,
-                  platform::RedrawPacer& pacer)
+                  commandbar::RedrawPacer& pacer)
         : window_(window), address_(address), status_(status), progress_(progress), pacer_(pacer)
     {
     }
@@ -33,5 +33,5 @@ private:
     QComboBox& address_;
     QLineEdit& status_;
     ProgressDisplay& progress_;
-    platform::RedrawPacer& pacer_;
+    commandbar::RedrawPacer& pacer_;
 };

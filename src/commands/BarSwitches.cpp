@@ -1,9 +1,9 @@
 #include "BarSwitches.h"
+#include "commandbar/CommandBar.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "core/Switches.h"
-#include "platform/commandbar/CommandBar.h"
 
 namespace {
 
@@ -21,13 +21,13 @@ const BandSwitch bandSwitches[] = {
 
 } // namespace
 
-BarSwitches::BarSwitches(platform::CommandBar& bar, CommandDispatcher& commands,
+BarSwitches::BarSwitches(commandbar::CommandBar& bar, CommandDispatcher& commands,
                          BarEventRouter& events)
     : bar_(bar)
 {
     for (const BandSwitch& s : bandSwitches) {
         commands.on(s.command, [this, s](const CommandContext&) {
-            platform::Band* shown = bar_.band(s.band);
+            commandbar::Band* shown = bar_.band(s.band);
             if (!shown)
                 return;
             // The band, not its check: a band can be hidden another way.
@@ -38,9 +38,9 @@ BarSwitches::BarSwitches(platform::CommandBar& bar, CommandDispatcher& commands,
         });
     }
 
-    events.onDropDown(QLatin1String(key::viewMenu), [this](platform::Band&) {
+    events.onDropDown(QLatin1String(key::viewMenu), [this](commandbar::Band&) {
         for (const BandSwitch& s : bandSwitches)
-            if (const platform::Band* band = bar_.band(s.band))
+            if (const commandbar::Band* band = bar_.band(s.band))
                 switches::set(bar_, s.command, band->visible());
     });
 }

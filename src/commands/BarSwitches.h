@@ -5,15 +5,15 @@
 class BarEventRouter;
 class CommandDispatcher;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 class BarSwitches
 {
 public:
-    BarSwitches(platform::CommandBar& bar, CommandDispatcher& commands, BarEventRouter& events);
+    BarSwitches(commandbar::CommandBar& bar, CommandDispatcher& commands, BarEventRouter& events);
 
 private:
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
 };

@@ -3,7 +3,7 @@
 #include "platform/browser/BrowserView.h"
 #include "tabs/TabSubsystem.h"
 
-CommandsSubsystem::CommandsSubsystem(QWidget& window, platform::CommandBar& bar,
+CommandsSubsystem::CommandsSubsystem(QWidget& window, commandbar::CommandBar& bar,
                                      const MainState& state, TabSubsystem& tabs,
                                      platform::Dialogs& dialogs, platform::Shell& shell,
                                      platform::BrowserViewFactory& engine,

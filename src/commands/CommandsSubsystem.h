@@ -17,12 +17,12 @@ class TabSubsystem;
 
 namespace platform {
 class BrowserViewFactory;
-}
+} // namespace platform
 
 class CommandsSubsystem
 {
 public:
-    CommandsSubsystem(QWidget& window, platform::CommandBar& bar, const MainState& state,
+    CommandsSubsystem(QWidget& window, commandbar::CommandBar& bar, const MainState& state,
                       TabSubsystem& tabs, platform::Dialogs& dialogs, platform::Shell& shell,
                       platform::BrowserViewFactory& engine, CommandDispatcher& commands,
                       BarEventRouter& events);

@@ -7,7 +7,7 @@ class CommandDispatcher;
 
 namespace platform {
 class Dialogs;
-}
+} // namespace platform
 
 class DocumentCommands
 {

@@ -1,10 +1,10 @@
 #include "EditCommands.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
 #include "core/MainState.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 #include "tabs/TabStrip.h"
 
 using platform::EditCommand;
@@ -32,8 +32,9 @@ const EditEntry entries[] = {
 
 } // namespace
 
-EditCommands::EditCommands(platform::CommandBar& bar, const MainState& state, const TabStrip& tabs,
-                           CommandDispatcher& commands, BarEventRouter& events)
+EditCommands::EditCommands(commandbar::CommandBar& bar, const MainState& state,
+                           const TabStrip& tabs, CommandDispatcher& commands,
+                           BarEventRouter& events)
     : bar_(bar), state_(state), tabs_(tabs)
 {
     for (const EditEntry& entry : entries)
@@ -41,7 +42,7 @@ EditCommands::EditCommands(platform::CommandBar& bar, const MainState& state, co
             c.view->focusPage();
             c.view->editing().run(edit);
         });
-    events.onDropDown(QLatin1String(editMenu), [this](platform::Band&) { updateMenu(); });
+    events.onDropDown(QLatin1String(editMenu), [this](commandbar::Band&) { updateMenu(); });
 }
 
 void EditCommands::updateMenu()
@@ -51,7 +52,7 @@ void EditCommands::updateMenu()
     platform::BrowserView* view = tabs_.view(tab);
     for (const EditEntry& entry : entries) {
         const char* key = cmd::keyOf(entry.command);
-        platform::Tool* tool = bar_.tool(editMenu, key);
+        commandbar::Tool* tool = bar_.tool(editMenu, key);
         if (!tool)
             continue;
         tool->setEnabled(false);
@@ -60,7 +61,7 @@ void EditCommands::updateMenu()
         view->editing().queryEnabled(entry.edit, [this, asking, tab, key](bool enabled) {
             if (asking != asking_ || tab != state_.currentTab)
                 return;
-            if (platform::Tool* answered = bar_.tool(editMenu, key))
+            if (commandbar::Tool* answered = bar_.tool(editMenu, key))
                 answered->setEnabled(enabled);
         });
     }

@@ -8,20 +8,20 @@ class CommandDispatcher;
 class TabStrip;
 struct MainState;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 class EditCommands
 {
 public:
-    EditCommands(platform::CommandBar& bar, const MainState& state, const TabStrip& tabs,
+    EditCommands(commandbar::CommandBar& bar, const MainState& state, const TabStrip& tabs,
                  CommandDispatcher& commands, BarEventRouter& events);
 
 private:
     void updateMenu();
 
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     const MainState& state_;
     const TabStrip& tabs_;
     int asking_ = 0;

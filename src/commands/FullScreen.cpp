@@ -1,9 +1,9 @@
 #include "FullScreen.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 #include "tabs/TabStrip.h"
 #include "tabs/ViewEvents.h"
 
@@ -14,7 +14,7 @@ namespace {
 constexpr int floatingWidthTwips = 3000;
 } // namespace
 
-FullScreen::FullScreen(QWidget& window, platform::CommandBar& bar, TabStrip& tabs,
+FullScreen::FullScreen(QWidget& window, commandbar::CommandBar& bar, TabStrip& tabs,
                        ViewEvents& events, CommandDispatcher& commands)
     : window_(window), bar_(bar), tabs_(tabs),
       leavePage_(new QShortcut(QKeySequence(Qt::Key_Escape), &window))
@@ -30,7 +30,7 @@ FullScreen::FullScreen(QWidget& window, platform::CommandBar& bar, TabStrip& tab
 
 bool FullScreen::active() const
 {
-    const platform::Tool* tool = bar_.tool(key::viewMenu, key::fullScreen);
+    const commandbar::Tool* tool = bar_.tool(key::viewMenu, key::fullScreen);
     return tool && tool->checked();
 }
 
@@ -57,7 +57,7 @@ void FullScreen::pageFullScreen(bool on)
 void FullScreen::setChecked(bool checked)
 {
     for (const char* band : {key::viewMenu, key::mainBar})
-        if (platform::Tool* tool = bar_.tool(band, key::fullScreen))
+        if (commandbar::Tool* tool = bar_.tool(band, key::fullScreen))
             tool->setChecked(checked);
 }
 
@@ -71,9 +71,9 @@ void FullScreen::enter()
         saved_ = {place.x(), place.y(), place.width(), place.height()};
     }
     for (const char* key : {key::menuBar, key::statusBar})
-        if (platform::Band* band = bar_.band(key))
+        if (commandbar::Band* band = bar_.band(key))
             band->setVisible(false);
-    if (platform::Band* main = bar_.band(key::mainBar))
+    if (commandbar::Band* main = bar_.band(key::mainBar))
         main->setFloating(true, floatingWidthTwips);
     // Covers the desktop's panels as well: there is no task bar to hide.
     window_.showFullScreen();
@@ -89,14 +89,14 @@ void FullScreen::leave()
     forPage_ = false;
     leavePage_->setEnabled(false);
     setChecked(false);
-    if (platform::Band* menu = bar_.band(key::menuBar))
+    if (commandbar::Band* menu = bar_.band(key::menuBar))
         menu->setVisible(true);
-    if (platform::Band* main = bar_.band(key::mainBar))
+    if (commandbar::Band* main = bar_.band(key::mainBar))
         main->setFloating(false);
     for (const char* key : {key::addressBar, key::statusBar})
-        if (platform::Band* band = bar_.band(key))
+        if (commandbar::Band* band = bar_.band(key))
             band->setVisible(true);
-    if (platform::Band* address = bar_.band(key::addressBar))
+    if (commandbar::Band* address = bar_.band(key::addressBar))
         bar_.dockOnItsLine(address);
     // Straight back: a trip through the minimised state is two requests a
     // window manager may take in either order, and it can leave the window

@@ -12,15 +12,15 @@ class QWidget;
 class TabStrip;
 class ViewEvents;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 class FullScreen : public QObject
 {
     Q_OBJECT
 public:
-    FullScreen(QWidget& window, platform::CommandBar& bar, TabStrip& tabs, ViewEvents& events,
+    FullScreen(QWidget& window, commandbar::CommandBar& bar, TabStrip& tabs, ViewEvents& events,
                CommandDispatcher& commands);
 
     bool active() const;
@@ -41,7 +41,7 @@ private:
     };
 
     QWidget& window_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     TabStrip& tabs_;
     Placement saved_;
     // The page asked for full screen, so its Esc leaves it.

@@ -1,8 +1,8 @@
 #include "LinksPage.h"
+#include "commandbar/Tool.h"
 #include "core/CommandDispatcher.h"
 #include "platform/Dialogs.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/Tool.h"
 #include "tabs/TabStrip.h"
 
 #include <QPointer>

@@ -1,10 +1,10 @@
 #include "PageCommands.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 #include "tabs/TabStrip.h"
 
 using cmd::Command;
@@ -13,17 +13,17 @@ namespace {
 const char* const offlineKey = cmd::keyOf(Command::WorkOffline);
 } // namespace
 
-PageCommands::PageCommands(platform::CommandBar& bar, TabStrip& tabs,
+PageCommands::PageCommands(commandbar::CommandBar& bar, TabStrip& tabs,
                            platform::ConnectionState& connection, CommandDispatcher& commands,
                            BarEventRouter& events)
     : bar_(bar), tabs_(tabs), connection_(connection)
 {
     commands.on(Command::WorkOffline, [this](const CommandContext&) {
-        const platform::Tool* tool = bar_.tool(key::fileMenu, offlineKey);
+        const commandbar::Tool* tool = bar_.tool(key::fileMenu, offlineKey);
         setWorkOffline(!(tool ? tool->checked() : connection_.offline()));
     });
     commands.on(Command::ViewSource, [this](const CommandContext& c) { showSource(*c.view); });
-    events.onDropDown(QLatin1String(key::fileMenu), [this](platform::Band&) { showOffline(); });
+    events.onDropDown(QLatin1String(key::fileMenu), [this](commandbar::Band&) { showOffline(); });
 }
 
 void PageCommands::setWorkOffline(bool offline)
@@ -35,7 +35,7 @@ void PageCommands::setWorkOffline(bool offline)
 void PageCommands::showOffline()
 {
     for (const char* band : {key::fileMenu, key::statusBar})
-        if (platform::Tool* tool = bar_.tool(band, offlineKey))
+        if (commandbar::Tool* tool = bar_.tool(band, offlineKey))
             tool->setChecked(connection_.offline());
 }
 

@@ -9,14 +9,16 @@ class TabStrip;
 
 namespace platform {
 class BrowserView;
-class CommandBar;
 class ConnectionState;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
 
 class PageCommands
 {
 public:
-    PageCommands(platform::CommandBar& bar, TabStrip& tabs, platform::ConnectionState& connection,
+    PageCommands(commandbar::CommandBar& bar, TabStrip& tabs, platform::ConnectionState& connection,
                  CommandDispatcher& commands, BarEventRouter& events);
 
     void setWorkOffline(bool offline);
@@ -25,7 +27,7 @@ public:
 private:
     void showOffline();
 
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     TabStrip& tabs_;
     platform::ConnectionState& connection_;
 };

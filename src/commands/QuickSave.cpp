@@ -1,7 +1,7 @@
 #include "QuickSave.h"
-#include "TextWindow.h"
 #include "core/CommandDispatcher.h"
 #include "platform/Shell.h"
+#include "platform/TextWindow.h"
 #include "platform/browser/BrowserView.h"
 
 #include <QDir>
@@ -53,7 +53,7 @@ void QuickSave::showText(platform::BrowserView& view)
             file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
         file.close();
         file.remove();
-        (new TextWindow(title, written, dialogs_, &window_))->show();
+        (new platform::TextWindow(title, written, dialogs_, &window_))->show();
     };
     if (view.locationUrl().isEmpty() || !view.hasDocument()) {
         show(QStringLiteral(" "));

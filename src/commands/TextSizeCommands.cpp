@@ -1,9 +1,9 @@
 #include "TextSizeCommands.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 #include "tabs/TabStrip.h"
 
 namespace {
@@ -23,7 +23,7 @@ const TextSize sizes[] = {
 
 } // namespace
 
-TextSizeCommands::TextSizeCommands(platform::CommandBar& bar, const TabStrip& tabs,
+TextSizeCommands::TextSizeCommands(commandbar::CommandBar& bar, const TabStrip& tabs,
                                    CommandDispatcher& commands, BarEventRouter& events)
     : bar_(bar), tabs_(tabs)
 {
@@ -31,7 +31,7 @@ TextSizeCommands::TextSizeCommands(platform::CommandBar& bar, const TabStrip& ta
         commands.on(size.command, [level = size.level](const CommandContext& c) {
             c.view->zoom().setLevel(level);
         });
-    events.onDropDown(QLatin1String(textMenu), [this](platform::Band&) { markLevel(); });
+    events.onDropDown(QLatin1String(textMenu), [this](commandbar::Band&) { markLevel(); });
 }
 
 void TextSizeCommands::markLevel()
@@ -41,6 +41,6 @@ void TextSizeCommands::markLevel()
         return;
     const int level = view->zoom().level();
     for (const TextSize& size : sizes)
-        if (platform::Tool* tool = bar_.tool(textMenu, cmd::keyOf(size.command)))
+        if (commandbar::Tool* tool = bar_.tool(textMenu, cmd::keyOf(size.command)))
             tool->setChecked(size.level == level);
 }

@@ -6,19 +6,19 @@ class BarEventRouter;
 class CommandDispatcher;
 class TabStrip;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 class TextSizeCommands
 {
 public:
-    TextSizeCommands(platform::CommandBar& bar, const TabStrip& tabs, CommandDispatcher& commands,
+    TextSizeCommands(commandbar::CommandBar& bar, const TabStrip& tabs, CommandDispatcher& commands,
                      BarEventRouter& events);
 
 private:
     void markLevel();
 
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     const TabStrip& tabs_;
 };

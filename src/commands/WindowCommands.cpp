@@ -1,12 +1,12 @@
 #include "WindowCommands.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "core/ToolKeys.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 
 #include <QCoreApplication>
 
@@ -37,7 +37,7 @@ void openMail(platform::Dialogs& dialogs, platform::Shell& shell, const QString&
 } // namespace
 
 WindowCommands::WindowCommands(platform::Dialogs& dialogs, platform::Shell& shell,
-                               platform::CommandBar& bar, platform::PrivateData& privateData,
+                               commandbar::CommandBar& bar, platform::PrivateData& privateData,
                                CommandDispatcher& commands)
 {
     using platform::PrivateData;
@@ -60,7 +60,7 @@ WindowCommands::WindowCommands(platform::Dialogs& dialogs, platform::Shell& shel
         openMail(dialogs, shell, mailText({}, {}, {}));
     });
     commands.on(Command::SendLink, [&dialogs, &shell, &bar](const CommandContext& c) {
-        const platform::Tool* tab = bar.tool(key::tabsBar, keys::tabKey(c.tab));
+        const commandbar::Tool* tab = bar.tool(key::tabsBar, keys::tabKey(c.tab));
         openMail(dialogs, shell,
                  mailText({}, tab ? tab->caption() : QString(), c.view->locationUrl()));
     });

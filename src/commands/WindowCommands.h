@@ -9,16 +9,18 @@ class CommandDispatcher;
 class TabStrip;
 
 namespace platform {
-class CommandBar;
 class Dialogs;
 class PrivateData;
 class Shell;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
 
 class WindowCommands
 {
 public:
-    WindowCommands(platform::Dialogs& dialogs, platform::Shell& shell, platform::CommandBar& bar,
+    WindowCommands(platform::Dialogs& dialogs, platform::Shell& shell, commandbar::CommandBar& bar,
                    platform::PrivateData& privateData, CommandDispatcher& commands);
 };
 

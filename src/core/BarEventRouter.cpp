@@ -1,11 +1,11 @@
 #include "BarEventRouter.h"
-#include "platform/commandbar/CommandBar.h"
+#include "commandbar/CommandBar.h"
 
-BarEventRouter::BarEventRouter(platform::CommandBar& bar)
+BarEventRouter::BarEventRouter(commandbar::CommandBar& bar)
 {
-    connect(&bar, &platform::CommandBar::bandDropDown, this, &BarEventRouter::dropDown);
-    connect(&bar, &platform::CommandBar::bandShown, this, &BarEventRouter::bandShown);
-    connect(&bar, &platform::CommandBar::toolSecondaryAction, this,
+    connect(&bar, &commandbar::CommandBar::bandDropDown, this, &BarEventRouter::dropDown);
+    connect(&bar, &commandbar::CommandBar::bandShown, this, &BarEventRouter::bandShown);
+    connect(&bar, &commandbar::CommandBar::toolSecondaryAction, this,
             &BarEventRouter::secondaryAction);
 }
 
@@ -39,21 +39,21 @@ void BarEventRouter::onSecondaryAction(cmd::Route route, ToolHandler handler)
     add(secondaryRoutes_, QLatin1String(cmd::routeTable[size_t(route)].prefix), std::move(handler));
 }
 
-void BarEventRouter::dropDown(platform::Band* band)
+void BarEventRouter::dropDown(commandbar::Band* band)
 {
     if (band)
         if (const auto it = dropDowns_.constFind(band->key()); it != dropDowns_.cend())
             (*it)(*band);
 }
 
-void BarEventRouter::bandShown(platform::Band* band)
+void BarEventRouter::bandShown(commandbar::Band* band)
 {
     if (band)
         if (const auto it = shown_.constFind(band->key()); it != shown_.cend())
             (*it)(*band);
 }
 
-void BarEventRouter::secondaryAction(platform::Tool* tool)
+void BarEventRouter::secondaryAction(commandbar::Tool* tool)
 {
     if (!tool)
         return;

@@ -9,29 +9,29 @@
 #include <QObject>
 #include <functional>
 
-namespace platform {
+namespace commandbar {
 class Band;
 class CommandBar;
 class Tool;
-} // namespace platform
+} // namespace commandbar
 
 class BarEventRouter : public QObject
 {
     Q_OBJECT
 public:
-    using BandHandler = std::function<void(platform::Band&)>;
-    using ToolHandler = std::function<void(platform::Tool&)>;
+    using BandHandler = std::function<void(commandbar::Band&)>;
+    using ToolHandler = std::function<void(commandbar::Tool&)>;
 
-    explicit BarEventRouter(platform::CommandBar& bar);
+    explicit BarEventRouter(commandbar::CommandBar& bar);
 
     void onDropDown(const QString& bandKey, BandHandler handler);
     void onBandShown(const QString& bandKey, BandHandler handler);
     void onSecondaryAction(const QString& toolKey, ToolHandler handler);
     void onSecondaryAction(cmd::Route route, ToolHandler handler);
 
-    void dropDown(platform::Band* band);
-    void bandShown(platform::Band* band);
-    void secondaryAction(platform::Tool* tool);
+    void dropDown(commandbar::Band* band);
+    void bandShown(commandbar::Band* band);
+    void secondaryAction(commandbar::Tool* tool);
 
 private:
     template <typename Handler>

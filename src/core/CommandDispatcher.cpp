@@ -1,13 +1,13 @@
 #include "CommandDispatcher.h"
 #include "Keys.h"
 #include "MainState.h"
-#include "platform/commandbar/CommandBar.h"
+#include "commandbar/CommandBar.h"
 
-CommandDispatcher::CommandDispatcher(const MainState& state, platform::CommandBar& bar,
+CommandDispatcher::CommandDispatcher(const MainState& state, commandbar::CommandBar& bar,
                                      ViewLookup views)
     : state_(state), bar_(bar), views_(std::move(views))
 {
-    connect(&bar_, &platform::CommandBar::toolClicked, this, &CommandDispatcher::dispatch);
+    connect(&bar_, &commandbar::CommandBar::toolClicked, this, &CommandDispatcher::dispatch);
 }
 
 void CommandDispatcher::on(cmd::Command command, Handler handler)
@@ -32,7 +32,7 @@ void CommandDispatcher::on(cmd::Route route, Handler handler)
 
 // The tab chosen through the tab strip counts for commands of the tab's own
 // menu; everywhere else a command acts on the tab that is shown.
-int CommandDispatcher::tabFor(const cmd::CommandInfo& command, const platform::Tool& tool) const
+int CommandDispatcher::tabFor(const cmd::CommandInfo& command, const commandbar::Tool& tool) const
 {
     switch (command.actsOn) {
     case cmd::ActsOn::Nothing:
@@ -48,7 +48,7 @@ int CommandDispatcher::tabFor(const cmd::CommandInfo& command, const platform::T
     return state_.currentTab;
 }
 
-void CommandDispatcher::dispatch(platform::Tool* tool)
+void CommandDispatcher::dispatch(commandbar::Tool* tool)
 {
     if (!tool)
         return;

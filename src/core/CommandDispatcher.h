@@ -12,14 +12,16 @@
 
 namespace platform {
 class BrowserView;
+} // namespace platform
+namespace commandbar {
 class CommandBar;
 class Tool;
-} // namespace platform
+} // namespace commandbar
 struct MainState;
 
 struct CommandContext
 {
-    platform::Tool& tool;
+    commandbar::Tool& tool;
     // The tab the command acts on, and its view; 0 and nullptr for commands
     // that act on nothing.
     int tab = 0;
@@ -33,7 +35,7 @@ public:
     using Handler = std::function<void(const CommandContext&)>;
     using ViewLookup = std::function<platform::BrowserView*(int index)>;
 
-    CommandDispatcher(const MainState& state, platform::CommandBar& bar, ViewLookup views);
+    CommandDispatcher(const MainState& state, commandbar::CommandBar& bar, ViewLookup views);
 
     // One handler per command and per route; a second registration is a
     // fault of the composition and is refused with a warning.
@@ -42,15 +44,15 @@ public:
     bool handles(cmd::Command command) const { return bool(commands_[size_t(command)]); }
     bool handles(cmd::Route route) const { return bool(routes_[size_t(route)]); }
 
-    void dispatch(platform::Tool* tool);
+    void dispatch(commandbar::Tool* tool);
     // Runs a command as if its tool had been clicked outside any band.
     void run(cmd::Command command);
 
 private:
-    int tabFor(const cmd::CommandInfo& command, const platform::Tool& tool) const;
+    int tabFor(const cmd::CommandInfo& command, const commandbar::Tool& tool) const;
 
     const MainState& state_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     ViewLookup views_;
     std::array<Handler, cmd::commandCount> commands_;
     std::array<Handler, cmd::routeCount> routes_;

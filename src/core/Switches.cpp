@@ -1,26 +1,26 @@
 #include "Switches.h"
 #include "CommandDispatcher.h"
-#include "platform/commandbar/CommandBar.h"
+#include "commandbar/CommandBar.h"
 
 namespace switches {
 
-bool isOn(const platform::CommandBar& bar, cmd::Command command)
+bool isOn(const commandbar::CommandBar& bar, cmd::Command command)
 {
-    const platform::Tool* tool = bar.collectionTool(QLatin1String(cmd::keyOf(command)));
+    const commandbar::Tool* tool = bar.collectionTool(QLatin1String(cmd::keyOf(command)));
     return tool && tool->checked();
 }
 
-void set(platform::CommandBar& bar, cmd::Command command, bool on)
+void set(commandbar::CommandBar& bar, cmd::Command command, bool on)
 {
     const QString key = QLatin1String(cmd::keyOf(command));
-    if (platform::Tool* tool = bar.collectionTool(key))
+    if (commandbar::Tool* tool = bar.collectionTool(key))
         tool->setChecked(on);
     for (const auto& band : bar.bands())
-        if (platform::Tool* tool = band->tool(key))
+        if (commandbar::Tool* tool = band->tool(key))
             tool->setChecked(on);
 }
 
-void registerFlips(platform::CommandBar& bar, CommandDispatcher& commands,
+void registerFlips(commandbar::CommandBar& bar, CommandDispatcher& commands,
                    std::initializer_list<cmd::Command> flips)
 {
     for (cmd::Command command : flips)

@@ -10,16 +10,16 @@
 
 class CommandDispatcher;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 namespace switches {
 
-bool isOn(const platform::CommandBar& bar, cmd::Command command);
-void set(platform::CommandBar& bar, cmd::Command command, bool on);
+bool isOn(const commandbar::CommandBar& bar, cmd::Command command);
+void set(commandbar::CommandBar& bar, cmd::Command command, bool on);
 // Registers the commands that do nothing but flip their switch.
-void registerFlips(platform::CommandBar& bar, CommandDispatcher& commands,
+void registerFlips(commandbar::CommandBar& bar, CommandDispatcher& commands,
                    std::initializer_list<cmd::Command> flips);
 
 } // namespace switches

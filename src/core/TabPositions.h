@@ -8,7 +8,7 @@
 
 namespace platform {
 class BrowserView;
-}
+} // namespace platform
 
 class TabPositions
 {

@@ -13,7 +13,7 @@ class QTreeWidget;
 
 namespace platform {
 class Dialogs;
-}
+} // namespace platform
 
 class AddFavouriteDialog : public QDialog
 {

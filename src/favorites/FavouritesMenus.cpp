@@ -1,10 +1,10 @@
 #include "FavouritesMenus.h"
 #include "FavouritesScan.h"
+#include "commandbar/CommandBar.h"
 #include "core/Keys.h"
 #include "core/ToolKeys.h"
 #include "platform/NarrowText.h"
 #include "platform/Shell.h"
-#include "platform/commandbar/CommandBar.h"
 
 #include <optional>
 
@@ -20,7 +20,7 @@ bool isLinksFolder(const QString& name)
 
 } // namespace
 
-FavouritesMenus::FavouritesMenus(platform::CommandBar& bar, platform::Shell& shell)
+FavouritesMenus::FavouritesMenus(commandbar::CommandBar& bar, platform::Shell& shell)
     : bar_(bar), shell_(shell)
 {
 }
@@ -29,7 +29,7 @@ FavouritesMenus::Entry FavouritesMenus::entryFor(const FavouriteItem& item, bool
 {
     Entry entry{{},
                 0,
-                platform::ControlType::Button,
+                commandbar::ControlType::Button,
                 platform::shortenCaption(item.name, captionBytes),
                 {},
                 {},
@@ -39,7 +39,7 @@ FavouritesMenus::Entry FavouritesMenus::entryFor(const FavouriteItem& item, bool
     case FavouriteItem::Kind::Folder:
         entry.key = keys::favouriteKey(item.position);
         entry.id = item.position * 100 + 1500;
-        entry.type = platform::ControlType::DropDown;
+        entry.type = commandbar::ControlType::DropDown;
         entry.subBand = keys::favouriteBandKey(item.number);
         break;
     case FavouriteItem::Kind::Favourite:
@@ -60,12 +60,12 @@ FavouritesMenus::Entry FavouritesMenus::entryFor(const FavouriteItem& item, bool
 
 void FavouritesMenus::build(const FavouritesScan& scan)
 {
-    platform::Band* menu = bar_.band(key::favMenu);
+    commandbar::Band* menu = bar_.band(key::favMenu);
     if (!menu)
         return;
     if (fixedTools_ < 0)
         fixedTools_ = menu->count();
-    const platform::Tool* iconSwitch = menu->tool(key::favIcons);
+    const commandbar::Tool* iconSwitch = menu->tool(key::favIcons);
     const bool icons = iconSwitch && iconSwitch->checked();
 
     // Every level's entries in order: the top level at 0, folder n at n.
@@ -81,8 +81,8 @@ void FavouritesMenus::build(const FavouritesScan& scan)
     // A drop-down takes its band's menu as it goes in, so new bands come
     // first; bands no longer opened by any drop-down go last.
     for (int n = folderBands_ + 1; n <= scan.folderCount(); ++n)
-        bar_.addBand(keys::favouriteBandKey(n), platform::BandKind::Popup);
-    std::vector<platform::Band*> bands{menu};
+        bar_.addBand(keys::favouriteBandKey(n), commandbar::BandKind::Popup);
+    std::vector<commandbar::Band*> bands{menu};
     for (int n = 1; n <= scan.folderCount(); ++n)
         bands.push_back(bar_.band(keys::favouriteBandKey(n)));
     for (size_t level = 0; level < bands.size(); ++level)
@@ -96,7 +96,7 @@ void FavouritesMenus::build(const FavouritesScan& scan)
         if (item.kind == FavouriteItem::Kind::Empty)
             continue;
         const size_t level = levelOf(item);
-        platform::Tool* tool = bands[level]->at((level == 0 ? fixedTools_ : 0) + item.row);
+        commandbar::Tool* tool = bands[level]->at((level == 0 ? fixedTools_ : 0) + item.row);
         if (item.kind == FavouriteItem::Kind::Favourite) {
             favouriteTools_[size_t(item.number - 1)] = tool;
         } else {
@@ -107,21 +107,21 @@ void FavouritesMenus::build(const FavouritesScan& scan)
     }
 }
 
-void FavouritesMenus::fill(platform::Band& band, int first, const std::vector<Entry>& entries)
+void FavouritesMenus::fill(commandbar::Band& band, int first, const std::vector<Entry>& entries)
 {
     for (size_t i = 0; i < entries.size(); ++i) {
         const Entry& entry = entries[i];
         const int index = first + int(i);
-        platform::Tool* tool = index < band.count() ? band.at(index) : nullptr;
+        commandbar::Tool* tool = index < band.count() ? band.at(index) : nullptr;
         if (tool && (tool->type() != entry.type || tool->subBand() != entry.subBand)) {
             bar_.removeTool(band, index);
             tool = nullptr;
         }
         // A new tool is complete before it goes in, so its menu takes it once.
-        std::optional<platform::Tool> made;
+        std::optional<commandbar::Tool> made;
         if (!tool)
             made.emplace(bar_, entry.key, entry.id, entry.type);
-        platform::Tool& target = tool ? *tool : *made;
+        commandbar::Tool& target = tool ? *tool : *made;
         target.setKey(entry.key);
         target.setId(entry.id);
         target.setCaption(entry.caption);
@@ -136,21 +136,21 @@ void FavouritesMenus::fill(platform::Band& band, int first, const std::vector<En
         bar_.removeTool(band, band.count() - 1);
 }
 
-void FavouritesMenus::addLinkCopies(const platform::Tool& folder)
+void FavouritesMenus::addLinkCopies(const commandbar::Tool& folder)
 {
-    if (platform::Band* address = bar_.band(key::addressBar)) {
-        platform::Tool* copy =
+    if (commandbar::Band* address = bar_.band(key::addressBar)) {
+        commandbar::Tool* copy =
             bar_.insertTool(*address, folder, address->indexOf(address->tool(key::go)) + 1);
         copy->setDisplayStyle(3);
         linkCopies_.push_back(copy);
     }
-    if (platform::Band* view = bar_.band(key::viewMenu))
+    if (commandbar::Band* view = bar_.band(key::viewMenu))
         linkCopies_.push_back(bar_.insertTool(*view, folder));
 }
 
 void FavouritesMenus::removeLinkCopies()
 {
-    for (platform::Tool* copy : linkCopies_)
+    for (commandbar::Tool* copy : linkCopies_)
         bar_.removeTool(*copy->band(), copy->band()->indexOf(copy));
     linkCopies_.clear();
 }

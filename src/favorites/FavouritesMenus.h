@@ -7,7 +7,7 @@
 // Go button and in the View menu. Folder and favourite tools share the "fav"
 // keys, so they live in their bands only, never in the bar's collection.
 // Shell icons are asked for only while "b_iconon" is checked.
-#include "platform/commandbar/Tool.h"
+#include "commandbar/Tool.h"
 
 #include <QString>
 #include <vector>
@@ -16,15 +16,17 @@ class FavouritesScan;
 struct FavouriteItem;
 
 namespace platform {
-class Band;
-class CommandBar;
 class Shell;
 } // namespace platform
+namespace commandbar {
+class Band;
+class CommandBar;
+} // namespace commandbar
 
 class FavouritesMenus
 {
 public:
-    FavouritesMenus(platform::CommandBar& bar, platform::Shell& shell);
+    FavouritesMenus(commandbar::CommandBar& bar, platform::Shell& shell);
 
     // Makes the menus show scan. A refresh mostly finds what the last build
     // made: tools already in their place are changed in place, and only
@@ -40,7 +42,7 @@ private:
     {
         QString key;
         int id;
-        platform::ControlType type;
+        commandbar::ControlType type;
         QString caption;
         QString subBand;
         QString tag;
@@ -49,14 +51,14 @@ private:
     };
 
     Entry entryFor(const FavouriteItem& item, bool icons) const;
-    void fill(platform::Band& band, int first, const std::vector<Entry>& entries);
-    void addLinkCopies(const platform::Tool& folder);
+    void fill(commandbar::Band& band, int first, const std::vector<Entry>& entries);
+    void addLinkCopies(const commandbar::Tool& folder);
     void removeLinkCopies();
 
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     platform::Shell& shell_;
     int fixedTools_ = -1;
     int folderBands_ = 0;
-    std::vector<platform::Tool*> favouriteTools_;
-    std::vector<platform::Tool*> linkCopies_;
+    std::vector<commandbar::Tool*> favouriteTools_;
+    std::vector<commandbar::Tool*> linkCopies_;
 };

@@ -3,13 +3,13 @@
 #include "FavouritesPanel.h"
 #include "FavouritesTransfer.h"
 #include "OrganiseFavouritesDialog.h"
+#include "commandbar/CommandBar.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "core/Switches.h"
 #include "core/ToolKeys.h"
 #include "platform/Dialogs.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
 #include "tabs/TabStrip.h"
 
 #include <QDir>
@@ -20,7 +20,7 @@ namespace {
 // writes them, then everything.
 const QString bookmarkFilter = QStringLiteral("Bookmark files|*.html;*.htm|All files|*.*");
 // The tool's caption without its menu mnemonic.
-QString dialogTitle(const platform::Tool& tool)
+QString dialogTitle(const commandbar::Tool& tool)
 {
     return QString(tool.caption()).remove(QRegularExpression(QStringLiteral("&(?!&)")));
 }
@@ -28,7 +28,7 @@ QString dialogTitle(const platform::Tool& tool)
 } // namespace
 
 FavouritesSubsystem::FavouritesSubsystem(QWidget& window, const QString& appDir,
-                                         platform::CommandBar& bar, TabStrip& tabs,
+                                         commandbar::CommandBar& bar, TabStrip& tabs,
                                          platform::Dialogs& dialogs, platform::Shell& shell,
                                          CommandDispatcher& commands, BarEventRouter& events)
     : window_(window), bar_(bar), dialogs_(dialogs), folder_(FavouritesFolder::userRoot()),
@@ -74,7 +74,7 @@ FavouritesSubsystem::FavouritesSubsystem(QWidget& window, const QString& appDir,
 
 void FavouritesSubsystem::start()
 {
-    if (platform::Tool* tool = bar_.tool(key::favouritesPage, key::favouritesTree))
+    if (commandbar::Tool* tool = bar_.tool(key::favouritesPage, key::favouritesTree))
         tool->setControl(panel_);
     ensureFolder();
     store_.refresh();

@@ -16,15 +16,17 @@ class TabStrip;
 class QWidget;
 
 namespace platform {
-class CommandBar;
 class Dialogs;
 class Shell;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
 
 class FavouritesSubsystem
 {
 public:
-    FavouritesSubsystem(QWidget& window, const QString& appDir, platform::CommandBar& bar,
+    FavouritesSubsystem(QWidget& window, const QString& appDir, commandbar::CommandBar& bar,
                         TabStrip& tabs, platform::Dialogs& dialogs, platform::Shell& shell,
                         CommandDispatcher& commands, BarEventRouter& events);
 
@@ -41,7 +43,7 @@ private:
     void exportFavourites(const QString& title);
 
     QWidget& window_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     platform::Dialogs& dialogs_;
     FavouritesFolder folder_;
     FavouritesStore store_;

@@ -14,7 +14,7 @@ class QTreeView;
 
 namespace platform {
 class Dialogs;
-}
+} // namespace platform
 
 class OrganiseFavouritesDialog : public QDialog
 {

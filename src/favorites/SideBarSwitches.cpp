@@ -1,10 +1,10 @@
 #include "SideBarSwitches.h"
+#include "commandbar/CommandBar.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
-#include "platform/commandbar/CommandBar.h"
 
-SideBarSwitches::SideBarSwitches(platform::CommandBar& bar, CommandDispatcher& commands,
+SideBarSwitches::SideBarSwitches(commandbar::CommandBar& bar, CommandDispatcher& commands,
                                  BarEventRouter& events)
     : bar_(bar)
 {
@@ -12,21 +12,21 @@ SideBarSwitches::SideBarSwitches(platform::CommandBar& bar, CommandDispatcher& c
                 [this](const CommandContext&) { toggle(key::favouritesPage); });
     commands.on(cmd::Command::HistoryPanel,
                 [this](const CommandContext&) { toggle(key::historyPage); });
-    events.onBandShown(key::leftBar, [this](platform::Band&) { updateChecks(); });
+    events.onBandShown(key::leftBar, [this](commandbar::Band&) { updateChecks(); });
     // However the side bar went (the bar's own right-click menu, say), the
     // switches follow it.
-    QObject::connect(&bar_, &platform::CommandBar::bandChanged, &bar_,
-                     [this](platform::Band* band) {
+    QObject::connect(&bar_, &commandbar::CommandBar::bandChanged, &bar_,
+                     [this](commandbar::Band* band) {
                          if (band->key() == QLatin1String(key::leftBar))
                              updateChecks();
                      });
-    QObject::connect(&bar_, &platform::CommandBar::childBandChanged, &bar_,
+    QObject::connect(&bar_, &commandbar::CommandBar::childBandChanged, &bar_,
                      [this] { updateChecks(); });
 }
 
 void SideBarSwitches::toggle(const QString& childKey)
 {
-    platform::Band* side = bar_.band(key::leftBar);
+    commandbar::Band* side = bar_.band(key::leftBar);
     if (!side)
         return;
     if (side->visible() && side->currentChild() == childKey) {
@@ -41,12 +41,12 @@ void SideBarSwitches::toggle(const QString& childKey)
 
 void SideBarSwitches::updateChecks()
 {
-    const platform::Band* side = bar_.band(key::leftBar);
+    const commandbar::Band* side = bar_.band(key::leftBar);
     const bool shown = side && side->visible();
     for (const char* band : {key::mainBar, key::viewMenu}) {
-        if (platform::Tool* tool = bar_.tool(band, key::favouritesSwitch))
+        if (commandbar::Tool* tool = bar_.tool(band, key::favouritesSwitch))
             tool->setChecked(shown && side->currentChild() == QLatin1String(key::favouritesPage));
-        if (platform::Tool* tool = bar_.tool(band, key::historySwitch))
+        if (commandbar::Tool* tool = bar_.tool(band, key::historySwitch))
             tool->setChecked(shown && side->currentChild() == QLatin1String(key::historyPage));
     }
 }

@@ -8,19 +8,20 @@
 class BarEventRouter;
 class CommandDispatcher;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 class SideBarSwitches
 {
 public:
-    SideBarSwitches(platform::CommandBar& bar, CommandDispatcher& commands, BarEventRouter& events);
+    SideBarSwitches(commandbar::CommandBar& bar, CommandDispatcher& commands,
+                    BarEventRouter& events);
 
     void toggle(const QString& childKey);
 
 private:
     void updateChecks();
 
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
 };

@@ -12,7 +12,7 @@ class TabStrip;
 
 namespace platform {
 class UserRegistry;
-}
+} // namespace platform
 
 class AddressBar : public QObject
 {

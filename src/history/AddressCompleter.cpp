@@ -1,5 +1,5 @@
 #include "AddressCompleter.h"
-#include "platform/history/HistoryStore.h"
+#include "history/HistoryStore.h"
 
 #include <QAbstractItemView>
 #include <QStringListModel>
@@ -40,10 +40,10 @@ void AddressCompleter::forget()
     model_->setStringList({});
 }
 
-void AddressCompleter::setHistory(platform::HistoryStore& store)
+void AddressCompleter::setHistory(HistoryStore& store)
 {
     history_ = &store;
-    connect(&store, &platform::HistoryStore::completed, this, &AddressCompleter::addFromHistory);
+    connect(&store, &HistoryStore::completed, this, &AddressCompleter::addFromHistory);
 }
 
 void AddressCompleter::suggest(const QString& text)

@@ -6,9 +6,7 @@
 
 class QStringListModel;
 
-namespace platform {
 class HistoryStore;
-}
 
 class AddressCompleter : public QCompleter
 {
@@ -25,7 +23,7 @@ public:
     // Forgets every address it knows and every suggestion shown.
     void forget();
     // Where suggestions beyond the known addresses come from.
-    void setHistory(platform::HistoryStore& store);
+    void setHistory(HistoryStore& store);
     // The list for typed text: the known addresses at once, history's after.
     void suggest(const QString& text);
     QStringList suggestions() const;
@@ -35,6 +33,6 @@ private:
 
     QStringList known_;
     QStringListModel* model_;
-    platform::HistoryStore* history_ = nullptr;
+    HistoryStore* history_ = nullptr;
     QString typed_;
 };

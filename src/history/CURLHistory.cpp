@@ -8,7 +8,7 @@ QDateTime URLHistoryItem::localised(qint64& millis) const
     return QDateTime(wall.date(), wall.time(), zone_);
 }
 
-CURLHistory::CURLHistory(platform::HistoryStore& store, platform::Dialogs& dialogs)
+CURLHistory::CURLHistory(HistoryStore& store, platform::Dialogs& dialogs)
     : store_(store), dialogs_(dialogs)
 {
     Refresh();
@@ -36,7 +36,7 @@ void CURLHistory::Refresh(const QString& filter, quint32)
         return;
     }
     const QTimeZone zone = QTimeZone::systemTimeZone();
-    for (platform::HistoryRecord& record : store_.records(filter))
+    for (HistoryRecord& record : store_.records(filter))
         items_.emplace_back(std::move(record), zone);
     Sorted();
 }

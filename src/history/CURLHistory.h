@@ -2,7 +2,7 @@
 // A snapshot of the history store as a list sorted by address, and the
 // store's operations on it. The snapshot changes only when Refresh() (or a
 // member that calls it) reads the store again.
-#include "platform/history/HistoryStore.h"
+#include "history/HistoryStore.h"
 
 #include <QDateTime>
 #include <QTimeZone>
@@ -10,14 +10,14 @@
 
 namespace platform {
 class Dialogs;
-}
+} // namespace platform
 
 // One entry of the snapshot.
 class URLHistoryItem
 {
 public:
     // zone is the system's time zone as it was when the list was read.
-    URLHistoryItem(platform::HistoryRecord record, QTimeZone zone)
+    URLHistoryItem(HistoryRecord record, QTimeZone zone)
         : record_(std::move(record)), zone_(std::move(zone))
     {
     }
@@ -35,7 +35,7 @@ public:
 private:
     QDateTime localised(qint64& millis) const;
 
-    platform::HistoryRecord record_;
+    HistoryRecord record_;
     // The zone's own table of offsets: asking the C library for local time
     // rereads the zone file for every time.
     QTimeZone zone_;
@@ -45,7 +45,7 @@ class CURLHistory
 {
 public:
     // Reads the store at once.
-    CURLHistory(platform::HistoryStore& store, platform::Dialogs& dialogs);
+    CURLHistory(HistoryStore& store, platform::Dialogs& dialogs);
 
     void AddURL(const QString& url, const QString& title, quint32 flags);
     int Count() const { return int(items_.size()); }
@@ -67,7 +67,7 @@ public:
 private:
     void siftDown(std::vector<int>& order, size_t at, size_t length) const;
 
-    platform::HistoryStore& store_;
+    HistoryStore& store_;
     platform::Dialogs& dialogs_;
     std::vector<URLHistoryItem> items_;
 };

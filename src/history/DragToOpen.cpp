@@ -1,6 +1,7 @@
 #include "DragToOpen.h"
 #include "AddressBar.h"
 #include "platform/browser/BrowserView.h"
+#include "tabs/EveryTabSignals.h"
 #include "tabs/TabStrip.h"
 
 #include <QApplication>
@@ -10,15 +11,13 @@
 #include <QLineEdit>
 #include <QMimeData>
 
-DragToOpen::DragToOpen(QComboBox& box, QWidget& pageIcon, TabStrip& tabs, AddressBar& addressBar)
+DragToOpen::DragToOpen(QComboBox& box, QWidget& pageIcon, TabStrip& tabs,
+                       const EveryTabSignals& every, AddressBar& addressBar)
     : QObject(&box), box_(box), pageIcon_(pageIcon), tabs_(tabs), addressBar_(addressBar)
 {
     box_.lineEdit()->installEventFilter(this);
     pageIcon_.installEventFilter(this);
-    connect(&tabs, &TabStrip::viewCreated, this, [this](platform::BrowserView* view) {
-        if (view->index() >= 1)
-            connect(view, &platform::BrowserView::draggedOut, this, &DragToOpen::draggedOut);
-    });
+    connect(&every, &EveryTabSignals::draggedOut, this, &DragToOpen::draggedOut);
 }
 
 bool DragToOpen::opensFromDrag(const QString& address)
@@ -26,10 +25,12 @@ bool DragToOpen::opensFromDrag(const QString& address)
     return address.left(8).contains(QLatin1String("://"));
 }
 
-void DragToOpen::draggedOut(const QString& address)
+void DragToOpen::draggedOut(platform::BrowserView* view, const QString& address)
 {
+    if (view->index() < 1)
+        return;
     // The drag the box took from this page is the one the page now reports.
-    if (sender() && sender() == std::exchange(takenFrom_, nullptr).data())
+    if (view == std::exchange(takenFrom_, nullptr).data())
         return;
     if (opensFromDrag(address))
         tabs_.newTab(address, true);

@@ -7,9 +7,10 @@
 #include <QPointer>
 
 class AddressBar;
+class EveryTabSignals;
 namespace platform {
 class BrowserView;
-}
+} // namespace platform
 class QComboBox;
 class QWidget;
 class TabStrip;
@@ -18,7 +19,8 @@ class DragToOpen : public QObject
 {
     Q_OBJECT
 public:
-    DragToOpen(QComboBox& box, QWidget& pageIcon, TabStrip& tabs, AddressBar& addressBar);
+    DragToOpen(QComboBox& box, QWidget& pageIcon, TabStrip& tabs, const EveryTabSignals& every,
+               AddressBar& addressBar);
 
     // Only what names a scheme within its first eight characters opens.
     static bool opensFromDrag(const QString& address);
@@ -27,7 +29,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void draggedOut(const QString& address);
+    void draggedOut(platform::BrowserView* view, const QString& address);
     bool dropOnBox(QEvent* event);
     bool dragIcon(QEvent* event);
     // The tab whose page a drag came from; nullptr for any other source.

@@ -3,13 +3,14 @@
 #include "CURLHistory.h"
 #include "DragToOpen.h"
 #include "HistoryPanel.h"
+#include "commandbar/CommandBar.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
+#include "history/HistoryStore.h"
 #include "platform/Dialogs.h"
 #include "platform/UserRegistry.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/history/HistoryStore.h"
+#include "tabs/EveryTabSignals.h"
 #include "tabs/TabStrip.h"
 #include "tabs/ViewEvents.h"
 
@@ -22,8 +23,8 @@ const QString openFileFilter = QStringLiteral(
     "*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*");
 } // namespace
 
-HistorySubsystem::HistorySubsystem(QComboBox& box, QWidget& pageIcon, platform::CommandBar& bar,
-                                   TabStrip& tabs, ViewEvents& events,
+HistorySubsystem::HistorySubsystem(QComboBox& box, QWidget& pageIcon, commandbar::CommandBar& bar,
+                                   TabStrip& tabs, const EveryTabSignals& every, ViewEvents& events,
                                    platform::UserRegistry& registry, platform::Dialogs& dialogs,
                                    platform::PrivateData& privateData, CommandDispatcher& commands)
     : box_(box), bar_(bar), registry_(registry), dialogs_(dialogs),
@@ -31,26 +32,25 @@ HistorySubsystem::HistorySubsystem(QComboBox& box, QWidget& pageIcon, platform::
       panel_(new HistoryPanel(tree_, tabs, box.parentWidget()))
 {
     panel_->hide();
-    new DragToOpen(box, pageIcon, tabs, addressBar_);
-    QObject::connect(&tabs, &TabStrip::viewCreated, &tree_, [this](platform::BrowserView* view) {
-        if (view->index() < 1)
-            return;
-        QObject::connect(view, &platform::BrowserView::documentComplete, &tree_,
-                         [this, view] { record(view); });
-        QObject::connect(view, &platform::BrowserView::titleChanged, &tree_,
-                         [this, view] { record(view); });
-    });
+    new DragToOpen(box, pageIcon, tabs, every, addressBar_);
+    const auto recordTab = [this](platform::BrowserView* view) {
+        if (view->index() >= 1)
+            record(view);
+    };
+    QObject::connect(&every, &EveryTabSignals::documentComplete, &tree_, recordTab);
+    QObject::connect(&every, &EveryTabSignals::titleChanged, &tree_, recordTab);
     // The tree fills when its page comes to the front or the side bar shows it.
-    QObject::connect(&bar_, &platform::CommandBar::childBandChanged, &tree_,
-                     [this](platform::Band* page) {
+    QObject::connect(&bar_, &commandbar::CommandBar::childBandChanged, &tree_,
+                     [this](commandbar::Band* page) {
                          if (page->key() == QLatin1String(key::historyPage))
                              refreshHistory();
                      });
-    QObject::connect(&bar_, &platform::CommandBar::bandShown, &tree_, [this](platform::Band* side) {
-        if (side->key() == QLatin1String(key::leftBar) &&
-            side->currentChild() == QLatin1String(key::historyPage))
-            refreshHistory();
-    });
+    QObject::connect(&bar_, &commandbar::CommandBar::bandShown, &tree_,
+                     [this](commandbar::Band* side) {
+                         if (side->key() == QLatin1String(key::leftBar) &&
+                             side->currentChild() == QLatin1String(key::historyPage))
+                             refreshHistory();
+                     });
     commands.on(cmd::Command::DeleteHistory, [this, &privateData](const CommandContext&) {
         privateData.clear(platform::PrivateData::History);
         clear();
@@ -89,13 +89,13 @@ HistorySubsystem::~HistorySubsystem() = default;
 
 void HistorySubsystem::start(int keptDays)
 {
-    store_ = std::make_unique<platform::HistoryStore>(platform::HistoryStore::userPath());
+    store_ = std::make_unique<HistoryStore>(HistoryStore::userPath());
     if (!store_->problem().isEmpty())
         dialogs_.message(store_->problem(), platform::Dialogs::Buttons::Ok,
                          platform::Dialogs::Icon::Warning);
     store_->expire(keptDays);
     completer_->setHistory(*store_);
-    if (platform::Tool* tool = bar_.tool(key::historyPage, key::historyTree))
+    if (commandbar::Tool* tool = bar_.tool(key::historyPage, key::historyTree))
         tool->setControl(panel_);
 }
 

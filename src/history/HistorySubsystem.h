@@ -15,24 +15,27 @@ class CommandDispatcher;
 class HistoryPanel;
 class QComboBox;
 class QWidget;
+class EveryTabSignals;
 class ViewEvents;
 
 namespace platform {
 class BrowserView;
-class CommandBar;
 class Dialogs;
-class HistoryStore;
 class PrivateData;
 class UserRegistry;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
+class HistoryStore;
 
 class HistorySubsystem
 {
 public:
-    HistorySubsystem(QComboBox& box, QWidget& pageIcon, platform::CommandBar& bar, TabStrip& tabs,
-                     ViewEvents& events, platform::UserRegistry& registry,
-                     platform::Dialogs& dialogs, platform::PrivateData& privateData,
-                     CommandDispatcher& commands);
+    HistorySubsystem(QComboBox& box, QWidget& pageIcon, commandbar::CommandBar& bar, TabStrip& tabs,
+                     const EveryTabSignals& every, ViewEvents& events,
+                     platform::UserRegistry& registry, platform::Dialogs& dialogs,
+                     platform::PrivateData& privateData, CommandDispatcher& commands);
     ~HistorySubsystem();
 
     // Start-up: the list's first entry, then the typed addresses after it.
@@ -47,7 +50,7 @@ public:
     AddressCompleter& completer() { return *completer_; }
     HistoryTree& tree() { return tree_; }
     HistoryPanel& panel() { return *panel_; }
-    platform::HistoryStore* store() { return store_.get(); }
+    HistoryStore* store() { return store_.get(); }
 
 private:
     void record(platform::BrowserView* view);
@@ -56,13 +59,13 @@ private:
     CURLHistory* snapshot();
 
     QComboBox& box_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     platform::UserRegistry& registry_;
     platform::Dialogs& dialogs_;
     AddressCompleter* completer_;
     AddressBar addressBar_;
     HistoryTree tree_;
     HistoryPanel* panel_;
-    std::unique_ptr<platform::HistoryStore> store_;
+    std::unique_ptr<HistoryStore> store_;
     std::unique_ptr<CURLHistory> history_;
 };

@@ -1,6 +1,6 @@
 #include "CompanionBar.h"
 #include "CompanionChannel.h"
-#include "commands/TextWindow.h"
+#include "platform/TextWindow.h"
 
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -58,16 +58,16 @@ void CompanionBar::search()
     channel_.setText(QStringLiteral("QUB_open") + address);
 }
 
-TextWindow* CompanionBar::editProxies()
+platform::TextWindow* CompanionBar::editProxies()
 {
     return editProxyList(proxyListPath_, dialogs_, channel_, this);
 }
 
-TextWindow* CompanionBar::editProxyList(const QString& path, platform::Dialogs& dialogs,
-                                        CompanionChannel& channel, QWidget* parent)
+platform::TextWindow* CompanionBar::editProxyList(const QString& path, platform::Dialogs& dialogs,
+                                                  CompanionChannel& channel, QWidget* parent)
 {
-    TextWindow* window = TextWindow::editFile(path, dialogs, parent);
-    connect(window, &TextWindow::saved, &channel,
+    platform::TextWindow* window = platform::TextWindow::editFile(path, dialogs, parent);
+    connect(window, &platform::TextWindow::saved, &channel,
             [&channel] { channel.setText(QStringLiteral("QUB_proxychange")); });
     return window;
 }

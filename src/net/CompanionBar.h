@@ -10,11 +10,13 @@
 
 class CompanionChannel;
 class QLineEdit;
+namespace platform {
 class TextWindow;
+}
 
 namespace platform {
 class Dialogs;
-}
+} // namespace platform
 
 class CompanionBar : public QWidget
 {
@@ -30,11 +32,11 @@ public:
     // The browser asks the companion to close: no "close" is sent back.
     void gameover();
     void search();
-    TextWindow* editProxies();
+    platform::TextWindow* editProxies();
     // The proxy list in the program's text window; a save tells the browser
     // through the channel that the list changed.
-    static TextWindow* editProxyList(const QString& path, platform::Dialogs& dialogs,
-                                     CompanionChannel& channel, QWidget* parent);
+    static platform::TextWindow* editProxyList(const QString& path, platform::Dialogs& dialogs,
+                                               CompanionChannel& channel, QWidget* parent);
 
 protected:
     void closeEvent(QCloseEvent* event) override;

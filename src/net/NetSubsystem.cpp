@@ -1,15 +1,15 @@
 #include "NetSubsystem.h"
 #include "ProxyMenu.h"
-#include "commands/TextWindow.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "core/MainState.h"
 #include "core/Switches.h"
 #include "platform/ConnectionHelper.h"
+#include "platform/TextWindow.h"
 #include "platform/browser/AddressUrl.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 #include "tabs/TabStrip.h"
 
 #include <QApplication>
@@ -17,7 +17,7 @@
 
 #include <algorithm>
 
-NetSubsystem::NetSubsystem(QWidget& window, MainState& state, platform::CommandBar& bar,
+NetSubsystem::NetSubsystem(QWidget& window, MainState& state, commandbar::CommandBar& bar,
                            TabStrip& tabs, ProxyMenu& proxies, platform::Dialogs& dialogs,
                            CompanionBar::Captions captions, CommandDispatcher& commands)
     : window_(window), state_(state), bar_(bar), tabs_(tabs), proxies_(proxies), dialogs_(dialogs),

@@ -11,14 +11,14 @@ class ProxyMenu;
 class TabStrip;
 struct MainState;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 class NetSubsystem
 {
 public:
-    NetSubsystem(QWidget& window, MainState& state, platform::CommandBar& bar, TabStrip& tabs,
+    NetSubsystem(QWidget& window, MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
                  ProxyMenu& proxies, platform::Dialogs& dialogs, CompanionBar::Captions captions,
                  CommandDispatcher& commands);
 
@@ -38,7 +38,7 @@ private:
 
     QWidget& window_;
     MainState& state_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     TabStrip& tabs_;
     ProxyMenu& proxies_;
     platform::Dialogs& dialogs_;

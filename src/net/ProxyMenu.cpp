@@ -1,13 +1,13 @@
 #include "ProxyMenu.h"
+#include "commandbar/AddBandTool.h"
+#include "commandbar/Band.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/Keys.h"
 #include "core/ToolKeys.h"
 #include "platform/ConnectionHelper.h"
-#include "platform/commandbar/AddBandTool.h"
-#include "platform/commandbar/Band.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 
-ProxyMenu::ProxyMenu(platform::CommandBar& bar, platform::ConnectionHelper& connection)
+ProxyMenu::ProxyMenu(commandbar::CommandBar& bar, platform::ConnectionHelper& connection)
     : bar_(bar), connection_(connection)
 {
 }
@@ -20,13 +20,13 @@ void ProxyMenu::start(const QString& stored)
 
 void ProxyMenu::rebuild()
 {
-    const platform::Tool* checked = checkedTool();
+    const commandbar::Tool* checked = checkedTool();
     build(checked ? checked->caption() : QString());
 }
 
-platform::Tool* ProxyMenu::checkedTool() const
+commandbar::Tool* ProxyMenu::checkedTool() const
 {
-    const platform::Band* menu = bar_.band(key::proxyMenu);
+    const commandbar::Band* menu = bar_.band(key::proxyMenu);
     for (int i = 0; menu && i < menu->count(); ++i)
         if (menu->at(i)->checked())
             return menu->at(i);
@@ -35,7 +35,7 @@ platform::Tool* ProxyMenu::checkedTool() const
 
 QString ProxyMenu::checkedEntry() const
 {
-    const platform::Tool* checked = checkedTool();
+    const commandbar::Tool* checked = checkedTool();
     if (!checked || checked->caption() == QLatin1String(emptyCaption))
         return {};
     return checked->caption();
@@ -43,14 +43,14 @@ QString ProxyMenu::checkedEntry() const
 
 void ProxyMenu::build(const QString& current)
 {
-    platform::Band* menu = bar_.band(key::proxyMenu);
+    commandbar::Band* menu = bar_.band(key::proxyMenu);
     if (!menu)
         return;
     while (menu->count() > 0)
         bar_.removeTool(*menu, menu->count() - 1);
     bool anyChecked = false;
     auto add = [&](int entry, const QString& caption, const QString& problem) {
-        platform::Tool* tool = platform::AddBandTool(
+        commandbar::Tool* tool = commandbar::AddBandTool(
             bar_, key::proxyMenu, keys::proxyKey(entry), firstId + (entry > 1 ? entry : 0),
             QStringLiteral("0"),
             problem.isEmpty() ? caption
@@ -68,8 +68,8 @@ void ProxyMenu::build(const QString& current)
         anyChecked = anyChecked || checked;
     };
     add(1, QLatin1String(emptyCaption), {});
-    platform::AddBandTool(bar_, key::proxyMenu, QStringLiteral("spe_sProxy1"), firstId + 1,
-                          QStringLiteral("5"), {}, false);
+    commandbar::AddBandTool(bar_, key::proxyMenu, QStringLiteral("spe_sProxy1"), firstId + 1,
+                            QStringLiteral("5"), {}, false);
     const QStringList entries = connection_.proxies();
     for (int i = 1; i <= entries.size(); ++i)
         add(i + 1, entries[i - 1], platform::ConnectionHelper::problemWith(entries[i - 1]));
@@ -80,11 +80,11 @@ void ProxyMenu::build(const QString& current)
     bar_.recalcLayout();
 }
 
-void ProxyMenu::select(platform::Tool& tool)
+void ProxyMenu::select(commandbar::Tool& tool)
 {
     if (!tool.enabled())
         return;
-    if (platform::Tool* checked = checkedTool())
+    if (commandbar::Tool* checked = checkedTool())
         checked->setChecked(false);
     tool.setChecked(true);
     connection_.setProxy(tool.caption() == QLatin1String(emptyCaption) ? QString()

@@ -8,15 +8,17 @@
 #include <QString>
 
 namespace platform {
-class CommandBar;
 class ConnectionHelper;
-class Tool;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+class Tool;
+} // namespace commandbar
 
 class ProxyMenu
 {
 public:
-    ProxyMenu(platform::CommandBar& bar, platform::ConnectionHelper& connection);
+    ProxyMenu(commandbar::CommandBar& bar, platform::ConnectionHelper& connection);
 
     static constexpr int firstId = 3011;
     static constexpr const char* emptyCaption = "Empty";
@@ -25,15 +27,15 @@ public:
     void start(const QString& stored);
     // The list changed: the menu anew around the checked entry.
     void rebuild();
-    void select(platform::Tool& tool);
+    void select(commandbar::Tool& tool);
     // The checked entry as it is stored: "" for "Empty" or none.
     QString checkedEntry() const;
     platform::ConnectionHelper& connection() { return connection_; }
 
 private:
-    platform::Tool* checkedTool() const;
+    commandbar::Tool* checkedTool() const;
     void build(const QString& current);
 
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     platform::ConnectionHelper& connection_;
 };

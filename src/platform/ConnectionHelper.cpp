@@ -24,12 +24,13 @@ QStringList readListFile(const QString& path)
     return lines;
 }
 
-ConnectionHelper::ConnectionHelper(QString appDir, ForwardingProxy& proxy, Dialogs& dialogs)
-    : appDir_(std::move(appDir)), forwarder_(proxy),
+ConnectionHelper::ConnectionHelper(QString appDir, proxy::ForwardingProxy& forwarder,
+                                   Dialogs& dialogs)
+    : appDir_(std::move(appDir)), forwarder_(forwarder),
       bypass_(readListFile(appDir_ + QLatin1String(bypassName)))
 {
     forwarder_.setBypass(bypass_);
-    QObject::connect(&forwarder_, &ForwardingProxy::signInNeeded, &context_,
+    QObject::connect(&forwarder_, &proxy::ForwardingProxy::signInNeeded, &context_,
                      [this, &dialogs](const QString& host, quint16 port, const QString& realm) {
                          // Requests that meet the refusal while the user is asked add no
                          // second question.
@@ -57,7 +58,7 @@ QStringList ConnectionHelper::proxies() const
 QString ConnectionHelper::problemWith(const QString& entry)
 {
     QString problem;
-    ProxyEntry::parse(entry, &problem);
+    proxy::ProxyEntry::parse(entry, &problem);
     return problem;
 }
 

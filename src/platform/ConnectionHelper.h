@@ -10,15 +10,18 @@
 #include <QString>
 #include <QStringList>
 
+namespace proxy {
+class ForwardingProxy;
+} // namespace proxy
+
 namespace platform {
 
 class Dialogs;
-class ForwardingProxy;
 
 class ConnectionHelper
 {
 public:
-    ConnectionHelper(QString appDir, ForwardingProxy& proxy, Dialogs& dialogs);
+    ConnectionHelper(QString appDir, proxy::ForwardingProxy& forwarder, Dialogs& dialogs);
 
     static constexpr const char* listName = "Proxies.txt";
     static constexpr const char* bypassName = "NoProxy.txt";
@@ -38,7 +41,7 @@ public:
 
 private:
     QString appDir_;
-    ForwardingProxy& forwarder_;
+    proxy::ForwardingProxy& forwarder_;
     QString proxy_;
     QStringList bypass_;
     bool asking_ = false;

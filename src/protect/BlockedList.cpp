@@ -1,11 +1,11 @@
 #include "BlockedList.h"
+#include "commandbar/AddBandTool.h"
+#include "commandbar/Band.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "core/ToolKeys.h"
-#include "platform/commandbar/AddBandTool.h"
-#include "platform/commandbar/Band.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 #include "tabs/TabStrip.h"
 
 namespace {
@@ -13,7 +13,7 @@ const QString menuKey = QStringLiteral("sub_Blocked");
 const QString countKey = QStringLiteral("b_blocked");
 } // namespace
 
-BlockedList::BlockedList(platform::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands)
+BlockedList::BlockedList(commandbar::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands)
     : bar_(bar)
 {
     commands.on(cmd::Route::Blocked, [this, &tabs](const CommandContext& c) {
@@ -27,7 +27,7 @@ BlockedList::BlockedList(platform::CommandBar& bar, TabStrip& tabs, CommandDispa
 // has none), and the caption keeps what comes up to it.
 int BlockedList::count() const
 {
-    const platform::Tool* counter = bar_.tool(QLatin1String(key::statusBar), countKey);
+    const commandbar::Tool* counter = bar_.tool(QLatin1String(key::statusBar), countKey);
     if (!counter)
         return 0;
     const QString& caption = counter->caption();
@@ -39,7 +39,7 @@ void BlockedList::setCount(int count)
 {
     if (count <= 0)
         return;
-    if (platform::Tool* counter = bar_.tool(QLatin1String(key::statusBar), countKey))
+    if (commandbar::Tool* counter = bar_.tool(QLatin1String(key::statusBar), countKey))
         counter->setCaption(counter->caption().left(counter->caption().indexOf(':') + 1) +
                             QString::number(count));
 }
@@ -60,7 +60,7 @@ void BlockedList::recordClosed(const QString& shortTitle, const QString& address
 
 void BlockedList::add(const QString& caption, const QString& address)
 {
-    platform::Band* menu = bar_.band(menuKey);
+    commandbar::Band* menu = bar_.band(menuKey);
     if (!menu)
         return;
     if (menu->count() >= capacity) {
@@ -73,7 +73,7 @@ void BlockedList::add(const QString& caption, const QString& address)
     const QString key = keys::blockedKey(n + 1);
     // The shared tool of that name may hold an earlier entry's identifier.
     bar_.removeCollectionTool(key);
-    platform::AddBandTool(bar_, menuKey, key, firstId + n, QStringLiteral("0"), caption, false);
+    commandbar::AddBandTool(bar_, menuKey, key, firstId + n, QStringLiteral("0"), caption, false);
     addresses_.append(address);
     bar_.recalcLayout();
 }

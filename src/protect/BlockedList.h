@@ -12,9 +12,9 @@
 class CommandDispatcher;
 class TabStrip;
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
-}
+} // namespace commandbar
 
 class BlockedList
 {
@@ -22,7 +22,7 @@ public:
     static constexpr int capacity = 10;
     static constexpr int firstId = 2801;
 
-    BlockedList(platform::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands);
+    BlockedList(commandbar::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands);
 
     void record(const QString& shortText, const QString& address);
     void recordClosed(const QString& shortTitle, const QString& address);
@@ -34,6 +34,6 @@ public:
 private:
     void add(const QString& caption, const QString& address);
 
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     QStringList addresses_;
 };

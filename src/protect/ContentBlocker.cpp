@@ -3,21 +3,21 @@
 #include "core/MainState.h"
 #include "core/Switches.h"
 #include "platform/browser/BrowserView.h"
+#include "tabs/EveryTabSignals.h"
 #include "tabs/TabStrip.h"
 #include "tabs/ViewEvents.h"
 
 using cmd::Command;
 
-ContentBlocker::ContentBlocker(const MainState& state, platform::CommandBar& bar, TabStrip& tabs,
-                               ViewEvents& events, CommandDispatcher& commands)
+ContentBlocker::ContentBlocker(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
+                               const EveryTabSignals& every, ViewEvents& events,
+                               CommandDispatcher& commands)
     : bar_(bar)
 {
     QObject::connect(&events, &ViewEvents::documentHooked, &events,
                      [this](platform::BrowserView* view) { apply(*view); });
-    QObject::connect(&tabs, &TabStrip::viewCreated, &tabs, [this](platform::BrowserView* view) {
-        QObject::connect(view, &platform::BrowserView::documentComplete, view,
-                         [this, view] { apply(*view); });
-    });
+    QObject::connect(&every, &EveryTabSignals::documentComplete, &events,
+                     [this](platform::BrowserView* view) { apply(*view); });
     for (Command command : {Command::RemoveImages, Command::RemoveFlash})
         commands.on(command, [this, &bar, &state, &tabs, command](const CommandContext&) {
             switches::set(bar, command, !switches::isOn(bar, command));

@@ -5,23 +5,26 @@
 // more when it has loaded, so a page that never finishes loses them too.
 // Switching one re-runs the pass over the current tab's page.
 class CommandDispatcher;
+class EveryTabSignals;
 class TabStrip;
 class ViewEvents;
 struct MainState;
 
 namespace platform {
 class BrowserView;
-class CommandBar;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
 
 class ContentBlocker
 {
 public:
-    ContentBlocker(const MainState& state, platform::CommandBar& bar, TabStrip& tabs,
-                   ViewEvents& events, CommandDispatcher& commands);
+    ContentBlocker(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
+                   const EveryTabSignals& every, ViewEvents& events, CommandDispatcher& commands);
 
     void apply(platform::BrowserView& view) const;
 
 private:
-    const platform::CommandBar& bar_;
+    const commandbar::CommandBar& bar_;
 };

@@ -1,16 +1,18 @@
 #include "PopupBlocker.h"
 #include "BlockedList.h"
 #include "KillList.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/Keys.h"
 #include "core/MainState.h"
 #include "core/Switches.h"
 #include "platform/ClickHook.h"
 #include "platform/Clock.h"
 #include "platform/Shell.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
 #include "tabs/Ellipsis.h"
-#include "tabs/TabStrip.h"
+#include "tabs/EveryTabSignals.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -22,32 +24,30 @@ bool samePoint(QPoint a, QPoint b)
 
 } // namespace
 
-PopupBlocker::PopupBlocker(const MainState& state, const platform::CommandBar& bar, TabStrip& tabs,
-                           const platform::ClickHook& hook, const platform::Clock& clock,
-                           platform::Shell& shell, BlockedList& blocked, const KillList& killList)
+PopupBlocker::PopupBlocker(const MainState& state, const commandbar::CommandBar& bar,
+                           const EveryTabSignals& every, const platform::ClickHook& hook,
+                           const platform::Clock& clock, platform::Shell& shell,
+                           BlockedList& blocked, const KillList& killList)
     : state_(state), bar_(bar), hook_(hook), clock_(clock), shell_(shell), blocked_(blocked),
       killList_(killList)
 {
-    QObject::connect(&tabs, &TabStrip::viewCreated, &context_, [this](platform::BrowserView* view) {
-        const int index = view->index();
-        QObject::connect(view, &platform::BrowserView::pageMouseDown, &context_,
-                         [this, index](const platform::PageClick& click) {
-                             Records& r = records_[index];
-                             r.lastPress = r.lastEvent = click;
-                             r.pressed = r.any = true;
-                         });
-        QObject::connect(view, &platform::BrowserView::pageClicked, &context_,
-                         [this, index](const platform::PageClick& click) {
-                             Records& r = records_[index];
-                             r.lastEvent = click;
-                             r.any = true;
-                         });
-        // A new document has no focus or press of the old one.
-        QObject::connect(view, &platform::BrowserView::loadStarted, &context_,
-                         [this, index] { records_.remove(index); });
-        QObject::connect(view, &QObject::destroyed, &context_,
-                         [this, index] { records_.remove(index); });
-    });
+    QObject::connect(&every, &EveryTabSignals::pageMouseDown, &context_,
+                     [this](platform::BrowserView* view, const platform::PageClick& click) {
+                         Records& r = records_[view->index()];
+                         r.lastPress = r.lastEvent = click;
+                         r.pressed = r.any = true;
+                     });
+    QObject::connect(&every, &EveryTabSignals::pageClicked, &context_,
+                     [this](platform::BrowserView* view, const platform::PageClick& click) {
+                         Records& r = records_[view->index()];
+                         r.lastEvent = click;
+                         r.any = true;
+                     });
+    // A new document has no focus or press of the old one.
+    QObject::connect(&every, &EveryTabSignals::loadStarted, &context_,
+                     [this](platform::BrowserView* view) { records_.remove(view->index()); });
+    QObject::connect(&every, &EveryTabSignals::viewDestroyed, &context_,
+                     [this](int index) { records_.remove(index); });
 }
 
 PopupFacts PopupBlocker::factsFor(const platform::BrowserView& opener) const

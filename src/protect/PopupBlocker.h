@@ -18,15 +18,17 @@
 
 class BlockedList;
 class KillList;
-class TabStrip;
+class EveryTabSignals;
 struct MainState;
 
 namespace platform {
 class ClickHook;
 class Clock;
-class CommandBar;
 class Shell;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
 
 class PopupBlocker : public platform::NewWindowPolicy, public platform::NavigationPolicy
 {
@@ -34,9 +36,10 @@ public:
     // A press counts as recent for 55 hundredths of a second.
     static constexpr double pressWindowSeconds = 55.0 / 100;
 
-    PopupBlocker(const MainState& state, const platform::CommandBar& bar, TabStrip& tabs,
-                 const platform::ClickHook& hook, const platform::Clock& clock,
-                 platform::Shell& shell, BlockedList& blocked, const KillList& killList);
+    PopupBlocker(const MainState& state, const commandbar::CommandBar& bar,
+                 const EveryTabSignals& every, const platform::ClickHook& hook,
+                 const platform::Clock& clock, platform::Shell& shell, BlockedList& blocked,
+                 const KillList& killList);
 
     Verdict decide(platform::BrowserView& opener,
                    const platform::NewWindowRequest& request) override;
@@ -59,7 +62,7 @@ private:
     };
 
     const MainState& state_;
-    const platform::CommandBar& bar_;
+    const commandbar::CommandBar& bar_;
     const platform::ClickHook& hook_;
     const platform::Clock& clock_;
     platform::Shell& shell_;

@@ -1,20 +1,20 @@
 #include "ProtectSubsystem.h"
+#include "commandbar/Tool.h"
 #include "core/CommandDispatcher.h"
 #include "core/MainState.h"
 #include "core/Switches.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/Tool.h"
 #include "tabs/Ellipsis.h"
 #include "tabs/TabStrip.h"
 
-ProtectSubsystem::ProtectSubsystem(const MainState& state, platform::CommandBar& bar,
-                                   TabStrip& tabs, ViewEvents& events,
+ProtectSubsystem::ProtectSubsystem(const MainState& state, commandbar::CommandBar& bar,
+                                   TabStrip& tabs, const EveryTabSignals& every, ViewEvents& events,
                                    platform::BrowserViewFactory& views,
                                    const platform::ClickHook& hook, const platform::Clock& clock,
                                    platform::Shell& shell, CommandDispatcher& commands)
     : blocked_(bar, tabs, commands), killList_(state.appDir),
-      blocker_(state, bar, tabs, hook, clock, shell, blocked_, killList_),
-      content_(state, bar, tabs, events, commands), security_(state, bar, tabs)
+      blocker_(state, bar, every, hook, clock, shell, blocked_, killList_),
+      content_(state, bar, tabs, every, events, commands), security_(state, bar, tabs, every)
 {
     tabs.setNewWindowPolicy(blocker_);
     views.setNavigationPolicy(blocker_);

@@ -20,10 +20,11 @@ class Shell;
 class ProtectSubsystem
 {
 public:
-    ProtectSubsystem(const MainState& state, platform::CommandBar& bar, TabStrip& tabs,
-                     ViewEvents& events, platform::BrowserViewFactory& views,
-                     const platform::ClickHook& hook, const platform::Clock& clock,
-                     platform::Shell& shell, CommandDispatcher& commands);
+    ProtectSubsystem(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
+                     const EveryTabSignals& every, ViewEvents& events,
+                     platform::BrowserViewFactory& views, const platform::ClickHook& hook,
+                     const platform::Clock& clock, platform::Shell& shell,
+                     CommandDispatcher& commands);
 
     // Runs recaption (a new language) and keeps what the status tools show:
     // the blocked count and the current page's security in the new labels.

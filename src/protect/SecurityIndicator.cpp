@@ -1,23 +1,21 @@
 #include "SecurityIndicator.h"
 #include "SecurityCaption.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/Tool.h"
 #include "core/Keys.h"
 #include "core/MainState.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/Tool.h"
+#include "tabs/EveryTabSignals.h"
 #include "tabs/TabStrip.h"
 
-SecurityIndicator::SecurityIndicator(const MainState& state, platform::CommandBar& bar,
-                                     TabStrip& tabs)
+SecurityIndicator::SecurityIndicator(const MainState& state, commandbar::CommandBar& bar,
+                                     TabStrip& tabs, const EveryTabSignals& every)
     : bar_(bar), tabs_(tabs)
 {
-    QObject::connect(&tabs, &TabStrip::viewCreated, &context_,
-                     [this, &state](platform::BrowserView* view) {
-                         QObject::connect(view, &platform::BrowserView::lockLevelChanged, &context_,
-                                          [this, &state, view](int level) {
-                                              if (view->index() == state.currentTab)
-                                                  show(level);
-                                          });
+    QObject::connect(&every, &EveryTabSignals::lockLevelChanged, &context_,
+                     [this, &state](platform::BrowserView* view, int level) {
+                         if (view->index() == state.currentTab)
+                             show(level);
                      });
     QObject::connect(&tabs, &TabStrip::activeTabRefreshed, &context_,
                      [this](platform::BrowserView* view) { show(view->security().lockLevel()); });
@@ -31,7 +29,7 @@ void SecurityIndicator::showCurrent()
 
 void SecurityIndicator::show(int level)
 {
-    platform::Tool* tool =
+    commandbar::Tool* tool =
         bar_.tool(QLatin1String(key::statusBar), QLatin1String(key::securityTool));
     if (!tool)
         return;

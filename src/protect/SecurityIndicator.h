@@ -5,18 +5,22 @@
 // not shown.
 #include <QObject>
 
+class EveryTabSignals;
 class TabStrip;
 struct MainState;
 
 namespace platform {
 class BrowserView;
-class CommandBar;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
 
 class SecurityIndicator
 {
 public:
-    SecurityIndicator(const MainState& state, platform::CommandBar& bar, TabStrip& tabs);
+    SecurityIndicator(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
+                      const EveryTabSignals& every);
 
     // After the labels changed: the current tab's state in the new labels.
     void showCurrent();
@@ -24,7 +28,7 @@ public:
 private:
     void show(int level);
 
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     TabStrip& tabs_;
     // Ends every connection to the views when the indicator goes.
     QObject context_;

@@ -1,4 +1,5 @@
 #include "ActiveTabSignals.h"
+#include "EveryTabSignals.h"
 #include "platform/browser/BrowserView.h"
 
 using platform::BrowserView;
@@ -8,30 +9,33 @@ bool ActiveTabSignals::active(const BrowserView* view) const
     return view->index() != 0 && view->index() == state_.currentTab;
 }
 
-void ActiveTabSignals::watch(BrowserView* view)
+void ActiveTabSignals::follow(const EveryTabSignals& every)
 {
-    connect(view, &BrowserView::statusTextChanged, this, [this, view](const QString& text) {
-        if (active(view))
-            emit statusTextChanged(view, text);
-    });
-    connect(view, &BrowserView::progressChanged, this, [this, view] {
+    connect(&every, &EveryTabSignals::statusTextChanged, this,
+            [this](BrowserView* view, const QString& text) {
+                if (active(view))
+                    emit statusTextChanged(view, text);
+            });
+    connect(&every, &EveryTabSignals::progressChanged, this, [this](BrowserView* view) {
         if (active(view))
             emit progressChanged(view);
     });
-    connect(view, &BrowserView::titleChanged, this, [this, view](const QString& title) {
-        if (active(view))
-            emit titleChanged(view, title);
-    });
-    connect(view, &BrowserView::loadStarted, this, [this, view] {
+    connect(&every, &EveryTabSignals::titleChanged, this,
+            [this](BrowserView* view, const QString& title) {
+                if (active(view))
+                    emit titleChanged(view, title);
+            });
+    connect(&every, &EveryTabSignals::loadStarted, this, [this](BrowserView* view) {
         if (active(view))
             emit loadStarted(view);
     });
-    connect(view, &BrowserView::documentComplete, this, [this, view] {
+    connect(&every, &EveryTabSignals::documentComplete, this, [this](BrowserView* view) {
         if (active(view))
             emit documentComplete(view);
     });
-    connect(view, &BrowserView::fullScreenRequested, this, [this, view](bool on) {
-        if (active(view))
-            emit fullScreenRequested(view, on);
-    });
+    connect(&every, &EveryTabSignals::fullScreenRequested, this,
+            [this](BrowserView* view, bool on) {
+                if (active(view))
+                    emit fullScreenRequested(view, on);
+            });
 }

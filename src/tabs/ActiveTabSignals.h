@@ -8,7 +8,8 @@
 
 namespace platform {
 class BrowserView;
-}
+} // namespace platform
+class EveryTabSignals;
 
 class ActiveTabSignals : public QObject
 {
@@ -16,8 +17,9 @@ class ActiveTabSignals : public QObject
 public:
     explicit ActiveTabSignals(const TabState& state) : state_(state) {}
 
-    // Follows the view's events from now on; view 0 is never a tab.
-    void watch(platform::BrowserView* view);
+    // Passes on the active tab's part of every tab's events; view 0 is never
+    // a tab.
+    void follow(const EveryTabSignals& every);
 
 signals:
     void statusTextChanged(platform::BrowserView* view, const QString& text);

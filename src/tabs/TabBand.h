@@ -3,7 +3,7 @@
 // index per tab, in strip order, checked for the active tab only, captioned
 // with its page's short title. The one place that adds, removes and changes
 // tab tools.
-#include "platform/commandbar/SkinLoader.h"
+#include "commandbar/SkinLoader.h"
 
 #include <QString>
 #include <optional>
@@ -11,23 +11,23 @@
 
 class QIcon;
 
-namespace platform {
+namespace commandbar {
 class Band;
 class CommandBar;
 class Tool;
-} // namespace platform
+} // namespace commandbar
 
 class TabBand
 {
 public:
-    explicit TabBand(platform::CommandBar& bar) : bar_(bar) {}
+    explicit TabBand(commandbar::CommandBar& bar) : bar_(bar) {}
 
     // What the tab band of a skin lacks for the strip to work.
-    static std::optional<platform::SkinError> skinProblem(const platform::CommandBar& bar);
+    static std::optional<commandbar::SkinError> skinProblem(const commandbar::CommandBar& bar);
 
-    platform::Band& band() const;
+    commandbar::Band& band() const;
     int count() const;
-    platform::Tool* tool(int viewIndex) const;
+    commandbar::Tool* tool(int viewIndex) const;
     // The view index of every tab tool, in strip order.
     std::vector<int> viewIndices() const;
 
@@ -41,5 +41,5 @@ public:
     void setPicture(int viewIndex, const QIcon& picture);
 
 private:
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
 };

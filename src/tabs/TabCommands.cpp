@@ -1,10 +1,10 @@
 #include "TabCommands.h"
 #include "ActiveTabDisplay.h"
 #include "TabStrip.h"
+#include "commandbar/Tool.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
 #include "core/ToolKeys.h"
-#include "platform/commandbar/Tool.h"
 
 using cmd::Command;
 using Context = CommandContext;
@@ -44,7 +44,7 @@ void registerTabCommands(CommandDispatcher& commands, BarEventRouter& events, Ta
     commands.on(Command::CloseAll, [&tabs](const Context&) { tabs.closeAllTabs(); });
     commands.on(cmd::Route::Tab,
                 [&tabs](const Context& c) { tabs.activateTab(keys::tabIndex(c.tool.key())); });
-    events.onSecondaryAction(cmd::Route::Tab, [&tabs](platform::Tool& tool) {
+    events.onSecondaryAction(cmd::Route::Tab, [&tabs](commandbar::Tool& tool) {
         // 0 would mean the active tab; a name without a number closes nothing.
         if (const int index = keys::tabIndex(tool.key()); index >= 1)
             tabs.closeTab(index);

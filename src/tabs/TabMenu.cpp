@@ -1,17 +1,17 @@
 #include "TabMenu.h"
 #include "Ellipsis.h"
 #include "TabStrip.h"
+#include "commandbar/CommandBar.h"
 #include "core/BarEventRouter.h"
 #include "core/Keys.h"
 #include "core/ToolKeys.h"
-#include "platform/commandbar/CommandBar.h"
 
-TabMenu::TabMenu(TabMenuState& state, platform::CommandBar& bar, const TabStrip& tabs,
+TabMenu::TabMenu(TabMenuState& state, commandbar::CommandBar& bar, const TabStrip& tabs,
                  BarEventRouter& events)
     : state_(state), bar_(bar), tabs_(tabs)
 {
-    connect(&bar_, &platform::CommandBar::toolHovered, this, &TabMenu::reportTool);
-    events.onDropDown(QStringLiteral("SysCustomize"), [this](platform::Band&) {
+    connect(&bar_, &commandbar::CommandBar::toolHovered, this, &TabMenu::reportTool);
+    events.onDropDown(QStringLiteral("SysCustomize"), [this](commandbar::Band&) {
         if (!state_.tabMenuArmed)
             return;
         state_.tabMenuPending = false;
@@ -19,10 +19,10 @@ TabMenu::TabMenu(TabMenuState& state, platform::CommandBar& bar, const TabStrip&
         bar_.popUp(bar_.band(key::tabMenu));
     });
     events.onBandShown(QLatin1String(key::tabMenu),
-                       [this](platform::Band&) { state_.tabMenuPending = true; });
+                       [this](commandbar::Band&) { state_.tabMenuPending = true; });
 }
 
-void TabMenu::reportTool(platform::Tool* tool)
+void TabMenu::reportTool(commandbar::Tool* tool)
 {
     const QString name = tool ? tool->key() : QString();
     if (!keys::isTabKey(name)) {

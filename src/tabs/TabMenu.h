@@ -6,10 +6,10 @@
 
 #include <QObject>
 
-namespace platform {
+namespace commandbar {
 class CommandBar;
 class Tool;
-} // namespace platform
+} // namespace commandbar
 class BarEventRouter;
 class TabStrip;
 
@@ -17,16 +17,16 @@ class TabMenu : public QObject
 {
     Q_OBJECT
 public:
-    TabMenu(TabMenuState& state, platform::CommandBar& bar, const TabStrip& tabs,
+    TabMenu(TabMenuState& state, commandbar::CommandBar& bar, const TabStrip& tabs,
             BarEventRouter& events);
 
     // The command bar reports the tool under the pointer.
-    void reportTool(platform::Tool* tool);
+    void reportTool(commandbar::Tool* tool);
 
     static constexpr int tooltipWidth = 50;
 
 private:
     TabMenuState& state_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     const TabStrip& tabs_;
 };

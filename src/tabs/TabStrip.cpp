@@ -1,8 +1,8 @@
 #include "TabStrip.h"
 #include "Ellipsis.h"
+#include "commandbar/CommandBar.h"
 #include "core/Keys.h"
 #include "core/Switches.h"
-#include "platform/commandbar/CommandBar.h"
 
 #include <QWidget>
 #include <limits>
@@ -14,7 +14,7 @@ namespace {
 constexpr int blockedListWidth = 50;
 } // namespace
 
-TabStrip::TabStrip(MainState& state, platform::CommandBar& bar,
+TabStrip::TabStrip(MainState& state, commandbar::CommandBar& bar,
                    platform::BrowserViewFactory& factory, platform::ViewStage& stage)
     : state_(state), bar_(bar), factory_(factory), stage_(stage), band_(bar),
       positions_(state, [this](int index) { return view(index); })

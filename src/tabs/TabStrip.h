@@ -16,7 +16,7 @@ class TabStrip : public QObject
 {
     Q_OBJECT
 public:
-    TabStrip(MainState& state, platform::CommandBar& bar, platform::BrowserViewFactory& factory,
+    TabStrip(MainState& state, commandbar::CommandBar& bar, platform::BrowserViewFactory& factory,
              platform::ViewStage& stage);
     ~TabStrip() override;
 
@@ -72,7 +72,7 @@ private:
     void drop(int index);
 
     MainState& state_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     platform::BrowserViewFactory& factory_;
     platform::ViewStage& stage_;
     std::map<int, platform::BrowserView*> views_;

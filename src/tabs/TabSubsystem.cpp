@@ -2,31 +2,27 @@
 #include "TabCommands.h"
 #include "core/CommandDispatcher.h"
 
-TabSubsystem::TabSubsystem(MainState& state, platform::CommandBar& bar,
+TabSubsystem::TabSubsystem(MainState& state, commandbar::CommandBar& bar,
                            platform::BrowserViewFactory& factory, platform::ViewStage& stage,
                            ActiveTabDisplay& display, const platform::Clock& clock,
                            CommandDispatcher& commands, BarEventRouter& events)
-    : active_(state), strip_(state, bar, factory, stage),
+    : strip_(state, bar, factory, stage), every_(strip_), active_(state),
       events_(state, bar, strip_, display, clock, active_), menu_(state, bar, strip_, events)
 {
-    QObject::connect(&strip_, &TabStrip::viewCreated, &strip_,
-                     [this](platform::BrowserView* view) { wireView(view); });
+    QObject::connect(&every_, &EveryTabSignals::windowClosing, &strip_,
+                     [this](platform::BrowserView* view, bool isChild) {
+                         strip_.pageClosing(view->index(), isChild);
+                     });
+    QObject::connect(&every_, &EveryTabSignals::newWindowRequested, &strip_,
+                     [this](platform::BrowserView* view, platform::NewWindowRequest& request) {
+                         strip_.openNewWindow(*view, request);
+                     });
+    // The tab's own state first, so that the window shows it up to date.
+    events_.follow(every_);
+    active_.follow(every_);
     QObject::connect(&strip_, &TabStrip::newTabActivated, &events_, &ViewEvents::newTabActivated);
     QObject::connect(&strip_, &TabStrip::activeTabRefreshed, &events_,
                      &ViewEvents::activeTabRefreshed);
     QObject::connect(&strip_, &TabStrip::tabLeft, &events_, &ViewEvents::tabLeft);
     registerTabCommands(commands, events, strip_, display);
-}
-
-void TabSubsystem::wireView(platform::BrowserView* view)
-{
-    const int index = view->index();
-    QObject::connect(view, &platform::BrowserView::windowClosing, &strip_,
-                     [this, index](bool isChild) { strip_.pageClosing(index, isChild); });
-    QObject::connect(view, &platform::BrowserView::newWindowRequested, &strip_,
-                     [this, view](platform::NewWindowRequest& request) {
-                         strip_.openNewWindow(*view, request);
-                     });
-    events_.watch(view);
-    active_.watch(view);
 }

@@ -2,11 +2,12 @@
 #include "ActiveTabDisplay.h"
 #include "ActiveTabSignals.h"
 #include "Ellipsis.h"
+#include "EveryTabSignals.h"
 #include "LoadingPictures.h"
 #include "TabStrip.h"
+#include "commandbar/CommandBar.h"
 #include "core/Keys.h"
 #include "platform/Clock.h"
-#include "platform/commandbar/CommandBar.h"
 
 #include <cmath>
 
@@ -21,7 +22,7 @@ QString shownAddress(const BrowserView& view)
 
 } // namespace
 
-ViewEvents::ViewEvents(MainState& state, platform::CommandBar& bar, TabStrip& tabs,
+ViewEvents::ViewEvents(MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
                        ActiveTabDisplay& display, const platform::Clock& clock,
                        ActiveTabSignals& active)
     : state_(state), bar_(bar), tabs_(tabs), display_(display), clock_(clock)
@@ -47,24 +48,36 @@ int ViewEvents::loadingPercent(int progress, int maximum)
     return progress != 0 ? 100 : 0;
 }
 
-void ViewEvents::watch(BrowserView* view)
+void ViewEvents::follow(const EveryTabSignals& every)
 {
-    if (view->index() == 0)
-        return; // the catch view is never a tab
-    connect(view, &BrowserView::progressChanged, this,
-            [this, view](int progress, int maximum) { progressChange(view, progress, maximum); });
-    connect(view, &BrowserView::commandStateChanged, this,
-            [this, view](int command, bool enable) { commandStateChange(view, command, enable); });
-    connect(view, &BrowserView::titleChanged, this,
-            [this, view](const QString& title) { titleChange(view, title); });
-    connect(view, &BrowserView::pageClicked, this, &ViewEvents::documentClick);
-    const int index = view->index();
-    connect(view, &QObject::destroyed, this, [this, index] { percent_.erase(index); });
+    // The catch view 0 is never a tab.
+    connect(&every, &EveryTabSignals::progressChanged, this,
+            [this](BrowserView* view, int progress, int maximum) {
+                if (view->index() != 0)
+                    progressChange(view, progress, maximum);
+            });
+    connect(&every, &EveryTabSignals::commandStateChanged, this,
+            [this](BrowserView* view, int command, bool enable) {
+                if (view->index() != 0)
+                    commandStateChange(view, command, enable);
+            });
+    connect(&every, &EveryTabSignals::titleChanged, this,
+            [this](BrowserView* view, const QString& title) {
+                if (view->index() != 0)
+                    titleChange(view, title);
+            });
+    connect(&every, &EveryTabSignals::pageClicked, this,
+            [this](BrowserView* view, const platform::PageClick& click) {
+                if (view->index() != 0)
+                    documentClick(click);
+            });
+    connect(&every, &EveryTabSignals::viewDestroyed, this,
+            [this](int index) { percent_.erase(index); });
 }
 
 bool ViewEvents::fullScreen() const
 {
-    const platform::Tool* tool = bar_.tool(key::viewMenu, key::fullScreen);
+    const commandbar::Tool* tool = bar_.tool(key::viewMenu, key::fullScreen);
     return tool && tool->checked();
 }
 
@@ -105,9 +118,9 @@ void ViewEvents::refreshNavButtons()
     const int position = view ? tabs_.positions().positionOf(*view) : 0;
     if (position == 0)
         return;
-    if (platform::Tool* forward = bar_.tool(key::mainBar, key::forward))
+    if (commandbar::Tool* forward = bar_.tool(key::mainBar, key::forward))
         forward->setEnabled(state_.canGoForward[size_t(position)]);
-    if (platform::Tool* back = bar_.tool(key::mainBar, key::back))
+    if (commandbar::Tool* back = bar_.tool(key::mainBar, key::back))
         back->setEnabled(state_.canGoBack[size_t(position)]);
 }
 

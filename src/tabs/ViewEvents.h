@@ -13,17 +13,20 @@
 namespace platform {
 class BrowserView;
 class Clock;
-class CommandBar;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
 class ActiveTabDisplay;
 class ActiveTabSignals;
+class EveryTabSignals;
 class TabStrip;
 
 class ViewEvents : public QObject
 {
     Q_OBJECT
 public:
-    ViewEvents(MainState& state, platform::CommandBar& bar, TabStrip& tabs,
+    ViewEvents(MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
                ActiveTabDisplay& display, const platform::Clock& clock, ActiveTabSignals& active);
 
     static constexpr int tabCaptionWidth = 14;
@@ -31,9 +34,9 @@ public:
     // loading has ended (progress not below maximum) 100, or 0 for 0.
     static int loadingPercent(int progress, int maximum);
 
-    // Follows the view's events; call before the active-tab signals watch it,
-    // so the tab's own state is up to date when the window shows it.
-    void watch(platform::BrowserView* view);
+    // Follows every tab's events; call before the active-tab signals follow
+    // them, so the tab's own state is up to date when the window shows it.
+    void follow(const EveryTabSignals& every);
 
     void refreshNavButtons();
     // A click the user made (not a script) in the view's page.
@@ -63,7 +66,7 @@ private:
     void setTabCaption(int index, const QString& title);
 
     MainState& state_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     TabStrip& tabs_;
     ActiveTabDisplay& display_;
     const platform::Clock& clock_;

@@ -1,15 +1,15 @@
 #include "TranslateSubsystem.h"
-#include "commands/TextWindow.h"
+#include "commandbar/CommandBar.h"
 #include "core/CommandDispatcher.h"
+#include "platform/TextWindow.h"
 #include "platform/browser/BrowserView.h"
-#include "platform/commandbar/CommandBar.h"
 #include "tabs/TabStrip.h"
 
 namespace {
 const QString menuKey = QStringLiteral("sub_Trans");
 }
 
-TranslateSubsystem::TranslateSubsystem(QWidget& window, QString appDir, platform::CommandBar& bar,
+TranslateSubsystem::TranslateSubsystem(QWidget& window, QString appDir, commandbar::CommandBar& bar,
                                        TabStrip& tabs, platform::Dialogs& dialogs,
                                        CommandDispatcher& commands)
     : window_(window), appDir_(std::move(appDir)), bar_(bar), dialogs_(dialogs)
@@ -23,7 +23,7 @@ TranslateSubsystem::TranslateSubsystem(QWidget& window, QString appDir, platform
             tabs.newTab(address, true);
     });
     commands.on(cmd::Command::EditTranslations, [this](const CommandContext&) {
-        TextWindow::editFile(listPath(), dialogs_, &window_)->show();
+        platform::TextWindow::editFile(listPath(), dialogs_, &window_)->show();
     });
 }
 
@@ -34,18 +34,19 @@ QString TranslateSubsystem::listPath() const
 
 void TranslateSubsystem::start(const QString& editCaption)
 {
-    platform::Band* menu = bar_.band(menuKey);
+    commandbar::Band* menu = bar_.band(menuKey);
     if (!menu)
         return;
-    auto add = [&](const QString& key, int id, platform::ControlType type, const QString& caption) {
-        platform::Tool tool(bar_, key, id, type);
+    auto add = [&](const QString& key, int id, commandbar::ControlType type,
+                   const QString& caption) {
+        commandbar::Tool tool(bar_, key, id, type);
         tool.setCaption(caption);
         bar_.insertTool(*menu, tool);
     };
     const char* edit = cmd::keyOf(cmd::Command::EditTranslations);
-    add(QLatin1String(edit), 1398, platform::ControlType::Button,
+    add(QLatin1String(edit), 1398, commandbar::ControlType::Button,
         editCaption.isEmpty() ? QStringLiteral("Edit Translation List...") : editCaption);
-    add(QStringLiteral("spe_sTans1"), 1399, platform::ControlType::Separator, {});
+    add(QStringLiteral("spe_sTans1"), 1399, commandbar::ControlType::Separator, {});
     list_ = TranslationList::read(listPath());
     int services = 0;
     int separators = 0;
@@ -53,11 +54,11 @@ void TranslateSubsystem::start(const QString& editCaption)
         if (line.separator) {
             ++separators;
             add(QStringLiteral("spe_sTrans%1").arg(separators), firstSeparatorId + separators,
-                platform::ControlType::Separator, {});
+                commandbar::ControlType::Separator, {});
         } else {
             ++services;
             add(QStringLiteral("transeg%1").arg(services), firstServiceId + services,
-                platform::ControlType::Button, line.name);
+                commandbar::ControlType::Button, line.name);
         }
     }
 }

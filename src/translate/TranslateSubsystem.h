@@ -10,14 +10,16 @@ class QWidget;
 class TabStrip;
 
 namespace platform {
-class CommandBar;
 class Dialogs;
 } // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
 
 class TranslateSubsystem
 {
 public:
-    TranslateSubsystem(QWidget& window, QString appDir, platform::CommandBar& bar, TabStrip& tabs,
+    TranslateSubsystem(QWidget& window, QString appDir, commandbar::CommandBar& bar, TabStrip& tabs,
                        platform::Dialogs& dialogs, CommandDispatcher& commands);
 
     static constexpr int firstServiceId = 1400;
@@ -32,7 +34,7 @@ public:
 private:
     QWidget& window_;
     QString appDir_;
-    platform::CommandBar& bar_;
+    commandbar::CommandBar& bar_;
     platform::Dialogs& dialogs_;
     TranslationList list_;
 };

@@ -2,8 +2,8 @@
 // moments, many times, and checks after each kill that every file is whole:
 // the settings all old or all new, the typed addresses an unbroken list, the
 // last pages whole lines numbered without a gap.
+#include "history/HistoryStore.h"
 #include "platform/UserRegistry.h"
-#include "platform/history/HistoryStore.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/TestMain.h"
 
@@ -109,10 +109,10 @@ private slots:
             writer.kill();
             QVERIFY(writer.waitForFinished());
 
-            const platform::HistoryStore store(path);
+            const HistoryStore store(path);
             QVERIFY2(store.problem().isEmpty(), qPrintable(store.problem()));
             QList<int> numbers;
-            for (const platform::HistoryRecord& record : store.records())
+            for (const HistoryRecord& record : store.records())
                 numbers << number(record.url);
             std::sort(numbers.begin(), numbers.end());
             for (int i = 0; i < numbers.size(); ++i)

@@ -5,15 +5,15 @@
 // from the lines already in "LastPages.ini".
 #include "app/LastPages.h"
 #include "app/Settings.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/SkinLoader.h"
 #include "core/Keys.h"
 #include "core/Switches.h"
 #include "net/ProxyMenu.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/Dialogs.h"
 #include "platform/UserRegistry.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/SkinLoader.h"
-#include "platform/proxy/ForwardingProxy.h"
+#include "proxy/ForwardingProxy.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -25,10 +25,10 @@ int main(int argc, char** argv)
     if (args.size() != 4)
         return 2;
     const QString appDir = args[1];
-    platform::CommandBar bar;
-    if (platform::SkinLoader::loadFile(bar, args[3]))
+    commandbar::CommandBar bar;
+    if (commandbar::SkinLoader::loadFile(bar, args[3]))
         return 2;
-    platform::ForwardingProxy proxy;
+    proxy::ForwardingProxy proxy;
     platform::QtDialogs dialogs;
     platform::ConnectionHelper connection(appDir, proxy, dialogs);
     ProxyMenu proxies(bar, connection);

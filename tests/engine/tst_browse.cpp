@@ -21,6 +21,7 @@
 #include <csignal>
 
 using namespace platform;
+using namespace commandbar;
 
 namespace {
 

@@ -2,8 +2,8 @@
 // X display): F11 twice brings the window back as it was, every time, with
 // every band on its line, whatever the manager does with each request.
 #include "app/MainWindow.h"
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "core/Keys.h"
-#include "platform/commandbar/CommandBarWidgets.h"
 #include "support/EngineApp.h"
 #include "support/TestMain.h"
 
@@ -12,6 +12,7 @@
 #include <QWindow>
 
 using namespace platform;
+using namespace commandbar;
 
 class FullScreenTest : public QObject
 {

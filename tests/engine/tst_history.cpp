@@ -3,9 +3,9 @@
 // links dragged out of a page by a real pointer.
 #include "history/AddressCompleter.h"
 #include "history/HistoryPanel.h"
+#include "history/HistoryStore.h"
 #include "history/HistorySubsystem.h"
 #include "platform/UserRegistry.h"
-#include "platform/history/HistoryStore.h"
 #include "support/EngineApp.h"
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
@@ -79,7 +79,7 @@ private slots:
                 "image/png"));
         // The store is the user's, kept between runs of this test.
         for (const char* suffix : {"", "-wal", "-shm"})
-            QFile::remove(platform::HistoryStore::userPath() + suffix);
+            QFile::remove(HistoryStore::userPath() + suffix);
     }
     void init() { testsupport::failOnUnexpectedWarnings(); }
 

@@ -19,6 +19,7 @@
 #include <optional>
 
 using namespace platform;
+using namespace commandbar;
 using Parts = MainWindow::Parts;
 
 class PageCommandsTest : public QObject

@@ -1,7 +1,7 @@
 // The page tools on the real engine: the links page across frames of any
 // origin, filtered once, running nothing a hostile page put in it; the text
 // view; quick save through the quick saver beside the program.
-#include "commands/TextWindow.h"
+#include "platform/TextWindow.h"
 #include "support/EngineApp.h"
 #include "support/LocalHttpServer.h"
 #include "support/PageProbes.h"
@@ -136,8 +136,8 @@ private slots:
         EngineApp app;
         QVERIFY(app.startAt(server.url("/text.html"), "Text"));
         click(app, "sub_File", "b_viewtexts");
-        TextWindow* text = nullptr;
-        QTRY_VERIFY_WITH_TIMEOUT(text = app.window->findChild<TextWindow*>(), 20000);
+        platform::TextWindow* text = nullptr;
+        QTRY_VERIFY_WITH_TIMEOUT(text = app.window->findChild<platform::TextWindow*>(), 20000);
         QVERIFY(text->text().contains("Plain words here"));
         QVERIFY(QFileInfo(app.appDir + "SavedFiles").isDir());
 

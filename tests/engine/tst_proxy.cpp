@@ -8,6 +8,7 @@
 #include "support/TestMain.h"
 
 using namespace platform;
+using namespace commandbar;
 
 class ProxyTest : public QObject
 {

@@ -2,10 +2,10 @@
 // tabs of real views, real clicks on the tab band, and the exit.
 #include "app/AddressToolWidth.h"
 #include "app/MainWindow.h"
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "core/Keys.h"
 #include "favorites/AddFavouriteDialog.h"
 #include "favorites/FavouritesPanel.h"
-#include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/engine/WebEngineBrowserView.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/EngineApp.h"
@@ -28,6 +28,7 @@
 #include <QTreeView>
 
 using namespace platform;
+using namespace commandbar;
 
 class WindowTest : public QObject
 {

@@ -2,8 +2,8 @@
 // The real main window on the real engine in a program folder of its own,
 // with scripted dialogs and a settable clock: the fixture of engine tests.
 #include "app/MainWindow.h"
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "core/Keys.h"
-#include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/engine/DownloadManager.h"
 #include "platform/engine/WebEngineBrowserView.h"
 #include "platform/engine/WebEngineViewFactory.h"
@@ -72,14 +72,14 @@ struct EngineApp
     QStringList tabKeys() const
     {
         QStringList keys;
-        const platform::Band* band = window->parts().bar.band(key::tabsBar);
+        const commandbar::Band* band = window->parts().bar.band(key::tabsBar);
         for (int i = 0; i < band->count(); ++i)
             keys << band->at(i)->key();
         return keys;
     }
     QToolButton* tabButton(int index) const
     {
-        platform::Tool* tool =
+        commandbar::Tool* tool =
             window->parts().bar.tool(key::tabsBar, QStringLiteral("tabs-%1").arg(index));
         auto* bar = static_cast<QToolBar*>(
             window->parts().barWidgets->container(window->parts().bar.band(key::tabsBar)));

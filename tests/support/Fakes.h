@@ -7,7 +7,7 @@
 #include "platform/Shell.h"
 #include "platform/browser/BrowserView.h"
 #include "platform/browser/ViewPolicies.h"
-#include "platform/proxy/ForwardingProxy.h"
+#include "proxy/ForwardingProxy.h"
 #include "support/FakeFacets.h"
 #include "tabs/ActiveTabDisplay.h"
 
@@ -89,13 +89,13 @@ public:
     void setNavigationPolicy(platform::NavigationPolicy& policy) override { navigation = &policy; }
     platform::ConnectionState& connection() override { return connectionState; }
     platform::PrivateData& privateData() override { return privacy; }
-    platform::ForwardingProxy& forwardingProxy() override { return proxy; }
+    proxy::ForwardingProxy& forwardingProxy() override { return proxy; }
     std::vector<FakeBrowserView*> created;
     platform::NavigationPolicy* navigation = nullptr;
     QString home;
     FakeConnection connectionState;
     FakePrivateData privacy;
-    platform::ForwardingProxy proxy;
+    proxy::ForwardingProxy proxy;
 };
 
 class FakeStage : public platform::ViewStage

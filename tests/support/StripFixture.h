@@ -2,17 +2,17 @@
 // The shipped skin's command bar with the tabs subsystem on fake views, no tab
 // open yet: the base of the unit tests of tabs, view events and the address
 // bar.
+#include "commandbar/CommandBar.h"
+#include "commandbar/SkinLoader.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
 #include "tabs/TabSubsystem.h"
 
 struct StripFixture
 {
     MainState state;
-    platform::CommandBar bar;
+    commandbar::CommandBar bar;
     FakeViewFactory factory;
     FakeStage stage;
     FakeDisplay display;
@@ -23,6 +23,6 @@ struct StripFixture
     TabStrip& tabs = subsystem.strip();
     TabMenu& menu = subsystem.menu();
 
-    StripFixture() { platform::SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE)); }
+    StripFixture() { commandbar::SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE)); }
     FakeBrowserView* view(int index) { return static_cast<FakeBrowserView*>(tabs.view(index)); }
 };

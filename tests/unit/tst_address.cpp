@@ -1,12 +1,12 @@
 // The address bar on a real combo box with fake views: the narrow trim, the
 // keys that send an address where, the typed addresses and their store.
+#include "commandbar/CommandBar.h"
+#include "commandbar/SkinLoader.h"
 #include "history/AddressBar.h"
 #include "history/AddressCompleter.h"
 #include "history/DragToOpen.h"
+#include "history/HistoryStore.h"
 #include "platform/UserRegistry.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/SkinLoader.h"
-#include "platform/history/HistoryStore.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/StripFixture.h"
@@ -19,6 +19,7 @@
 #include <QTemporaryDir>
 
 using namespace platform;
+using namespace commandbar;
 
 namespace {
 
@@ -170,7 +171,7 @@ private slots:
 
         // What the user typed before comes first, then history's finds, once.
         QTemporaryDir dir;
-        platform::HistoryStore store(dir.filePath("History.sqlite"));
+        HistoryStore store(dir.filePath("History.sqlite"));
         store.addUrl("http://example.test/a", "A");
         store.addUrl("https://www.example.test/b", "Bee");
         store.addUrl("http://elsewhere.test/", "An example page");

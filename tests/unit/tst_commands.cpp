@@ -1,15 +1,16 @@
 // The command table against the shipped skin, the prefix routes and the keys
 // of generated tools, and what the dispatcher does with a click.
+#include "commandbar/CommandBar.h"
+#include "commandbar/SkinLoader.h"
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "core/MainState.h"
 #include "core/ToolKeys.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
 #include "support/TestMain.h"
 
 using namespace platform;
+using namespace commandbar;
 
 class CommandsTest : public QObject
 {

@@ -4,9 +4,9 @@
 // does is tst_everytool's.
 #include "app/MainWindow.h"
 #include "app/OptionsDialog.h"
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "core/Keys.h"
 #include "favorites/FavouritesFolder.h"
-#include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/FakeApp.h"
 #include "support/Files.h"
@@ -24,6 +24,7 @@
 #include <QTemporaryDir>
 
 using namespace platform;
+using namespace commandbar;
 
 class CompositionTest : public QObject
 {

@@ -6,15 +6,15 @@
 #include "app/MainWindow.h"
 #include "app/OptionsDialog.h"
 #include "app/ProgressDisplay.h"
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "commands/FindBar.h"
-#include "commands/TextWindow.h"
 #include "commands/WindowCommands.h"
 #include "core/Keys.h"
 #include "core/Switches.h"
 #include "history/AddressCompleter.h"
 #include "net/CompanionBar.h"
+#include "platform/TextWindow.h"
 #include "platform/UserRegistry.h"
-#include "platform/commandbar/CommandBarWidgets.h"
 #include "support/FakeApp.h"
 #include "support/Files.h"
 #include "support/TestMain.h"
@@ -30,6 +30,7 @@
 #include <optional>
 
 using namespace platform;
+using namespace commandbar;
 
 namespace {
 
@@ -211,7 +212,7 @@ const Probe shown = [](Window& w) {
             lines << "options " + QString::number(options->page());
         if (qobject_cast<const CompanionBar*>(widget))
             lines << "companion";
-        if (auto* text = qobject_cast<const TextWindow*>(widget))
+        if (auto* text = qobject_cast<const platform::TextWindow*>(widget))
             lines << "text " + w.local(text->windowTitle()) + ": " +
                          text->text().section('\n', 0, 0);
     }

@@ -1,6 +1,7 @@
 // The favourites folder on disk: made once with its starting favourites,
 // changed by hand without ever leaving the folder or overwriting an entry,
 // read into menus and a tree, and carried in and out as bookmark files.
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "core/Keys.h"
 #include "core/ToolKeys.h"
 #include "favorites/AddFavouriteDialog.h"
@@ -14,7 +15,6 @@
 #include "favorites/FolderOrder.h"
 #include "favorites/OrganiseFavouritesDialog.h"
 #include "platform/NarrowText.h"
-#include "platform/commandbar/CommandBarWidgets.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
@@ -35,6 +35,7 @@
 #include <QTreeView>
 
 using namespace platform;
+using namespace commandbar;
 
 namespace {
 

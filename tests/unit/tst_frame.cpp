@@ -5,14 +5,14 @@
 #include "app/Language.h"
 #include "app/LastPages.h"
 #include "app/Settings.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/SkinLoader.h"
 #include "core/Keys.h"
 #include "net/ProxyMenu.h"
 #include "platform/ClickHook.h"
 #include "platform/ConnectionHelper.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/SkinLoader.h"
 #include "platform/ini/ProfileFile.h"
-#include "platform/proxy/ForwardingProxy.h"
+#include "proxy/ForwardingProxy.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/TestMain.h"
@@ -21,6 +21,8 @@
 #include <QTemporaryDir>
 
 using namespace platform;
+using namespace proxy;
+using namespace commandbar;
 
 namespace {
 

@@ -2,8 +2,8 @@
 // the tree by day and site, and what a bad store file does.
 #include "history/CURLHistory.h"
 #include "history/HistoryPanel.h"
+#include "history/HistoryStore.h"
 #include "history/HistoryTree.h"
-#include "platform/history/HistoryStore.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/StripFixture.h"

@@ -6,6 +6,7 @@
 #include "support/TestMain.h"
 
 using namespace platform;
+using namespace commandbar;
 
 namespace {
 

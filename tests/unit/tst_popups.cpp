@@ -138,14 +138,14 @@ private slots:
     {
         StripFixture f;
         BlockedList list(f.bar, f.tabs, f.commands);
-        platform::Tool* counter = f.bar.tool("sb_Status", "b_blocked");
+        commandbar::Tool* counter = f.bar.tool("sb_Status", "b_blocked");
         counter->setCaption("Blocked:");
         for (int n = 1; n <= 12; ++n)
             list.record(QStringLiteral("short%1").arg(n), QStringLiteral("http://%1.test/").arg(n));
 
         QCOMPARE(counter->caption(), "Blocked:12");
         QCOMPARE(list.count(), 12);
-        const platform::Band* menu = f.bar.band("sub_Blocked");
+        const commandbar::Band* menu = f.bar.band("sub_Blocked");
         QCOMPARE(menu->count(), 10);
         for (int i = 0; i < 10; ++i)
             QCOMPARE(menu->at(i)->caption(), QStringLiteral("%1. short%1").arg(i + 3));
@@ -185,7 +185,8 @@ private slots:
         BlockedList blocked(f.bar, f.tabs, f.commands);
         platform::ClickHook hook(f.clock);
         RecordingShell shell;
-        PopupBlocker blocker(f.state, f.bar, f.tabs, hook, f.clock, shell, blocked, read);
+        PopupBlocker blocker(f.state, f.bar, f.subsystem.every(), hook, f.clock, shell, blocked,
+                             read);
         platform::NavigationRequest request{QUrl("http://x.ads.test/"),
                                             platform::NavigationRequest::Kind::Other, true};
         QVERIFY(blocker.allows(*f.view(2), request));
@@ -242,10 +243,10 @@ private slots:
         QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), dir.filePath("lng.ini")));
         StripFixture f;
         Language(dir.path() + '/').apply(f.bar, "1.0.0");
-        SecurityIndicator indicator(f.state, f.bar, f.tabs);
+        SecurityIndicator indicator(f.state, f.bar, f.tabs, f.subsystem.every());
         f.tabs.newTab("https://a.test/", true);
         f.tabs.newTab("http://b.test/", true);
-        const platform::Tool* tool = f.bar.tool("sb_Status", "b_security");
+        const commandbar::Tool* tool = f.bar.tool("sb_Status", "b_security");
         QCOMPARE(tool->caption(), "Not encrypted");
         emit f.view(2)->lockLevelChanged(2);
         QCOMPARE(tool->caption(), "Encrypted");

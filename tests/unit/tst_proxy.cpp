@@ -3,8 +3,8 @@
 #include "app/MainWindow.h"
 #include "core/Keys.h"
 #include "platform/ConnectionHelper.h"
-#include "platform/proxy/ForwardingProxy.h"
-#include "platform/proxy/ProxyEntry.h"
+#include "proxy/ForwardingProxy.h"
+#include "proxy/ProxyEntry.h"
 #include "support/FakeApp.h"
 #include "support/Files.h"
 #include "support/LoggingProxy.h"
@@ -17,6 +17,8 @@
 #include <QTemporaryDir>
 
 using namespace platform;
+using namespace proxy;
+using namespace commandbar;
 
 namespace {
 

@@ -1,11 +1,11 @@
 // The skin loader builds the bar from the file or names the line that is wrong,
 // and the shipped skin holds every key the program looks up.
+#include "commandbar/CommandBar.h"
+#include "commandbar/SkinLoader.h"
 #include "core/Keys.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/SkinLoader.h"
 #include "support/TestMain.h"
 
-using namespace platform;
+using namespace commandbar;
 
 class SkinTest : public QObject
 {

@@ -1,8 +1,8 @@
 // Tab numbering, positions and closing rules, on fake views.
+#include "commandbar/CommandBar.h"
+#include "commandbar/SkinLoader.h"
 #include "commands/BarSwitches.h"
 #include "core/Keys.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
@@ -10,6 +10,7 @@
 #include "tabs/TabStrip.h"
 
 using namespace platform;
+using namespace commandbar;
 
 namespace {
 

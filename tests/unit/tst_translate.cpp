@@ -1,7 +1,7 @@
 // The Translate menu: the list file read into tools with their old keys and
 // numbers, service addresses made from the current page, and the list edited
 // in the program's own window.
-#include "commands/TextWindow.h"
+#include "platform/TextWindow.h"
 #include "platform/browser/AddressUrl.h"
 #include "support/Files.h"
 #include "support/StripFixture.h"
@@ -56,7 +56,7 @@ private slots:
         translate.start("Edit the list");
         QStringList keys;
         QList<int> ids;
-        const platform::Band* menu = f.bar.band("sub_Trans");
+        const commandbar::Band* menu = f.bar.band("sub_Trans");
         for (int i = 0; i < menu->count(); ++i) {
             keys << menu->at(i)->key();
             ids << menu->at(i)->id();
@@ -75,7 +75,7 @@ private slots:
 
         // The list opens for editing; a save writes it whole, for the next start.
         f.commands.dispatch(f.bar.tool("sub_Trans", "b_orgtrans"));
-        auto* editor = window.findChild<TextWindow*>();
+        auto* editor = window.findChild<platform::TextWindow*>();
         QVERIFY(editor);
         QVERIFY(editor->text().startsWith("\nFirst|"));
         editor->findChild<QPlainTextEdit*>()->setPlainText("Only|https://only.test/{url}\n");

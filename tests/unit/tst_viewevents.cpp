@@ -1,16 +1,18 @@
 // Browser-view events on fake views: what the active tab shows, what a
 // background tab keeps to itself, loading pictures, and the document hook.
+#include "commandbar/CommandBar.h"
+#include "commandbar/SkinLoader.h"
 #include "core/Keys.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/SkinLoader.h"
 #include "support/Fakes.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
+#include "tabs/EveryTabSignals.h"
 #include "tabs/LoadingPictures.h"
 #include "tabs/TabStrip.h"
 #include "tabs/ViewEvents.h"
 
 using namespace platform;
+using namespace commandbar;
 
 namespace {
 
@@ -56,6 +58,37 @@ private slots:
         QFETCH(int, percent);
         QCOMPARE(ViewEvents::loadingPercent(progress, maximum), percent);
         QTEST(loadingBand(percent), "band");
+    }
+
+    // Signals of one shape that the compiler cannot tell apart: each arrives
+    // under its own name with the view that sent it, the catch view's too.
+    void everyViewsEventsArriveUnderTheirOwnNames()
+    {
+        Events e;
+        e.tabs.newTab({}, false);
+        QStringList heard;
+        const auto hear = [&heard](const char* name) {
+            return [&heard, name](BrowserView* view) {
+                heard << QStringLiteral("%1 %2").arg(QLatin1String(name)).arg(view->index());
+            };
+        };
+        const EveryTabSignals& every = e.subsystem.every();
+        QObject::connect(&every, &EveryTabSignals::titleChanged, hear("title"));
+        QObject::connect(&every, &EveryTabSignals::statusTextChanged, hear("status"));
+        QObject::connect(&every, &EveryTabSignals::draggedOut, hear("dragged"));
+        QObject::connect(&every, &EveryTabSignals::loadStarted, hear("started"));
+        QObject::connect(&every, &EveryTabSignals::documentComplete, hear("complete"));
+        QObject::connect(&every, &EveryTabSignals::pageMouseDown, hear("down"));
+        QObject::connect(&every, &EveryTabSignals::pageClicked, hear("click"));
+        emit e.view(2)->titleChanged(QStringLiteral("t"));
+        emit e.view(2)->statusTextChanged(QStringLiteral("s"));
+        emit e.view(0)->draggedOut(QStringLiteral("http://x.test/"));
+        emit e.view(1)->loadStarted();
+        emit e.view(1)->documentComplete();
+        emit e.view(2)->pageMouseDown(PageClick());
+        emit e.view(0)->pageClicked(PageClick());
+        QCOMPARE(heard, (QStringList{"title 2", "status 2", "dragged 0", "started 1", "complete 1",
+                                     "down 2", "click 0"}));
     }
 
     void progressShowsOnTheActiveTabAndPicturesOnEveryTab()

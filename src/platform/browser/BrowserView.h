@@ -11,9 +11,11 @@
 
 class QWidget;
 
-namespace platform {
-
+namespace proxy {
 class ForwardingProxy;
+} // namespace proxy
+
+namespace platform {
 
 class BrowserView;
 class NavigationPolicy;
@@ -160,7 +162,7 @@ public:
     virtual ConnectionState& connection() = 0;
     virtual PrivateData& privateData() = 0;
     // The program's proxy that every view's requests go through.
-    virtual ForwardingProxy& forwardingProxy() = 0;
+    virtual proxy::ForwardingProxy& forwardingProxy() = 0;
 };
 
 // Where views live on screen: the one active view fills the client area, every

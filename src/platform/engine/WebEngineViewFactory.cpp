@@ -1,6 +1,6 @@
 #include "WebEngineViewFactory.h"
 #include "WebEngineBrowserView.h"
-#include "platform/proxy/ForwardingProxy.h"
+#include "proxy/ForwardingProxy.h"
 
 #include <QCoreApplication>
 #include <QNetworkProxy>
@@ -9,21 +9,21 @@ namespace platform {
 
 namespace {
 
-ForwardingProxy* programProxy = nullptr;
+proxy::ForwardingProxy* programProxy = nullptr;
 
 // The engine takes a change of the application proxy one request late, so
 // the program's proxy is set once, before the first page, and stays for the
 // whole run; choosing a proxy changes only where it forwards.
-ForwardingProxy& sharedProxy()
+proxy::ForwardingProxy& sharedProxy()
 {
     if (!programProxy) {
-        programProxy = new ForwardingProxy;
-        programProxy->setHostRules(HostRules::fromArguments(
+        programProxy = new proxy::ForwardingProxy;
+        programProxy->setHostRules(proxy::HostRules::fromArguments(
             QCoreApplication::arguments() +
             QString::fromLocal8Bit(qgetenv("QTWEBENGINE_CHROMIUM_FLAGS")).split(QLatin1Char(' '))));
-        QNetworkProxy::setApplicationProxy(
-            QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"),
-                          programProxy->port(), ForwardingProxy::user(), programProxy->secret()));
+        QNetworkProxy::setApplicationProxy(QNetworkProxy(
+            QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), programProxy->port(),
+            proxy::ForwardingProxy::user(), programProxy->secret()));
         qAddPostRoutine([] { delete std::exchange(programProxy, nullptr); });
     }
     return *programProxy;

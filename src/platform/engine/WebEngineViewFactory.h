@@ -22,13 +22,13 @@ public:
     }
     ConnectionState& connection() override { return engine_.connection(); }
     PrivateData& privateData() override { return engine_; }
-    ForwardingProxy& forwardingProxy() override { return proxy_; }
+    proxy::ForwardingProxy& forwardingProxy() override { return proxy_; }
     EngineProfile& engine() { return engine_; }
     DownloadManager& downloads() const { return engine_.downloads(); }
 
 private:
     // Before the profile: the proxy is in place before the engine starts.
-    ForwardingProxy& proxy_;
+    proxy::ForwardingProxy& proxy_;
     EngineProfile engine_;
 };
 
