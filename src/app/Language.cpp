@@ -42,7 +42,7 @@ QString Language::apply(commandbar::CommandBar& bar, const QString& version)
         if (tag.isEmpty())
             tag = *skinSecurityLabel_;
         for (int n = 1; n <= 3; ++n)
-            tag += QLatin1Char('|') + text(QString::number(n) + QStringLiteral("b_security"));
+            tag += QLatin1Char('|') + text(QString::number(n) + QLatin1String(key::securityTool));
         security->setTag(tag);
     }
 

@@ -4,6 +4,8 @@
 #include "commandbar/CommandBar.h"
 #include "commandbar/Tool.h"
 #include "core/CommandDispatcher.h"
+#include "core/Keys.h"
+#include "core/ToolKeys.h"
 #include "platform/Dialogs.h"
 #include "platform/ini/ProfileFile.h"
 
@@ -12,7 +14,6 @@
 #include <QSaveFile>
 
 namespace {
-const QString menuKey = QStringLiteral("sub_Language");
 const QString section = QStringLiteral("QUB_Main");
 const QString activeName = QStringLiteral("lng.ini");
 
@@ -47,9 +48,9 @@ void LanguageMenu::build()
         QString caption = languageName(appDir_ + files[i]);
         if (caption.isEmpty())
             caption = QFileInfo(files[i]).completeBaseName();
-        if (commandbar::Tool* tool =
-                commandbar::AddBandTool(bar_, menuKey, QStringLiteral("lang%1").arg(i + 1),
-                                        firstId + i, QStringLiteral("0"), caption, false)) {
+        if (commandbar::Tool* tool = commandbar::AddBandTool(
+                bar_, QLatin1String(key::languageMenu), keys::languageKey(i + 1),
+                keys::languageId(i + 1), QStringLiteral("0"), caption, false)) {
             tool->setTag(files[i]);
             tool->setCheckable(true);
         }
@@ -78,7 +79,7 @@ void LanguageMenu::choose(const commandbar::Tool& tool)
 // The entry whose language names itself as lng.ini does.
 void LanguageMenu::checkCurrent()
 {
-    commandbar::Band* menu = bar_.band(menuKey);
+    commandbar::Band* menu = bar_.band(QLatin1String(key::languageMenu));
     if (!menu)
         return;
     const QString current = languageName(appDir_ + activeName);

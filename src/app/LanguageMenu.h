@@ -24,7 +24,6 @@ public:
     LanguageMenu(QString appDir, commandbar::CommandBar& bar, platform::Dialogs& dialogs,
                  CommandDispatcher& commands);
 
-    static constexpr int firstId = 3201;
     static constexpr const char* nameKey = "lng_Name";
 
     void build();

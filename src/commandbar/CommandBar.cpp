@@ -211,6 +211,12 @@ Tool* CommandBar::tool(const QString& bandKey, const QString& toolKey) const
     return b ? b->tool(toolKey) : nullptr;
 }
 
+bool CommandBar::isChecked(const QString& bandKey, const QString& toolKey) const
+{
+    const Tool* found = tool(bandKey, toolKey);
+    return found && found->checked();
+}
+
 Tool* CommandBar::addTool(const QString& key, int id, ControlType type)
 {
     if (Tool* existing = collectionTool(key))

@@ -37,6 +37,8 @@ public:
     const std::vector<std::unique_ptr<Band>>& bands() const { return bands_; }
     // The tool with that key in that band, or nullptr.
     Tool* tool(const QString& bandKey, const QString& toolKey) const;
+    // Whether that tool of that band is there and checked.
+    bool isChecked(const QString& bandKey, const QString& toolKey) const;
 
     // The bar's own collection of all tools, one per key.
     Tool* addTool(const QString& key, int id, ControlType type);

@@ -3,6 +3,7 @@
 #include "commandbar/Tool.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
+#include "core/Keys.h"
 #include "core/MainState.h"
 #include "platform/browser/BrowserView.h"
 #include "tabs/TabStrip.h"
@@ -10,8 +11,6 @@
 using platform::EditCommand;
 
 namespace {
-
-const char* const editMenu = "sub_Edit";
 
 struct EditEntry
 {
@@ -42,7 +41,7 @@ EditCommands::EditCommands(commandbar::CommandBar& bar, const MainState& state,
             c.view->focusPage();
             c.view->editing().run(edit);
         });
-    events.onDropDown(QLatin1String(editMenu), [this](commandbar::Band&) { updateMenu(); });
+    events.onDropDown(QLatin1String(key::editMenu), [this](commandbar::Band&) { updateMenu(); });
 }
 
 void EditCommands::updateMenu()
@@ -52,7 +51,7 @@ void EditCommands::updateMenu()
     platform::BrowserView* view = tabs_.view(tab);
     for (const EditEntry& entry : entries) {
         const char* key = cmd::keyOf(entry.command);
-        commandbar::Tool* tool = bar_.tool(editMenu, key);
+        commandbar::Tool* tool = bar_.tool(key::editMenu, key);
         if (!tool)
             continue;
         tool->setEnabled(false);
@@ -61,7 +60,7 @@ void EditCommands::updateMenu()
         view->editing().queryEnabled(entry.edit, [this, asking, tab, key](bool enabled) {
             if (asking != asking_ || tab != state_.currentTab)
                 return;
-            if (commandbar::Tool* answered = bar_.tool(editMenu, key))
+            if (commandbar::Tool* answered = bar_.tool(key::editMenu, key))
                 answered->setEnabled(enabled);
         });
     }

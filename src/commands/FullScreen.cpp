@@ -30,8 +30,7 @@ FullScreen::FullScreen(QWidget& window, commandbar::CommandBar& bar, TabStrip& t
 
 bool FullScreen::active() const
 {
-    const commandbar::Tool* tool = bar_.tool(key::viewMenu, key::fullScreen);
-    return tool && tool->checked();
+    return bar_.isChecked(key::viewMenu, key::fullScreen);
 }
 
 void FullScreen::toggle()

@@ -9,17 +9,13 @@
 
 using cmd::Command;
 
-namespace {
-const char* const offlineKey = cmd::keyOf(Command::WorkOffline);
-} // namespace
-
 PageCommands::PageCommands(commandbar::CommandBar& bar, TabStrip& tabs,
                            platform::ConnectionState& connection, CommandDispatcher& commands,
                            BarEventRouter& events)
     : bar_(bar), tabs_(tabs), connection_(connection)
 {
     commands.on(Command::WorkOffline, [this](const CommandContext&) {
-        const commandbar::Tool* tool = bar_.tool(key::fileMenu, offlineKey);
+        const commandbar::Tool* tool = bar_.tool(key::fileMenu, key::workOffline);
         setWorkOffline(!(tool ? tool->checked() : connection_.offline()));
     });
     commands.on(Command::ViewSource, [this](const CommandContext& c) { showSource(*c.view); });
@@ -35,7 +31,7 @@ void PageCommands::setWorkOffline(bool offline)
 void PageCommands::showOffline()
 {
     for (const char* band : {key::fileMenu, key::statusBar})
-        if (commandbar::Tool* tool = bar_.tool(band, offlineKey))
+        if (commandbar::Tool* tool = bar_.tool(band, key::workOffline))
             tool->setChecked(connection_.offline());
 }
 

@@ -3,12 +3,11 @@
 #include "commandbar/Tool.h"
 #include "core/BarEventRouter.h"
 #include "core/CommandDispatcher.h"
+#include "core/Keys.h"
 #include "platform/browser/BrowserView.h"
 #include "tabs/TabStrip.h"
 
 namespace {
-
-const char* const textMenu = "sub_Text";
 
 struct TextSize
 {
@@ -31,7 +30,7 @@ TextSizeCommands::TextSizeCommands(commandbar::CommandBar& bar, const TabStrip& 
         commands.on(size.command, [level = size.level](const CommandContext& c) {
             c.view->zoom().setLevel(level);
         });
-    events.onDropDown(QLatin1String(textMenu), [this](commandbar::Band&) { markLevel(); });
+    events.onDropDown(QLatin1String(key::textMenu), [this](commandbar::Band&) { markLevel(); });
 }
 
 void TextSizeCommands::markLevel()
@@ -41,6 +40,6 @@ void TextSizeCommands::markLevel()
         return;
     const int level = view->zoom().level();
     for (const TextSize& size : sizes)
-        if (commandbar::Tool* tool = bar_.tool(textMenu, cmd::keyOf(size.command)))
+        if (commandbar::Tool* tool = bar_.tool(key::textMenu, cmd::keyOf(size.command)))
             tool->setChecked(size.level == level);
 }

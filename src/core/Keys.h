@@ -20,6 +20,11 @@ inline constexpr const char* viewMenu = "sub_View";
 inline constexpr const char* favMenu = "sub_Fav";
 inline constexpr const char* toolsMenu = "sub_Usetools";
 inline constexpr const char* proxyMenu = "sub_Proxylist";
+inline constexpr const char* editMenu = "sub_Edit";
+inline constexpr const char* textMenu = "sub_Text";
+inline constexpr const char* languageMenu = "sub_Language";
+inline constexpr const char* blockedMenu = "sub_Blocked";
+inline constexpr const char* translateMenu = "sub_Trans";
 inline constexpr const char* tabMenu = "tab_Menu";
 inline constexpr const char* favouritesPage = "cbnd_Fav";
 inline constexpr const char* historyPage = "cbnd_History";
@@ -29,6 +34,7 @@ inline constexpr const char* pageIconTool = "ctl_ieicon";
 inline constexpr const char* statusTextTool = "ctl_statustext";
 inline constexpr const char* progressTool = "ctl_progress";
 inline constexpr const char* securityTool = "b_security";
+inline constexpr const char* blockedCountTool = "b_blocked";
 inline constexpr const char* favouritesTree = "tvwFav";
 inline constexpr const char* historyTree = "tvwHistory";
 
@@ -48,6 +54,7 @@ inline constexpr const char* closeTab = cmd::keyOf(cmd::Command::CloseTab);
 inline constexpr const char* closeOthers = cmd::keyOf(cmd::Command::CloseOthers);
 inline constexpr const char* closeAll = cmd::keyOf(cmd::Command::CloseAll);
 inline constexpr const char* quit = cmd::keyOf(cmd::Command::Quit);
+inline constexpr const char* workOffline = cmd::keyOf(cmd::Command::WorkOffline);
 inline constexpr const char* showMainBar = cmd::keyOf(cmd::Command::ShowMainBar);
 inline constexpr const char* showAddressBar = cmd::keyOf(cmd::Command::ShowAddressBar);
 inline constexpr const char* showStatusBar = cmd::keyOf(cmd::Command::ShowStatusBar);
@@ -75,6 +82,13 @@ inline std::vector<std::pair<QString, QString>> lookedUpTools()
         {statusBar, statusTextTool},
         {statusBar, progressTool},
         {statusBar, securityTool},
+        {statusBar, blockedCountTool},
+        {editMenu, {}},
+        {textMenu, {}},
+        {languageMenu, {}},
+        {blockedMenu, {}},
+        {translateMenu, {}},
+        {fileMenu, workOffline},
         {proxyMenu, {}},
         {tabMenu, {}},
         {fileMenu, newTab},

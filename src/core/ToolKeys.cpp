@@ -67,4 +67,84 @@ QString favouriteKey(int entry)
     return QStringLiteral("fav") + QString::number(entry);
 }
 
+int blockedId(int entry)
+{
+    return 2800 + entry;
+}
+
+int proxyId(int entry)
+{
+    return 3011 + (entry > 1 ? entry : 0);
+}
+
+QString proxySeparatorKey()
+{
+    return QStringLiteral("spe_sProxy1");
+}
+
+int proxySeparatorId()
+{
+    return 3012;
+}
+
+QString languageKey(int file)
+{
+    return QStringLiteral("lang") + QString::number(file);
+}
+
+int languageId(int file)
+{
+    return 3200 + file;
+}
+
+int favouriteId(int entry)
+{
+    return 1500 + entry;
+}
+
+int favouriteEntry(int toolId)
+{
+    return toolId - 1500;
+}
+
+int favouriteFolderId(int position)
+{
+    return position * 100 + 1500;
+}
+
+QString emptyFolderKey(int folder)
+{
+    return favouriteKey(folder + 1000);
+}
+
+int emptyFolderId(int folder)
+{
+    return folder + 2500;
+}
+
+QString translationKey(int service)
+{
+    return QStringLiteral("transeg") + QString::number(service);
+}
+
+int translationId(int service)
+{
+    return 1400 + service;
+}
+
+int translationEntry(int toolId)
+{
+    return toolId - 1400;
+}
+
+QString translationSeparatorKey(int separator)
+{
+    return QStringLiteral("spe_sTrans") + QString::number(separator);
+}
+
+int translationSeparatorId(int separator)
+{
+    return 1900 + separator;
+}
+
 } // namespace keys

@@ -1,8 +1,8 @@
 #pragma once
-// Keys of the tools the program makes at run time, built and read back here
-// only: "tabs-" + view index, "blocked-" + entry, "Proxy" + entry, "fav" +
-// entry. Numbers are read the way the old basic Val() read them: blanks
-// skipped, an optional sign, the digits up to the first other character.
+// Keys and identifiers of the tools the program makes at run time, built and
+// read back here only: "tabs-" + view index, "blocked-" + entry, "Proxy" +
+// entry, "fav" + entry, "transeg" + service, "lang" + file. Numbers are read the way the old basic
+// Val() read them: blanks skipped, an optional sign, the digits up to the first other character.
 #include <QString>
 #include <QStringView>
 
@@ -17,22 +17,36 @@ bool isTabKey(QStringView key);
 int tabIndex(QStringView key);
 
 QString blockedKey(int entry);
+int blockedId(int entry);
 // The value after the first eight characters ("blocked-").
 int blockedEntry(QStringView key);
 
 QString proxyKey(int entry);
+// Entry 1 ("Empty") and 2 share an identifier, as they always have.
+int proxyId(int entry);
+// The separator after "Empty".
+QString proxySeparatorKey();
+int proxySeparatorId();
+
+QString languageKey(int file);
+int languageId(int file);
 
 // Favourite and translation entries are numbered by their tool identifier.
 QString favouriteKey(int entry);
-// The pop-up band of favourites folder n.
+int favouriteId(int entry);
+int favouriteEntry(int toolId);
+// The drop-down of the folder at that place in its menu, and the pop-up band
+// of folder n.
+int favouriteFolderId(int position);
 QString favouriteBandKey(int folder);
-inline int favouriteEntry(int toolId)
-{
-    return toolId - 1500;
-}
-inline int translationEntry(int toolId)
-{
-    return toolId - 1400;
-}
+// What an empty folder shows.
+QString emptyFolderKey(int folder);
+int emptyFolderId(int folder);
+
+QString translationKey(int service);
+int translationId(int service);
+int translationEntry(int toolId);
+QString translationSeparatorKey(int separator);
+int translationSeparatorId(int separator);
 
 } // namespace keys

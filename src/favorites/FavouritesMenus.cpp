@@ -38,19 +38,19 @@ FavouritesMenus::Entry FavouritesMenus::entryFor(const FavouriteItem& item, bool
     switch (item.kind) {
     case FavouriteItem::Kind::Folder:
         entry.key = keys::favouriteKey(item.position);
-        entry.id = item.position * 100 + 1500;
+        entry.id = keys::favouriteFolderId(item.position);
         entry.type = commandbar::ControlType::DropDown;
         entry.subBand = keys::favouriteBandKey(item.number);
         break;
     case FavouriteItem::Kind::Favourite:
         entry.key = keys::favouriteKey(item.number);
-        entry.id = item.number + 1500;
+        entry.id = keys::favouriteId(item.number);
         entry.tag = item.path;
         entry.enabled = entry.caption != disabledCaption;
         break;
     case FavouriteItem::Kind::Empty:
-        entry.key = keys::favouriteKey(item.number + 1000);
-        entry.id = item.number + 2500;
+        entry.key = keys::emptyFolderKey(item.number);
+        entry.id = keys::emptyFolderId(item.number);
         break;
     }
     if (icons && item.kind != FavouriteItem::Kind::Empty)
@@ -65,8 +65,7 @@ void FavouritesMenus::build(const FavouritesScan& scan)
         return;
     if (fixedTools_ < 0)
         fixedTools_ = menu->count();
-    const commandbar::Tool* iconSwitch = menu->tool(key::favIcons);
-    const bool icons = iconSwitch && iconSwitch->checked();
+    const bool icons = bar_.isChecked(key::favMenu, key::favIcons);
 
     // Every level's entries in order: the top level at 0, folder n at n.
     const std::vector<FavouriteItem>& items = scan.items();

@@ -51,8 +51,7 @@ void ProxyMenu::build(const QString& current)
     bool anyChecked = false;
     auto add = [&](int entry, const QString& caption, const QString& problem) {
         commandbar::Tool* tool = commandbar::AddBandTool(
-            bar_, key::proxyMenu, keys::proxyKey(entry), firstId + (entry > 1 ? entry : 0),
-            QStringLiteral("0"),
+            bar_, key::proxyMenu, keys::proxyKey(entry), keys::proxyId(entry), QStringLiteral("0"),
             problem.isEmpty() ? caption
                               : QStringLiteral("%1 (not usable: %2)").arg(caption, problem),
             false);
@@ -68,8 +67,8 @@ void ProxyMenu::build(const QString& current)
         anyChecked = anyChecked || checked;
     };
     add(1, QLatin1String(emptyCaption), {});
-    commandbar::AddBandTool(bar_, key::proxyMenu, QStringLiteral("spe_sProxy1"), firstId + 1,
-                            QStringLiteral("5"), {}, false);
+    commandbar::AddBandTool(bar_, key::proxyMenu, keys::proxySeparatorKey(),
+                            keys::proxySeparatorId(), QStringLiteral("5"), {}, false);
     const QStringList entries = connection_.proxies();
     for (int i = 1; i <= entries.size(); ++i)
         add(i + 1, entries[i - 1], platform::ConnectionHelper::problemWith(entries[i - 1]));

@@ -20,7 +20,6 @@ class ProxyMenu
 public:
     ProxyMenu(commandbar::CommandBar& bar, platform::ConnectionHelper& connection);
 
-    static constexpr int firstId = 3011;
     static constexpr const char* emptyCaption = "Empty";
 
     // Start-up: the stored choice is set, then the menu built around it.

@@ -8,11 +8,6 @@
 #include "core/ToolKeys.h"
 #include "tabs/TabStrip.h"
 
-namespace {
-const QString menuKey = QStringLiteral("sub_Blocked");
-const QString countKey = QStringLiteral("b_blocked");
-} // namespace
-
 BlockedList::BlockedList(commandbar::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands)
     : bar_(bar)
 {
@@ -27,7 +22,8 @@ BlockedList::BlockedList(commandbar::CommandBar& bar, TabStrip& tabs, CommandDis
 // has none), and the caption keeps what comes up to it.
 int BlockedList::count() const
 {
-    const commandbar::Tool* counter = bar_.tool(QLatin1String(key::statusBar), countKey);
+    const commandbar::Tool* counter =
+        bar_.tool(QLatin1String(key::statusBar), QLatin1String(key::blockedCountTool));
     if (!counter)
         return 0;
     const QString& caption = counter->caption();
@@ -39,14 +35,15 @@ void BlockedList::setCount(int count)
 {
     if (count <= 0)
         return;
-    if (commandbar::Tool* counter = bar_.tool(QLatin1String(key::statusBar), countKey))
+    if (commandbar::Tool* counter =
+            bar_.tool(QLatin1String(key::statusBar), QLatin1String(key::blockedCountTool)))
         counter->setCaption(counter->caption().left(counter->caption().indexOf(':') + 1) +
                             QString::number(count));
 }
 
 void BlockedList::record(const QString& shortText, const QString& address)
 {
-    if (!bar_.band(menuKey))
+    if (!bar_.band(QLatin1String(key::blockedMenu)))
         return;
     const int shown = count() + 1;
     setCount(shown);
@@ -60,7 +57,7 @@ void BlockedList::recordClosed(const QString& shortTitle, const QString& address
 
 void BlockedList::add(const QString& caption, const QString& address)
 {
-    commandbar::Band* menu = bar_.band(menuKey);
+    commandbar::Band* menu = bar_.band(QLatin1String(key::blockedMenu));
     if (!menu)
         return;
     if (menu->count() >= capacity) {
@@ -73,7 +70,8 @@ void BlockedList::add(const QString& caption, const QString& address)
     const QString key = keys::blockedKey(n + 1);
     // The shared tool of that name may hold an earlier entry's identifier.
     bar_.removeCollectionTool(key);
-    commandbar::AddBandTool(bar_, menuKey, key, firstId + n, QStringLiteral("0"), caption, false);
+    commandbar::AddBandTool(bar_, QLatin1String(key::blockedMenu), key, keys::blockedId(n + 1),
+                            QStringLiteral("0"), caption, false);
     addresses_.append(address);
     bar_.recalcLayout();
 }

@@ -20,7 +20,6 @@ class BlockedList
 {
 public:
     static constexpr int capacity = 10;
-    static constexpr int firstId = 2801;
 
     BlockedList(commandbar::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands);
 

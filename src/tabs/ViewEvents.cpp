@@ -77,8 +77,7 @@ void ViewEvents::follow(const EveryTabSignals& every)
 
 bool ViewEvents::fullScreen() const
 {
-    const commandbar::Tool* tool = bar_.tool(key::viewMenu, key::fullScreen);
-    return tool && tool->checked();
+    return bar_.isChecked(key::viewMenu, key::fullScreen);
 }
 
 void ViewEvents::activeStatusText(BrowserView* view, const QString& text)

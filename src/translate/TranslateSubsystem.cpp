@@ -1,13 +1,11 @@
 #include "TranslateSubsystem.h"
 #include "commandbar/CommandBar.h"
 #include "core/CommandDispatcher.h"
+#include "core/Keys.h"
+#include "core/ToolKeys.h"
 #include "platform/TextWindow.h"
 #include "platform/browser/BrowserView.h"
 #include "tabs/TabStrip.h"
-
-namespace {
-const QString menuKey = QStringLiteral("sub_Trans");
-}
 
 TranslateSubsystem::TranslateSubsystem(QWidget& window, QString appDir, commandbar::CommandBar& bar,
                                        TabStrip& tabs, platform::Dialogs& dialogs,
@@ -17,7 +15,7 @@ TranslateSubsystem::TranslateSubsystem(QWidget& window, QString appDir, commandb
     commands.on(cmd::Route::Translation, [this, &tabs](const CommandContext& c) {
         platform::BrowserView* view = tabs.currentView();
         const QString address =
-            view ? list_.serviceAddress(c.tool.id() - firstServiceId, view->locationUrl())
+            view ? list_.serviceAddress(keys::translationEntry(c.tool.id()), view->locationUrl())
                  : QString();
         if (!address.isEmpty())
             tabs.newTab(address, true);
@@ -34,7 +32,7 @@ QString TranslateSubsystem::listPath() const
 
 void TranslateSubsystem::start(const QString& editCaption)
 {
-    commandbar::Band* menu = bar_.band(menuKey);
+    commandbar::Band* menu = bar_.band(QLatin1String(key::translateMenu));
     if (!menu)
         return;
     auto add = [&](const QString& key, int id, commandbar::ControlType type,
@@ -53,11 +51,11 @@ void TranslateSubsystem::start(const QString& editCaption)
     for (const TranslationList::Line& line : list_.lines()) {
         if (line.separator) {
             ++separators;
-            add(QStringLiteral("spe_sTrans%1").arg(separators), firstSeparatorId + separators,
+            add(keys::translationSeparatorKey(separators), keys::translationSeparatorId(separators),
                 commandbar::ControlType::Separator, {});
         } else {
             ++services;
-            add(QStringLiteral("transeg%1").arg(services), firstServiceId + services,
+            add(keys::translationKey(services), keys::translationId(services),
                 commandbar::ControlType::Button, line.name);
         }
     }

@@ -22,9 +22,6 @@ public:
     TranslateSubsystem(QWidget& window, QString appDir, commandbar::CommandBar& bar, TabStrip& tabs,
                        platform::Dialogs& dialogs, CommandDispatcher& commands);
 
-    static constexpr int firstServiceId = 1400;
-    static constexpr int firstSeparatorId = 1900;
-
     // Builds the menu from the list file; editCaption is the language's
     // caption of the edit entry.
     void start(const QString& editCaption);
