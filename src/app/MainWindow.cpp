@@ -32,12 +32,12 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       barEvents_(bar_),
       tabs_(state_, bar_, factory, stage_, display_, clock, commands_, barEvents_),
       history_(*controls_.addressBox(), *controls_.pageIcon(), bar_, tabs_.strip(), tabs_.every(),
-               tabs_.events(), registry_, dialogs, factory.privateData(), commands_),
+               tabs_.presenter(), registry_, dialogs, factory.privateData(), commands_),
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
       favourites_(*this, appDir, bar_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
       translate_(*this, appDir, bar_, tabs_.strip(), dialogs, commands_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
-      protect_(state_, bar_, tabs_.strip(), tabs_.every(), tabs_.events(), factory, clickHook_,
+      protect_(state_, bar_, tabs_.strip(), tabs_.every(), tabs_.presenter(), factory, clickHook_,
                clock, shell, commands_),
       languages_(appDir, bar_, dialogs, commands_),
       net_(
@@ -60,7 +60,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
         protect_.relabel([this] { applyLanguage(); });
         net_.recaption();
         if (platform::BrowserView* view = tabs_.strip().currentView())
-            tabs_.events().activeTabRefreshed(view);
+            tabs_.presenter().activeTabRefreshed(view);
         bar_.recalcLayout();
     });
     connect(&exit_, &ExitFlow::lastPageRecorded, this,
@@ -84,7 +84,7 @@ MainWindow::Parts MainWindow::parts()
             barWidgets_,
             commands_,
             tabs_.strip(),
-            tabs_.events(),
+            tabs_.presenter(),
             exit_,
             clickHook_,
             history_.addressBar(),

@@ -59,7 +59,7 @@ public:
         commandbar::CommandBarWidgets* barWidgets;
         CommandDispatcher& commands;
         TabStrip& tabs;
-        ViewEvents& viewEvents;
+        ActiveTabPresenter& presenter;
         ExitFlow& exitFlow;
         const platform::ClickHook& clickHook;
         AddressBar& addressBar;

@@ -11,7 +11,7 @@ CommandsSubsystem::CommandsSubsystem(QWidget& window, commandbar::CommandBar& ba
     : switches_(bar, commands, events), editing_(bar, state, tabs.strip(), commands, events),
       textSize_(bar, tabs.strip(), commands, events), document_(dialogs, commands),
       window_(dialogs, shell, bar, engine.privateData(), commands),
-      fullScreen_(window, bar, tabs.strip(), tabs.events(), commands),
+      fullScreen_(window, bar, tabs.strip(), tabs.presenter(), commands),
       page_(bar, tabs.strip(), engine.connection(), commands, events),
       links_(tabs.strip(), dialogs, commands), quickSave_(window, state, dialogs, shell, commands),
       findBar_(new FindBar(tabs.strip(), tabs.active(), &window))

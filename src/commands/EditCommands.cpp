@@ -6,7 +6,7 @@
 #include "core/Keys.h"
 #include "core/MainState.h"
 #include "platform/browser/BrowserView.h"
-#include "tabs/TabStrip.h"
+#include "tabs/Tabs.h"
 
 using platform::EditCommand;
 
@@ -31,9 +31,8 @@ const EditEntry entries[] = {
 
 } // namespace
 
-EditCommands::EditCommands(commandbar::CommandBar& bar, const MainState& state,
-                           const TabStrip& tabs, CommandDispatcher& commands,
-                           BarEventRouter& events)
+EditCommands::EditCommands(commandbar::CommandBar& bar, const MainState& state, const Tabs& tabs,
+                           CommandDispatcher& commands, BarEventRouter& events)
     : bar_(bar), state_(state), tabs_(tabs)
 {
     for (const EditEntry& entry : entries)

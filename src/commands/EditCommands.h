@@ -5,7 +5,7 @@
 // after a newer drop-down, or from a page no longer shown, is dropped.
 class BarEventRouter;
 class CommandDispatcher;
-class TabStrip;
+class Tabs;
 struct MainState;
 
 namespace commandbar {
@@ -15,7 +15,7 @@ class CommandBar;
 class EditCommands
 {
 public:
-    EditCommands(commandbar::CommandBar& bar, const MainState& state, const TabStrip& tabs,
+    EditCommands(commandbar::CommandBar& bar, const MainState& state, const Tabs& tabs,
                  CommandDispatcher& commands, BarEventRouter& events);
 
 private:
@@ -23,6 +23,6 @@ private:
 
     commandbar::CommandBar& bar_;
     const MainState& state_;
-    const TabStrip& tabs_;
+    const Tabs& tabs_;
     int asking_ = 0;
 };

@@ -4,8 +4,8 @@
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "platform/browser/BrowserView.h"
-#include "tabs/TabStrip.h"
-#include "tabs/ViewEvents.h"
+#include "tabs/ActiveTabPresenter.h"
+#include "tabs/Tabs.h"
 
 #include <QShortcut>
 #include <QWidget>
@@ -14,8 +14,8 @@ namespace {
 constexpr int floatingWidthTwips = 3000;
 } // namespace
 
-FullScreen::FullScreen(QWidget& window, commandbar::CommandBar& bar, TabStrip& tabs,
-                       ViewEvents& events, CommandDispatcher& commands)
+FullScreen::FullScreen(QWidget& window, commandbar::CommandBar& bar, Tabs& tabs,
+                       ActiveTabPresenter& events, CommandDispatcher& commands)
     : window_(window), bar_(bar), tabs_(tabs),
       leavePage_(new QShortcut(QKeySequence(Qt::Key_Escape), &window))
 {
@@ -25,7 +25,7 @@ FullScreen::FullScreen(QWidget& window, commandbar::CommandBar& bar, TabStrip& t
             view->exitFullScreen();
     });
     commands.on(cmd::Command::FullScreen, [this](const CommandContext&) { toggle(); });
-    connect(&events, &ViewEvents::pageFullScreen, this, &FullScreen::pageFullScreen);
+    connect(&events, &ActiveTabPresenter::pageFullScreen, this, &FullScreen::pageFullScreen);
 }
 
 bool FullScreen::active() const

@@ -9,8 +9,8 @@
 class CommandDispatcher;
 class QShortcut;
 class QWidget;
-class TabStrip;
-class ViewEvents;
+class Tabs;
+class ActiveTabPresenter;
 
 namespace commandbar {
 class CommandBar;
@@ -20,7 +20,7 @@ class FullScreen : public QObject
 {
     Q_OBJECT
 public:
-    FullScreen(QWidget& window, commandbar::CommandBar& bar, TabStrip& tabs, ViewEvents& events,
+    FullScreen(QWidget& window, commandbar::CommandBar& bar, Tabs& tabs, ActiveTabPresenter& events,
                CommandDispatcher& commands);
 
     bool active() const;
@@ -42,7 +42,7 @@ private:
 
     QWidget& window_;
     commandbar::CommandBar& bar_;
-    TabStrip& tabs_;
+    Tabs& tabs_;
     Placement saved_;
     // The page asked for full screen, so its Esc leaves it.
     bool forPage_ = false;

@@ -3,7 +3,7 @@
 #include "core/CommandDispatcher.h"
 #include "platform/Dialogs.h"
 #include "platform/browser/BrowserView.h"
-#include "tabs/TabStrip.h"
+#include "tabs/Tabs.h"
 
 #include <QPointer>
 
@@ -54,7 +54,7 @@ QString linksPageMarkup(const QString& address, const platform::PageLinks& docum
     return page + QStringLiteral("</body></html></HTML>\n");
 }
 
-LinksPage::LinksPage(TabStrip& tabs, platform::Dialogs& dialogs, CommandDispatcher& commands)
+LinksPage::LinksPage(Tabs& tabs, platform::Dialogs& dialogs, CommandDispatcher& commands)
     : tabs_(tabs)
 {
     commands.on(cmd::Command::ViewLinks, [this](const CommandContext& c) { show(*c.view); });

@@ -7,7 +7,7 @@
 #include "platform/browser/ViewFacets.h"
 
 class CommandDispatcher;
-class TabStrip;
+class Tabs;
 
 namespace platform {
 class BrowserView;
@@ -20,13 +20,13 @@ QString linksPageMarkup(const QString& address, const platform::PageLinks& docum
 class LinksPage
 {
 public:
-    LinksPage(TabStrip& tabs, platform::Dialogs& dialogs, CommandDispatcher& commands);
+    LinksPage(Tabs& tabs, platform::Dialogs& dialogs, CommandDispatcher& commands);
 
     // Opens the page of source's links in a new tab, with the filter kept.
     void show(platform::BrowserView& source);
 
 private:
-    TabStrip& tabs_;
+    Tabs& tabs_;
     // Set by View Special, used by the next list only.
     QString filter_;
 };

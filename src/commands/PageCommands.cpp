@@ -5,11 +5,11 @@
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "platform/browser/BrowserView.h"
-#include "tabs/TabStrip.h"
+#include "tabs/Tabs.h"
 
 using cmd::Command;
 
-PageCommands::PageCommands(commandbar::CommandBar& bar, TabStrip& tabs,
+PageCommands::PageCommands(commandbar::CommandBar& bar, Tabs& tabs,
                            platform::ConnectionState& connection, CommandDispatcher& commands,
                            BarEventRouter& events)
     : bar_(bar), tabs_(tabs), connection_(connection)

@@ -5,7 +5,7 @@
 // time it drops down.
 class BarEventRouter;
 class CommandDispatcher;
-class TabStrip;
+class Tabs;
 
 namespace platform {
 class BrowserView;
@@ -18,7 +18,7 @@ class CommandBar;
 class PageCommands
 {
 public:
-    PageCommands(commandbar::CommandBar& bar, TabStrip& tabs, platform::ConnectionState& connection,
+    PageCommands(commandbar::CommandBar& bar, Tabs& tabs, platform::ConnectionState& connection,
                  CommandDispatcher& commands, BarEventRouter& events);
 
     void setWorkOffline(bool offline);
@@ -28,6 +28,6 @@ private:
     void showOffline();
 
     commandbar::CommandBar& bar_;
-    TabStrip& tabs_;
+    Tabs& tabs_;
     platform::ConnectionState& connection_;
 };

@@ -5,7 +5,7 @@
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "platform/browser/BrowserView.h"
-#include "tabs/TabStrip.h"
+#include "tabs/Tabs.h"
 
 namespace {
 
@@ -22,7 +22,7 @@ const TextSize sizes[] = {
 
 } // namespace
 
-TextSizeCommands::TextSizeCommands(commandbar::CommandBar& bar, const TabStrip& tabs,
+TextSizeCommands::TextSizeCommands(commandbar::CommandBar& bar, const Tabs& tabs,
                                    CommandDispatcher& commands, BarEventRouter& events)
     : bar_(bar), tabs_(tabs)
 {

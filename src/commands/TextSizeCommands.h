@@ -4,7 +4,7 @@
 // A blank tab leaves the checks as they were.
 class BarEventRouter;
 class CommandDispatcher;
-class TabStrip;
+class Tabs;
 
 namespace commandbar {
 class CommandBar;
@@ -13,12 +13,12 @@ class CommandBar;
 class TextSizeCommands
 {
 public:
-    TextSizeCommands(commandbar::CommandBar& bar, const TabStrip& tabs, CommandDispatcher& commands,
+    TextSizeCommands(commandbar::CommandBar& bar, const Tabs& tabs, CommandDispatcher& commands,
                      BarEventRouter& events);
 
 private:
     void markLevel();
 
     commandbar::CommandBar& bar_;
-    const TabStrip& tabs_;
+    const Tabs& tabs_;
 };

@@ -6,7 +6,7 @@
 #include <QString>
 
 class CommandDispatcher;
-class TabStrip;
+class Tabs;
 
 namespace platform {
 class Dialogs;

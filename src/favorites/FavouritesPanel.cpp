@@ -4,7 +4,8 @@
 #include "FavouritesStore.h"
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
-#include "tabs/TabStrip.h"
+#include "platform/browser/BrowserView.h"
+#include "tabs/Tabs.h"
 
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -15,7 +16,7 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
-FavouritesPanel::FavouritesPanel(FavouritesStore& store, TabStrip& tabs, platform::Dialogs& dialogs,
+FavouritesPanel::FavouritesPanel(FavouritesStore& store, Tabs& tabs, platform::Dialogs& dialogs,
                                  platform::Shell& shell, const QString& pictures, QWidget* parent)
     : QWidget(parent), store_(store), tabs_(tabs), dialogs_(dialogs), shell_(shell),
       model_(new FavouritesModel(store, this)), tree_(new QTreeView(this))

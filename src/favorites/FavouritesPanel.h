@@ -10,7 +10,7 @@ class FavouritesModel;
 class FavouritesStore;
 class QModelIndex;
 class QTreeView;
-class TabStrip;
+class Tabs;
 
 namespace platform {
 class Dialogs;
@@ -21,7 +21,7 @@ class FavouritesPanel : public QWidget
 {
     Q_OBJECT
 public:
-    FavouritesPanel(FavouritesStore& store, TabStrip& tabs, platform::Dialogs& dialogs,
+    FavouritesPanel(FavouritesStore& store, Tabs& tabs, platform::Dialogs& dialogs,
                     platform::Shell& shell, const QString& pictures, QWidget* parent = nullptr);
 
     QTreeView* tree() const { return tree_; }
@@ -38,7 +38,7 @@ private:
     bool sure(const QString& question);
 
     FavouritesStore& store_;
-    TabStrip& tabs_;
+    Tabs& tabs_;
     platform::Dialogs& dialogs_;
     platform::Shell& shell_;
     FavouritesModel* model_;

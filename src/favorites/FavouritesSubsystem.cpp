@@ -10,7 +10,7 @@
 #include "core/ToolKeys.h"
 #include "platform/Dialogs.h"
 #include "platform/browser/BrowserView.h"
-#include "tabs/TabStrip.h"
+#include "tabs/Tabs.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -28,7 +28,7 @@ QString dialogTitle(const commandbar::Tool& tool)
 } // namespace
 
 FavouritesSubsystem::FavouritesSubsystem(QWidget& window, const QString& appDir,
-                                         commandbar::CommandBar& bar, TabStrip& tabs,
+                                         commandbar::CommandBar& bar, Tabs& tabs,
                                          platform::Dialogs& dialogs, platform::Shell& shell,
                                          CommandDispatcher& commands, BarEventRouter& events)
     : window_(window), bar_(bar), dialogs_(dialogs), folder_(FavouritesFolder::userRoot()),

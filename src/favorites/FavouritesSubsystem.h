@@ -12,7 +12,7 @@
 class BarEventRouter;
 class CommandDispatcher;
 class FavouritesPanel;
-class TabStrip;
+class Tabs;
 class QWidget;
 
 namespace platform {
@@ -27,7 +27,7 @@ class FavouritesSubsystem
 {
 public:
     FavouritesSubsystem(QWidget& window, const QString& appDir, commandbar::CommandBar& bar,
-                        TabStrip& tabs, platform::Dialogs& dialogs, platform::Shell& shell,
+                        Tabs& tabs, platform::Dialogs& dialogs, platform::Shell& shell,
                         CommandDispatcher& commands, BarEventRouter& events);
 
     // Start-up: the folder made when missing, read, and shown.

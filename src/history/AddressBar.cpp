@@ -1,6 +1,7 @@
 #include "AddressBar.h"
 #include "platform/UserRegistry.h"
-#include "tabs/TabStrip.h"
+#include "platform/browser/BrowserView.h"
+#include "tabs/Tabs.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>
@@ -11,7 +12,7 @@
 #include <QSignalBlocker>
 #include <QWheelEvent>
 
-AddressBar::AddressBar(QComboBox& box, TabStrip& tabs) : box_(box), tabs_(tabs)
+AddressBar::AddressBar(QComboBox& box, Tabs& tabs) : box_(box), tabs_(tabs)
 {
     box_.setEditable(true);
     // The box, not its line edit, takes the focus and the keys: it hands

@@ -8,7 +8,7 @@
 
 class QComboBox;
 class QCompleter;
-class TabStrip;
+class Tabs;
 
 namespace platform {
 class UserRegistry;
@@ -18,7 +18,7 @@ class AddressBar : public QObject
 {
     Q_OBJECT
 public:
-    AddressBar(QComboBox& box, TabStrip& tabs);
+    AddressBar(QComboBox& box, Tabs& tabs);
 
     // Leading blanks are taken off the first four characters only, and only
     // when the text is longer than four.
@@ -51,6 +51,6 @@ private:
     void showEntry(int index);
 
     QComboBox& box_;
-    TabStrip& tabs_;
+    Tabs& tabs_;
     QObject* suggestions_ = nullptr;
 };

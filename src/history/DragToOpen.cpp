@@ -2,7 +2,7 @@
 #include "AddressBar.h"
 #include "platform/browser/BrowserView.h"
 #include "tabs/EveryTabSignals.h"
-#include "tabs/TabStrip.h"
+#include "tabs/Tabs.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -11,8 +11,8 @@
 #include <QLineEdit>
 #include <QMimeData>
 
-DragToOpen::DragToOpen(QComboBox& box, QWidget& pageIcon, TabStrip& tabs,
-                       const EveryTabSignals& every, AddressBar& addressBar)
+DragToOpen::DragToOpen(QComboBox& box, QWidget& pageIcon, Tabs& tabs, const EveryTabSignals& every,
+                       AddressBar& addressBar)
     : QObject(&box), box_(box), pageIcon_(pageIcon), tabs_(tabs), addressBar_(addressBar)
 {
     box_.lineEdit()->installEventFilter(this);

@@ -13,13 +13,13 @@ class BrowserView;
 } // namespace platform
 class QComboBox;
 class QWidget;
-class TabStrip;
+class Tabs;
 
 class DragToOpen : public QObject
 {
     Q_OBJECT
 public:
-    DragToOpen(QComboBox& box, QWidget& pageIcon, TabStrip& tabs, const EveryTabSignals& every,
+    DragToOpen(QComboBox& box, QWidget& pageIcon, Tabs& tabs, const EveryTabSignals& every,
                AddressBar& addressBar);
 
     // Only what names a scheme within its first eight characters opens.
@@ -37,7 +37,7 @@ private:
 
     QComboBox& box_;
     QWidget& pageIcon_;
-    TabStrip& tabs_;
+    Tabs& tabs_;
     AddressBar& addressBar_;
     QPoint pressedAt_;
     // The tab whose page is about to report as gone out the drag the address

@@ -1,13 +1,14 @@
 #include "HistoryPanel.h"
 #include "HistoryTree.h"
-#include "tabs/TabStrip.h"
+#include "platform/browser/BrowserView.h"
+#include "tabs/Tabs.h"
 
 #include <QHelpEvent>
 #include <QToolTip>
 #include <QTreeView>
 #include <QVBoxLayout>
 
-HistoryPanel::HistoryPanel(HistoryTree& tree, TabStrip& tabs, QWidget* parent)
+HistoryPanel::HistoryPanel(HistoryTree& tree, Tabs& tabs, QWidget* parent)
     : QWidget(parent), tree_(tree), tabs_(tabs), view_(new QTreeView(this))
 {
     view_->setObjectName(QStringLiteral("tvwHistory"));

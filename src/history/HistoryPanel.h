@@ -7,13 +7,13 @@
 
 class HistoryTree;
 class QTreeView;
-class TabStrip;
+class Tabs;
 
 class HistoryPanel : public QWidget
 {
     Q_OBJECT
 public:
-    HistoryPanel(HistoryTree& tree, TabStrip& tabs, QWidget* parent = nullptr);
+    HistoryPanel(HistoryTree& tree, Tabs& tabs, QWidget* parent = nullptr);
 
     QTreeView* view() const { return view_; }
     void openNode(const QModelIndex& node);
@@ -25,6 +25,6 @@ protected:
 
 private:
     HistoryTree& tree_;
-    TabStrip& tabs_;
+    Tabs& tabs_;
     QTreeView* view_;
 };

@@ -10,9 +10,9 @@
 #include "platform/Dialogs.h"
 #include "platform/UserRegistry.h"
 #include "platform/browser/BrowserView.h"
+#include "tabs/ActiveTabPresenter.h"
 #include "tabs/EveryTabSignals.h"
-#include "tabs/TabStrip.h"
-#include "tabs/ViewEvents.h"
+#include "tabs/Tabs.h"
 
 #include <QComboBox>
 #include <QLineEdit>
@@ -24,9 +24,10 @@ const QString openFileFilter = QStringLiteral(
 } // namespace
 
 HistorySubsystem::HistorySubsystem(QComboBox& box, QWidget& pageIcon, commandbar::CommandBar& bar,
-                                   TabStrip& tabs, const EveryTabSignals& every, ViewEvents& events,
-                                   platform::UserRegistry& registry, platform::Dialogs& dialogs,
-                                   platform::PrivateData& privateData, CommandDispatcher& commands)
+                                   Tabs& tabs, const EveryTabSignals& every,
+                                   ActiveTabPresenter& events, platform::UserRegistry& registry,
+                                   platform::Dialogs& dialogs, platform::PrivateData& privateData,
+                                   CommandDispatcher& commands)
     : box_(box), bar_(bar), registry_(registry), dialogs_(dialogs),
       completer_(new AddressCompleter(&box)), addressBar_(box, tabs),
       panel_(new HistoryPanel(tree_, tabs, box.parentWidget()))
@@ -68,7 +69,7 @@ HistorySubsystem::HistorySubsystem(QComboBox& box, QWidget& pageIcon, commandbar
         addressBar_.navigateFromAddressBar(false, AddressBar::Origin::Placed);
     });
     QObject::connect(
-        &events, &ViewEvents::documentHooked, completer_,
+        &events, &ActiveTabPresenter::documentHooked, completer_,
         [this](platform::BrowserView* view) { completer_->addAddress(view->locationUrl()); });
     QObject::connect(
         &addressBar_, &AddressBar::addressSent, completer_,

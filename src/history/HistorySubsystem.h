@@ -16,7 +16,7 @@ class HistoryPanel;
 class QComboBox;
 class QWidget;
 class EveryTabSignals;
-class ViewEvents;
+class ActiveTabPresenter;
 
 namespace platform {
 class BrowserView;
@@ -32,8 +32,8 @@ class HistoryStore;
 class HistorySubsystem
 {
 public:
-    HistorySubsystem(QComboBox& box, QWidget& pageIcon, commandbar::CommandBar& bar, TabStrip& tabs,
-                     const EveryTabSignals& every, ViewEvents& events,
+    HistorySubsystem(QComboBox& box, QWidget& pageIcon, commandbar::CommandBar& bar, Tabs& tabs,
+                     const EveryTabSignals& every, ActiveTabPresenter& events,
                      platform::UserRegistry& registry, platform::Dialogs& dialogs,
                      platform::PrivateData& privateData, CommandDispatcher& commands);
     ~HistorySubsystem();

@@ -6,9 +6,10 @@
 #include "core/CommandDispatcher.h"
 #include "core/Keys.h"
 #include "core/ToolKeys.h"
-#include "tabs/TabStrip.h"
+#include "platform/browser/BrowserView.h"
+#include "tabs/Tabs.h"
 
-BlockedList::BlockedList(commandbar::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands)
+BlockedList::BlockedList(commandbar::CommandBar& bar, Tabs& tabs, CommandDispatcher& commands)
     : bar_(bar)
 {
     commands.on(cmd::Route::Blocked, [this, &tabs](const CommandContext& c) {

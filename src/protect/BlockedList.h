@@ -10,7 +10,7 @@
 #include <QStringList>
 
 class CommandDispatcher;
-class TabStrip;
+class Tabs;
 
 namespace commandbar {
 class CommandBar;
@@ -21,7 +21,7 @@ class BlockedList
 public:
     static constexpr int capacity = 10;
 
-    BlockedList(commandbar::CommandBar& bar, TabStrip& tabs, CommandDispatcher& commands);
+    BlockedList(commandbar::CommandBar& bar, Tabs& tabs, CommandDispatcher& commands);
 
     void record(const QString& shortText, const QString& address);
     void recordClosed(const QString& shortTitle, const QString& address);

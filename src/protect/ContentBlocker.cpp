@@ -3,18 +3,18 @@
 #include "core/MainState.h"
 #include "core/Switches.h"
 #include "platform/browser/BrowserView.h"
+#include "tabs/ActiveTabPresenter.h"
 #include "tabs/EveryTabSignals.h"
-#include "tabs/TabStrip.h"
-#include "tabs/ViewEvents.h"
+#include "tabs/Tabs.h"
 
 using cmd::Command;
 
-ContentBlocker::ContentBlocker(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
-                               const EveryTabSignals& every, ViewEvents& events,
+ContentBlocker::ContentBlocker(const MainState& state, commandbar::CommandBar& bar, Tabs& tabs,
+                               const EveryTabSignals& every, ActiveTabPresenter& events,
                                CommandDispatcher& commands)
     : bar_(bar)
 {
-    QObject::connect(&events, &ViewEvents::documentHooked, &events,
+    QObject::connect(&events, &ActiveTabPresenter::documentHooked, &events,
                      [this](platform::BrowserView* view) { apply(*view); });
     QObject::connect(&every, &EveryTabSignals::documentComplete, &events,
                      [this](platform::BrowserView* view) { apply(*view); });

@@ -6,8 +6,8 @@
 // Switching one re-runs the pass over the current tab's page.
 class CommandDispatcher;
 class EveryTabSignals;
-class TabStrip;
-class ViewEvents;
+class Tabs;
+class ActiveTabPresenter;
 struct MainState;
 
 namespace platform {
@@ -20,8 +20,9 @@ class CommandBar;
 class ContentBlocker
 {
 public:
-    ContentBlocker(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
-                   const EveryTabSignals& every, ViewEvents& events, CommandDispatcher& commands);
+    ContentBlocker(const MainState& state, commandbar::CommandBar& bar, Tabs& tabs,
+                   const EveryTabSignals& every, ActiveTabPresenter& events,
+                   CommandDispatcher& commands);
 
     void apply(platform::BrowserView& view) const;
 

@@ -9,8 +9,10 @@
 #include "platform/ClickHook.h"
 #include "platform/Clock.h"
 #include "platform/Shell.h"
+#include "platform/browser/BrowserView.h"
 #include "tabs/Ellipsis.h"
 #include "tabs/EveryTabSignals.h"
+#include "tabs/Tabs.h"
 
 #include <algorithm>
 
@@ -24,12 +26,12 @@ bool samePoint(QPoint a, QPoint b)
 
 } // namespace
 
-PopupBlocker::PopupBlocker(const MainState& state, const commandbar::CommandBar& bar,
+PopupBlocker::PopupBlocker(const MainState& state, const commandbar::CommandBar& bar, Tabs& tabs,
                            const EveryTabSignals& every, const platform::ClickHook& hook,
                            const platform::Clock& clock, platform::Shell& shell,
                            BlockedList& blocked, const KillList& killList)
-    : state_(state), bar_(bar), hook_(hook), clock_(clock), shell_(shell), blocked_(blocked),
-      killList_(killList)
+    : state_(state), bar_(bar), tabs_(tabs), hook_(hook), clock_(clock), shell_(shell),
+      blocked_(blocked), killList_(killList)
 {
     QObject::connect(&every, &EveryTabSignals::pageMouseDown, &context_,
                      [this](platform::BrowserView* view, const platform::PageClick& click) {
@@ -146,6 +148,7 @@ bool PopupBlocker::allows(platform::BrowserView& view, const platform::Navigatio
     sound();
     // Closed once the engine is done asking, as when a page closes its window.
     QMetaObject::invokeMethod(
-        &view, [&view] { emit view.windowClosing(false); }, Qt::QueuedConnection);
+        &context_, [this, index = view.index()] { tabs_.pageClosing(index, false); },
+        Qt::QueuedConnection);
     return false;
 }

@@ -19,6 +19,7 @@
 class BlockedList;
 class KillList;
 class EveryTabSignals;
+class Tabs;
 struct MainState;
 
 namespace platform {
@@ -36,7 +37,7 @@ public:
     // A press counts as recent for 55 hundredths of a second.
     static constexpr double pressWindowSeconds = 55.0 / 100;
 
-    PopupBlocker(const MainState& state, const commandbar::CommandBar& bar,
+    PopupBlocker(const MainState& state, const commandbar::CommandBar& bar, Tabs& tabs,
                  const EveryTabSignals& every, const platform::ClickHook& hook,
                  const platform::Clock& clock, platform::Shell& shell, BlockedList& blocked,
                  const KillList& killList);
@@ -63,6 +64,7 @@ private:
 
     const MainState& state_;
     const commandbar::CommandBar& bar_;
+    Tabs& tabs_;
     const platform::ClickHook& hook_;
     const platform::Clock& clock_;
     platform::Shell& shell_;

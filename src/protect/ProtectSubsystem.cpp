@@ -8,12 +8,12 @@
 #include "tabs/TabStrip.h"
 
 ProtectSubsystem::ProtectSubsystem(const MainState& state, commandbar::CommandBar& bar,
-                                   TabStrip& tabs, const EveryTabSignals& every, ViewEvents& events,
-                                   platform::BrowserViewFactory& views,
+                                   TabStrip& tabs, const EveryTabSignals& every,
+                                   ActiveTabPresenter& events, platform::BrowserViewFactory& views,
                                    const platform::ClickHook& hook, const platform::Clock& clock,
                                    platform::Shell& shell, CommandDispatcher& commands)
     : blocked_(bar, tabs, commands), killList_(state.appDir),
-      blocker_(state, bar, every, hook, clock, shell, blocked_, killList_),
+      blocker_(state, bar, tabs, every, hook, clock, shell, blocked_, killList_),
       content_(state, bar, tabs, every, events, commands), security_(state, bar, tabs, every)
 {
     tabs.setNewWindowPolicy(blocker_);

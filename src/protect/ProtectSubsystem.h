@@ -21,7 +21,7 @@ class ProtectSubsystem
 {
 public:
     ProtectSubsystem(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
-                     const EveryTabSignals& every, ViewEvents& events,
+                     const EveryTabSignals& every, ActiveTabPresenter& events,
                      platform::BrowserViewFactory& views, const platform::ClickHook& hook,
                      const platform::Clock& clock, platform::Shell& shell,
                      CommandDispatcher& commands);

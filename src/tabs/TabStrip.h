@@ -4,6 +4,7 @@
 // band. Opens, activates and closes tabs and keeps the tab state in step. The
 // active view is on the stage; all others are parked, alive.
 #include "TabBand.h"
+#include "Tabs.h"
 #include "core/MainState.h"
 #include "core/TabPositions.h"
 #include "platform/browser/BrowserView.h"
@@ -12,7 +13,7 @@
 #include <QObject>
 #include <map>
 
-class TabStrip : public QObject
+class TabStrip : public QObject, public Tabs
 {
     Q_OBJECT
 public:
@@ -25,29 +26,24 @@ public:
     // Start-up: view 1 as the one active tab "New".
     void openFirstTab();
 
-    platform::BrowserView* view(int index) const;
-    platform::BrowserView* currentView() const { return view(state_.currentTab); }
-    // The view of every tab, in strip order.
-    std::vector<platform::BrowserView*> tabViews() const;
+    platform::BrowserView* view(int index) const override;
+    platform::BrowserView* currentView() const override { return view(state_.currentTab); }
+    std::vector<platform::BrowserView*> tabViews() const override;
     const TabBand& band() const { return band_; }
     TabBand& band() { return band_; }
     const TabPositions& positions() const { return positions_; }
     TabPositions& positions() { return positions_; }
 
-    // Returns the new view index, or 0 when no more views can be numbered.
-    int newTab(const QString& address, bool activate);
+    int newTab(const QString& address, bool activate) override;
     // The current tab again changes nothing, unless something beside the
     // strip moved (iconMoved): then the strip is laid out anew around it.
     void activateTab(int index);
-    // The address of a generated menu entry (a favourite, a blocked window):
-    // in the current tab while it is still blank, else in a new tab.
-    void openEntry(const QString& address);
+    void openEntry(const QString& address) override;
     // 0 means the active tab.
     void closeTab(int index);
     void closeAllTabs();
     void closeOtherTabs(int index);
-    // A page asked to close its own window.
-    void pageClosing(int index, bool isChildWindow);
+    void pageClosing(int index, bool isChildWindow) override;
     void refreshActiveTab();
     // A page asked for a new window. The new-window policy decides; an allowed
     // one opens in a new tab, in the background when the page asked for that.

@@ -6,8 +6,9 @@ TabSubsystem::TabSubsystem(MainState& state, commandbar::CommandBar& bar,
                            platform::BrowserViewFactory& factory, platform::ViewStage& stage,
                            ActiveTabDisplay& display, const platform::Clock& clock,
                            CommandDispatcher& commands, BarEventRouter& events)
-    : strip_(state, bar, factory, stage), every_(strip_), active_(state),
-      events_(state, bar, strip_, display, clock, active_), menu_(state, bar, strip_, events)
+    : strip_(state, bar, factory, stage), every_(strip_), updater_(bar, strip_), active_(state),
+      presenter_(state, bar, strip_, updater_, display, clock, active_),
+      menu_(state, bar, strip_, events)
 {
     QObject::connect(&every_, &EveryTabSignals::windowClosing, &strip_,
                      [this](platform::BrowserView* view, bool isChild) {
@@ -18,11 +19,13 @@ TabSubsystem::TabSubsystem(MainState& state, commandbar::CommandBar& bar,
                          strip_.openNewWindow(*view, request);
                      });
     // The tab's own state first, so that the window shows it up to date.
-    events_.follow(every_);
+    updater_.follow(every_);
+    presenter_.follow(every_);
     active_.follow(every_);
-    QObject::connect(&strip_, &TabStrip::newTabActivated, &events_, &ViewEvents::newTabActivated);
-    QObject::connect(&strip_, &TabStrip::activeTabRefreshed, &events_,
-                     &ViewEvents::activeTabRefreshed);
-    QObject::connect(&strip_, &TabStrip::tabLeft, &events_, &ViewEvents::tabLeft);
+    QObject::connect(&strip_, &TabStrip::newTabActivated, &presenter_,
+                     &ActiveTabPresenter::newTabActivated);
+    QObject::connect(&strip_, &TabStrip::activeTabRefreshed, &presenter_,
+                     &ActiveTabPresenter::activeTabRefreshed);
+    QObject::connect(&strip_, &TabStrip::tabLeft, &presenter_, &ActiveTabPresenter::tabLeft);
     registerTabCommands(commands, events, strip_, display);
 }

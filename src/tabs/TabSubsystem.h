@@ -1,13 +1,15 @@
 #pragma once
-// The tabs subsystem: the strip of tabs and their views, the events of those
-// views, the tab menu and the active tab's signals, wired to each other and to
-// the command bar in the constructor, and its commands registered. Every
-// tab's events reach the rest of the program through every().
+// The tabs subsystem: the strip of tabs and their views, every tab's and the
+// active tab's signals, the tab band's updater, what the window shows of the
+// active tab and the tab menu, wired to each other and to the command bar in
+// the constructor, and its commands registered. Every tab's events reach the
+// rest of the program through every().
+#include "ActiveTabPresenter.h"
 #include "ActiveTabSignals.h"
 #include "EveryTabSignals.h"
+#include "TabBandUpdater.h"
 #include "TabMenu.h"
 #include "TabStrip.h"
-#include "ViewEvents.h"
 
 class BarEventRouter;
 class CommandDispatcher;
@@ -22,14 +24,16 @@ public:
 
     TabStrip& strip() { return strip_; }
     EveryTabSignals& every() { return every_; }
-    ViewEvents& events() { return events_; }
+    TabBandUpdater& updater() { return updater_; }
+    ActiveTabPresenter& presenter() { return presenter_; }
     TabMenu& menu() { return menu_; }
     ActiveTabSignals& active() { return active_; }
 
 private:
     TabStrip strip_;
     EveryTabSignals every_;
+    TabBandUpdater updater_;
     ActiveTabSignals active_;
-    ViewEvents events_;
+    ActiveTabPresenter presenter_;
     TabMenu menu_;
 };

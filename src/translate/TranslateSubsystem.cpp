@@ -5,10 +5,10 @@
 #include "core/ToolKeys.h"
 #include "platform/TextWindow.h"
 #include "platform/browser/BrowserView.h"
-#include "tabs/TabStrip.h"
+#include "tabs/Tabs.h"
 
 TranslateSubsystem::TranslateSubsystem(QWidget& window, QString appDir, commandbar::CommandBar& bar,
-                                       TabStrip& tabs, platform::Dialogs& dialogs,
+                                       Tabs& tabs, platform::Dialogs& dialogs,
                                        CommandDispatcher& commands)
     : window_(window), appDir_(std::move(appDir)), bar_(bar), dialogs_(dialogs)
 {

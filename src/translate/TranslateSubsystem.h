@@ -7,7 +7,7 @@
 
 class CommandDispatcher;
 class QWidget;
-class TabStrip;
+class Tabs;
 
 namespace platform {
 class Dialogs;
@@ -19,7 +19,7 @@ class CommandBar;
 class TranslateSubsystem
 {
 public:
-    TranslateSubsystem(QWidget& window, QString appDir, commandbar::CommandBar& bar, TabStrip& tabs,
+    TranslateSubsystem(QWidget& window, QString appDir, commandbar::CommandBar& bar, Tabs& tabs,
                        platform::Dialogs& dialogs, CommandDispatcher& commands);
 
     // Builds the menu from the list file; editCaption is the language's

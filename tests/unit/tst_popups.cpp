@@ -185,8 +185,8 @@ private slots:
         BlockedList blocked(f.bar, f.tabs, f.commands);
         platform::ClickHook hook(f.clock);
         RecordingShell shell;
-        PopupBlocker blocker(f.state, f.bar, f.subsystem.every(), hook, f.clock, shell, blocked,
-                             read);
+        PopupBlocker blocker(f.state, f.bar, f.tabs, f.subsystem.every(), hook, f.clock, shell,
+                             blocked, read);
         platform::NavigationRequest request{QUrl("http://x.ads.test/"),
                                             platform::NavigationRequest::Kind::Other, true};
         QVERIFY(blocker.allows(*f.view(2), request));

@@ -6,10 +6,10 @@
 #include "support/Fakes.h"
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
+#include "tabs/ActiveTabPresenter.h"
 #include "tabs/EveryTabSignals.h"
 #include "tabs/LoadingPictures.h"
 #include "tabs/TabStrip.h"
-#include "tabs/ViewEvents.h"
 
 using namespace platform;
 using namespace commandbar;
@@ -18,7 +18,7 @@ namespace {
 
 struct Events : StripFixture
 {
-    ViewEvents& events = subsystem.events();
+    ActiveTabPresenter& events = subsystem.presenter();
 
     Events()
     {
@@ -56,7 +56,7 @@ private slots:
         QFETCH(int, progress);
         QFETCH(int, maximum);
         QFETCH(int, percent);
-        QCOMPARE(ViewEvents::loadingPercent(progress, maximum), percent);
+        QCOMPARE(TabBandUpdater::loadingPercent(progress, maximum), percent);
         QTEST(loadingBand(percent), "band");
     }
 
@@ -169,7 +169,7 @@ private slots:
     void documentsAreHookedOnlyWithAnAddressAndClicksAreTimed()
     {
         Events e;
-        QSignalSpy hooked(&e.events, &ViewEvents::documentHooked);
+        QSignalSpy hooked(&e.events, &ActiveTabPresenter::documentHooked);
         emit e.view(1)->titleChanged(QStringLiteral("blank"));
         QCOMPARE(hooked.count(), 0);
         e.view(1)->navigate(QStringLiteral("http://a.test/"));

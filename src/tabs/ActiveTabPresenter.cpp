@@ -1,9 +1,8 @@
-#include "ViewEvents.h"
+#include "ActiveTabPresenter.h"
 #include "ActiveTabDisplay.h"
 #include "ActiveTabSignals.h"
-#include "Ellipsis.h"
 #include "EveryTabSignals.h"
-#include "LoadingPictures.h"
+#include "TabBandUpdater.h"
 #include "TabStrip.h"
 #include "commandbar/CommandBar.h"
 #include "core/Keys.h"
@@ -22,15 +21,19 @@ QString shownAddress(const BrowserView& view)
 
 } // namespace
 
-ViewEvents::ViewEvents(MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
-                       ActiveTabDisplay& display, const platform::Clock& clock,
-                       ActiveTabSignals& active)
-    : state_(state), bar_(bar), tabs_(tabs), display_(display), clock_(clock)
+ActiveTabPresenter::ActiveTabPresenter(MainState& state, commandbar::CommandBar& bar,
+                                       TabStrip& tabs, TabBandUpdater& band,
+                                       ActiveTabDisplay& display, const platform::Clock& clock,
+                                       ActiveTabSignals& active)
+    : state_(state), bar_(bar), tabs_(tabs), band_(band), display_(display), clock_(clock)
 {
-    connect(&active, &ActiveTabSignals::statusTextChanged, this, &ViewEvents::activeStatusText);
+    connect(&band, &TabBandUpdater::navigationChanged, this,
+            &ActiveTabPresenter::refreshNavButtons);
+    connect(&active, &ActiveTabSignals::statusTextChanged, this,
+            &ActiveTabPresenter::activeStatusText);
     connect(&active, &ActiveTabSignals::progressChanged, this,
-            [this](BrowserView* view) { display_.setProgress(percentOf(view->index())); });
-    connect(&active, &ActiveTabSignals::titleChanged, this, &ViewEvents::activeTitle);
+            [this](BrowserView* view) { display_.setProgress(band_.percentOf(view->index())); });
+    connect(&active, &ActiveTabSignals::titleChanged, this, &ActiveTabPresenter::activeTitle);
     // A page without a title (a blank one) never sends one: the box shows
     // its address once it has loaded all the same.
     connect(&active, &ActiveTabSignals::documentComplete, this, [this](BrowserView* view) {
@@ -41,46 +44,27 @@ ViewEvents::ViewEvents(MainState& state, commandbar::CommandBar& bar, TabStrip& 
             [this](BrowserView*, bool on) { emit pageFullScreen(on); });
 }
 
-int ViewEvents::loadingPercent(int progress, int maximum)
-{
-    if (progress < maximum && maximum >= 1)
-        return int(std::nearbyint(progress * 100.0 / maximum));
-    return progress != 0 ? 100 : 0;
-}
-
-void ViewEvents::follow(const EveryTabSignals& every)
+void ActiveTabPresenter::follow(const EveryTabSignals& every)
 {
     // The catch view 0 is never a tab.
-    connect(&every, &EveryTabSignals::progressChanged, this,
-            [this](BrowserView* view, int progress, int maximum) {
-                if (view->index() != 0)
-                    progressChange(view, progress, maximum);
-            });
-    connect(&every, &EveryTabSignals::commandStateChanged, this,
-            [this](BrowserView* view, int command, bool enable) {
-                if (view->index() != 0)
-                    commandStateChange(view, command, enable);
-            });
     connect(&every, &EveryTabSignals::titleChanged, this,
             [this](BrowserView* view, const QString& title) {
-                if (view->index() != 0)
-                    titleChange(view, title);
+                if (view->index() != 0 && !title.isEmpty())
+                    hookDocument(view);
             });
     connect(&every, &EveryTabSignals::pageClicked, this,
             [this](BrowserView* view, const platform::PageClick& click) {
                 if (view->index() != 0)
                     documentClick(click);
             });
-    connect(&every, &EveryTabSignals::viewDestroyed, this,
-            [this](int index) { percent_.erase(index); });
 }
 
-bool ViewEvents::fullScreen() const
+bool ActiveTabPresenter::fullScreen() const
 {
     return bar_.isChecked(key::viewMenu, key::fullScreen);
 }
 
-void ViewEvents::activeStatusText(BrowserView* view, const QString& text)
+void ActiveTabPresenter::activeStatusText(BrowserView* view, const QString& text)
 {
     display_.setStatusText(text);
     // A page that changes while it loads is hooked again.
@@ -88,28 +72,7 @@ void ViewEvents::activeStatusText(BrowserView* view, const QString& text)
         hookDocument(view);
 }
 
-void ViewEvents::progressChange(BrowserView* view, int progress, int maximum)
-{
-    const int percent = loadingPercent(progress, maximum);
-    percent_[view->index()] = percent;
-    const int position = tabs_.positions().positionOf(*view);
-    const int band = loadingBand(percent);
-    if (position == 0 || band == 0)
-        return;
-    tabs_.band().setPicture(tabs_.positions().viewAt(position),
-                            loadingPicture(band, bar_.pagePicture()));
-}
-
-void ViewEvents::commandStateChange(BrowserView* view, int command, bool enable)
-{
-    const int position = tabs_.positions().positionOf(*view);
-    if (position == 0)
-        return;
-    tabs_.positions().setCanGo(position, command, enable);
-    refreshNavButtons();
-}
-
-void ViewEvents::refreshNavButtons()
+void ActiveTabPresenter::refreshNavButtons()
 {
     if (state_.shuttingDown)
         return;
@@ -123,20 +86,7 @@ void ViewEvents::refreshNavButtons()
         back->setEnabled(state_.canGoBack[size_t(position)]);
 }
 
-void ViewEvents::setTabCaption(int index, const QString& title)
-{
-    tabs_.band().setCaption(index, ellipsis(title, tabCaptionWidth));
-}
-
-void ViewEvents::titleChange(BrowserView* view, const QString& text)
-{
-    if (text.isEmpty())
-        return;
-    setTabCaption(view->index(), text);
-    hookDocument(view);
-}
-
-void ViewEvents::activeTitle(BrowserView* view, const QString& text)
+void ActiveTabPresenter::activeTitle(BrowserView* view, const QString& text)
 {
     if (text.isEmpty())
         return;
@@ -147,21 +97,21 @@ void ViewEvents::activeTitle(BrowserView* view, const QString& text)
     view->focusPage();
 }
 
-void ViewEvents::documentClick(const platform::PageClick& click)
+void ActiveTabPresenter::documentClick(const platform::PageClick& click)
 {
     if (!click.trusted)
         return;
     state_.lastClickTime = int(std::nearbyint(clock_.secondsSinceMidnight()));
 }
 
-void ViewEvents::hookDocument(BrowserView* view)
+void ActiveTabPresenter::hookDocument(BrowserView* view)
 {
     if (!view || view->locationUrl().isEmpty() || !view->hasDocument())
         return;
     emit documentHooked(view);
 }
 
-void ViewEvents::activeTabRefreshed(BrowserView* view)
+void ActiveTabPresenter::activeTabRefreshed(BrowserView* view)
 {
     hookDocument(view);
     const QString address = view->locationUrl();
@@ -171,17 +121,17 @@ void ViewEvents::activeTabRefreshed(BrowserView* view)
         // change and a tab switch both name the program with its version.
         if (!fullScreen())
             display_.setCaption(title + QStringLiteral(" - ") + state_.baseTitle);
-        setTabCaption(view->index(), title);
+        band_.setCaption(view->index(), title);
     } else if (!fullScreen()) {
         display_.setCaption(state_.baseTitle);
     }
     if (const QString shown = shownAddress(*view); display_.addressText() != shown)
         display_.setAddressText(shown);
-    display_.setProgress(percentOf(view->index()));
+    display_.setProgress(band_.percentOf(view->index()));
     refreshNavButtons();
 }
 
-void ViewEvents::newTabActivated(BrowserView*)
+void ActiveTabPresenter::newTabActivated(BrowserView*)
 {
     display_.setCaption(state_.baseTitle);
     display_.setAddressText(QString());
@@ -195,13 +145,7 @@ void ViewEvents::newTabActivated(BrowserView*)
 // The document of the tab being left is hooked once more: the tab strip
 // reports the tab before it changes the current tab, on purpose. Its
 // handlers live in the page, so there is nothing of the program's to drop.
-void ViewEvents::tabLeft(BrowserView* view)
+void ActiveTabPresenter::tabLeft(BrowserView* view)
 {
     hookDocument(view);
-}
-
-int ViewEvents::percentOf(int index) const
-{
-    const auto it = percent_.find(index);
-    return it == percent_.end() ? 0 : it->second;
 }
