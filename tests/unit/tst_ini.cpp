@@ -1,9 +1,7 @@
-// The ini reader and writer keep the old profile-string behaviour.
-#include "platform/DesktopEntry.h"
+// The ini reader and writer keep the old profile-string behaviour; text is
+// cut by its width in the old narrow encoding.
 #include "platform/NarrowText.h"
-#include "platform/Shell.h"
 #include "platform/ini/ProfileFile.h"
-#include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/TestMain.h"
 
@@ -12,7 +10,7 @@
 
 using platform::ProfileFile;
 
-class ProfileTest : public QObject
+class IniTest : public QObject
 {
     Q_OBJECT
     QTemporaryDir dir;
@@ -125,44 +123,7 @@ private slots:
         QCOMPARE(platform::narrowLeft(emoji, 4), QString::fromUtf8("ab\U0001F600"));
         QCOMPARE(platform::ReadIniString(dir.filePath("missing.ini"), "S", "K"), QString());
     }
-
-    void desktopEntries()
-    {
-        using platform::DesktopEntry;
-        const DesktopEntry entry = DesktopEntry::parse(
-            "[Desktop Entry]\nName = Contacts\nExec=contacts --new %U \"two words\" 100%%\n"
-            "Categories=Office;ContactManagement;\n[Desktop Action New]\nExec=other\nName=No\n");
-        QCOMPARE(entry.name, QStringLiteral("Contacts"));
-        QCOMPARE(entry.categories, QStringList({"Office", "ContactManagement"}));
-        QCOMPARE(entry.command, QStringList({"contacts", "--new", "two words", "100%"}));
-        QVERIFY(!entry.hidden);
-        QVERIFY(DesktopEntry::parse("[Desktop Entry]\nNoDisplay=true\n").hidden);
-        QVERIFY(DesktopEntry::parse("Exec=outside\n").command.isEmpty());
-    }
-
-    void filePropertiesFromTheFileManagerOrOurOwn()
-    {
-        QTemporaryDir dir;
-        const QString path = dir.filePath("Page.url");
-        writeFile(path, "[InternetShortcut]\nURL=http://a.test/\n");
-        RecordingShell shell;
-        ScriptedDialogs dialogs;
-        platform::showFileProperties(path, shell, dialogs);
-        QCOMPARE(shell.opened, QStringList({"properties " + path}));
-        QVERIFY(dialogs.asked.isEmpty());
-
-        shell.handled = false;
-        platform::showFileProperties(path, shell, dialogs);
-        QCOMPARE(dialogs.asked, QStringList({"Page.url Properties"}));
-        QCOMPARE(dialogs.details.value(0), std::make_pair(QString("Name"), QString("Page.url")));
-        QCOMPARE(dialogs.details.value(3).second,
-                 QLocale().formattedDataSize(QFileInfo(path).size()));
-
-        platform::showFileProperties(dir.filePath("gone.url"), shell, dialogs);
-        QCOMPARE(dialogs.asked.last(), "cannot open property page");
-        QCOMPARE(shell.opened.size(), 2);
-    }
 };
 
-QUB_TEST_MAIN(ProfileTest)
-#include "tst_profile.moc"
+QUB_TEST_MAIN(IniTest)
+#include "tst_ini.moc"
