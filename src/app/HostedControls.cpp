@@ -43,7 +43,7 @@ void HostedControls::host(commandbar::CommandBar& bar, const commandbar::Command
     put(key::addressBar, key::addressTool, addressBox_);
     put(key::addressBar, key::pageIconTool, pageIcon_);
     if (commandbar::Tool* progress = bar.tool(key::statusBar, key::progressTool)) {
-        progress->setWidth(widgets.pixelsToTwips(progress_->width()));
+        progress->setWidth(widgets.lines().pixelsToTwips(progress_->width()));
         progress->setControl(progress_);
     }
 }

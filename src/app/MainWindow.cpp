@@ -206,6 +206,6 @@ void MainWindow::layoutAddressTool()
         return;
     const int line = bar_.dockLine(*address);
     const bool sameLine = line >= 0 && line == bar_.dockLine(*main);
-    tool->setWidth(
-        addressToolWidth(sameLine, barWidgets_->pixelsToTwips(width()), bar_.leftTwips(*address)));
+    tool->setWidth(addressToolWidth(sameLine, barWidgets_->lines().pixelsToTwips(width()),
+                                    bar_.leftTwips(*address)));
 }

@@ -246,7 +246,7 @@ private slots:
         // With the main toolbar gone the address box has its own line to fill.
         Tool* address = w.parts().bar.tool(key::addressBar, key::addressTool);
         const int ownLine =
-            addressToolWidth(false, w.parts().barWidgets->pixelsToTwips(w.width()),
+            addressToolWidth(false, w.parts().barWidgets->lines().pixelsToTwips(w.width()),
                              w.parts().bar.leftTwips(*w.parts().bar.band(key::addressBar)));
         w.parts().bar.recalcLayout();
         QTRY_COMPARE(address->width(), ownLine);

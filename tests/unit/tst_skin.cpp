@@ -1,9 +1,13 @@
 // The skin loader builds the bar from the file or names the line that is wrong,
-// and the shipped skin holds every key the program looks up.
+// the shipped skin holds every key the program looks up, and the rendered bar
+// puts the tool bars where the skin says.
 #include "commandbar/CommandBar.h"
 #include "commandbar/SkinLoader.h"
+#include "commandbar/widgets/CommandBarWidgets.h"
 #include "core/Keys.h"
 #include "support/TestMain.h"
+
+#include <QMainWindow>
 
 using namespace commandbar;
 
@@ -104,6 +108,45 @@ private slots:
         QVERIFY2(error->message.contains(message), qPrintable(error->message));
         QVERIFY2(bar.bands().empty(), "a faulty skin adds nothing");
         QVERIFY(error->text("default.tb2").startsWith("default.tb2"));
+    }
+
+    // Each toolbar on its declared line; one floated as a small window of its
+    // own and docked back after the bands of its line; a hidden one on no line.
+    void toolBarsSitOnTheirLines()
+    {
+        CommandBar bar;
+        QVERIFY(!SkinLoader::loadText(
+            bar, QStringLiteral("band one toolbar caption=\"One\" dock=top line=0\n"
+                                "  button b_a caption=\"A\"\nend\n"
+                                "band two toolbar caption=\"Two\" dock=top line=0\n"
+                                "  button b_b caption=\"B\"\nend\n"
+                                "band three toolbar caption=\"Three\" dock=top line=1\n"
+                                "  button b_c caption=\"C\"\nend\n")));
+        QMainWindow window;
+        RedrawPacer pacer;
+        CommandBarWidgets widgets(bar, window, pacer);
+        window.resize(800, 400);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        const auto line = [&bar](const char* key) { return bar.dockLine(*bar.band(key)); };
+        QTRY_COMPARE(line("three"), 1);
+        QCOMPARE(line("one"), 0);
+        QCOMPARE(line("two"), 0);
+
+        Band& one = *bar.band("one");
+        one.setFloating(true, 2880);
+        QVERIFY(widgets.container(&one)->isWindow());
+        QCOMPARE(widgets.container(&one)->width(), widgets.lines().twipsToPixels(2880));
+        one.setFloating(false);
+        QVERIFY(!widgets.container(&one)->isWindow());
+        // Back on a line of its own, before the bands of later lines.
+        QTRY_COMPARE(line("one"), 1);
+        QCOMPARE(line("two"), 0);
+        QCOMPARE(line("three"), 2);
+
+        bar.band("three")->setVisible(false);
+        QCOMPARE(line("three"), -1);
+        QCOMPARE(widgets.lines().pixelsToTwips(widgets.lines().twipsToPixels(2880)), 2880);
     }
 
     void shippedSkinHoldsEveryKeyLookedUp()

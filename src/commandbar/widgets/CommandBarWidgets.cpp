@@ -13,41 +13,23 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
-#include <QScreen>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <QWidgetAction>
-#include <algorithm>
+#include <iterator>
+#include <utility>
 
 namespace commandbar {
 
-namespace {
-
-Qt::ToolBarArea toolBarArea(DockArea area)
-{
-    switch (area) {
-    case DockArea::Bottom:
-        return Qt::BottomToolBarArea;
-    case DockArea::Left:
-        return Qt::LeftToolBarArea;
-    case DockArea::Right:
-        return Qt::RightToolBarArea;
-    case DockArea::Top:
-        break;
-    }
-    return Qt::TopToolBarArea;
-}
-
-} // namespace
-
 CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window, RedrawPacer& pacer)
-    : QObject(&window), bar_(bar), window_(window), pacer_(pacer), shortcuts_(bar, window)
+    : QObject(&window), bar_(bar), window_(window), pacer_(pacer), lines_(bar, window, containers_),
+      shortcuts_(bar, window)
 {
     for (const auto& band : bar_.bands())
         createContainer(*band);
-    addToolBars();
+    lines_.addAll();
     for (const auto& band : bar_.bands()) {
         for (int i = 0; i < band->count(); ++i)
             insertAction(band.get(), i);
@@ -66,10 +48,10 @@ CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window, Redra
         if (auto* toolBar = qobject_cast<QToolBar*>(containers_.value(band));
             toolBar && !band->floating()) {
             window_.removeToolBar(toolBar);
-            placeOnLine(*band, *toolBar);
+            lines_.placeOnLine(*band, *toolBar);
         }
     });
-    bar_.setPlacement(this);
+    bar_.setPlacement(&lines_);
 }
 
 CommandBarWidgets::~CommandBarWidgets()
@@ -169,29 +151,6 @@ void CommandBarWidgets::removeBand(Band* band)
         removeAction(band, i);
     if (QWidget* container = containers_.take(band))
         container->deleteLater();
-}
-
-void CommandBarWidgets::addToolBars()
-{
-    std::vector<Band*> bars;
-    for (const auto& band : bar_.bands())
-        if (band->kind() == BandKind::Toolbar || band->kind() == BandKind::StatusBar)
-            bars.push_back(band.get());
-    std::stable_sort(bars.begin(), bars.end(), [](const Band* a, const Band* b) {
-        if (a->dockArea() != b->dockArea())
-            return a->dockArea() < b->dockArea();
-        return a->declaredLine() < b->declaredLine();
-    });
-    const Band* previous = nullptr;
-    for (Band* band : bars) {
-        const DockArea area =
-            band->kind() == BandKind::StatusBar ? DockArea::Bottom : band->dockArea();
-        if (previous && previous->dockArea() == band->dockArea() &&
-            previous->declaredLine() != band->declaredLine())
-            window_.addToolBarBreak(toolBarArea(area));
-        window_.addToolBar(toolBarArea(area), static_cast<QToolBar*>(containers_.value(band)));
-        previous = band;
-    }
 }
 
 void CommandBarWidgets::insertAction(Band* band, int index)
@@ -327,7 +286,7 @@ void CommandBarWidgets::updateAction(Tool* tool)
         auto* control = qobject_cast<QWidget*>(tool->control());
         holder->hold(control);
         if (tool->width() > 0)
-            holder->setFixedWidth(twipsToPixels(tool->width()));
+            holder->setFixedWidth(lines_.twipsToPixels(tool->width()));
         else if (control)
             holder->setSizePolicy(control->sizePolicy());
         return;
@@ -370,84 +329,8 @@ void CommandBarWidgets::updateBand(Band* band)
     }
     if (auto* toolBar = qobject_cast<QToolBar*>(container);
         toolBar && toolBar->isWindow() != band->floating())
-        setFloating(*band, *toolBar);
+        lines_.setFloating(*band, *toolBar);
     container->setVisible(band->visible());
-}
-
-void CommandBarWidgets::setFloating(const Band& band, QToolBar& toolBar)
-{
-    if (band.floating()) {
-        window_.removeToolBar(&toolBar);
-        toolBar.setParent(&window_, Qt::Tool | Qt::FramelessWindowHint);
-        toolBar.setFixedWidth(twipsToPixels(band.floatWidth()));
-        // Bottom left of the screen, where it covers neither the address
-        // bar nor the top of the page.
-        const QRect screen = window_.screen()->geometry();
-        toolBar.move(screen.left(), screen.bottom() + 1 - toolBar.sizeHint().height());
-        return;
-    }
-    toolBar.setParent(&window_, Qt::Widget); // a child again, no longer a window of its own
-    toolBar.setMinimumWidth(0);
-    toolBar.setMaximumWidth(QWIDGETSIZE_MAX);
-    placeOnLine(band, toolBar);
-}
-
-void CommandBarWidgets::placeOnLine(const Band& band, QToolBar& toolBar)
-{
-    // Back before the first docked toolbar of a later line of its area, on a
-    // line of its own.
-    const Qt::ToolBarArea area = toolBarArea(band.dockArea());
-    QToolBar* next = nullptr;
-    for (const auto& other : bar_.bands()) {
-        auto* candidate = qobject_cast<QToolBar*>(containers_.value(other.get()));
-        if (!candidate || candidate == &toolBar || candidate->isWindow() ||
-            window_.toolBarArea(candidate) != area || other->dockArea() != band.dockArea() ||
-            other->declaredLine() <= band.declaredLine())
-            continue;
-        if (!next || std::pair(candidate->y(), candidate->x()) < std::pair(next->y(), next->x()))
-            next = candidate;
-    }
-    if (next) {
-        window_.insertToolBar(next, &toolBar);
-        window_.insertToolBarBreak(next);
-    } else {
-        window_.addToolBarBreak(area);
-        window_.addToolBar(area, &toolBar);
-    }
-    toolBar.setVisible(band.visible());
-}
-
-int CommandBarWidgets::dockLine(const Band& band) const
-{
-    auto* toolBar = qobject_cast<QToolBar*>(containers_.value(&band));
-    if (!toolBar)
-        return band.declaredLine();
-    if (!band.visible())
-        return -1;
-    // Bands that share an area are on the same line when their tops match.
-    const Qt::ToolBarArea area = window_.toolBarArea(toolBar);
-    QList<int> tops;
-    for (QToolBar* other : window_.findChildren<QToolBar*>())
-        if (other->isVisible() && window_.toolBarArea(other) == area && !tops.contains(other->y()))
-            tops.append(other->y());
-    std::sort(tops.begin(), tops.end());
-    return int(tops.indexOf(toolBar->y()));
-}
-
-int CommandBarWidgets::leftTwips(const Band& band) const
-{
-    QWidget* widget = containers_.value(&band);
-    return widget ? pixelsToTwips(widget->x()) : 0;
-}
-
-int CommandBarWidgets::twipsToPixels(int twips) const
-{
-    return int(qint64(twips) * window_.logicalDpiX() / 1440);
-}
-
-int CommandBarWidgets::pixelsToTwips(int pixels) const
-{
-    return int(qint64(pixels) * 1440 / std::max(1, window_.logicalDpiX()));
 }
 
 bool CommandBarWidgets::eventFilter(QObject* watched, QEvent* event)

@@ -6,6 +6,7 @@
 // tool bars' redraws paced), and
 // clicks, hovers, drop-downs, double and middle clicks go back to the model.
 #include "RedrawPacer.h"
+#include "ToolBarLines.h"
 #include "ToolShortcuts.h"
 #include "commandbar/CommandBar.h"
 
@@ -22,7 +23,7 @@ class QToolBar;
 
 namespace commandbar {
 
-class CommandBarWidgets : public QObject, public BandPlacement
+class CommandBarWidgets : public QObject
 {
     Q_OBJECT
 public:
@@ -33,11 +34,7 @@ public:
     QAction* action(const Tool* tool) const { return actions_.value(tool); }
     QMenu* menu(const QString& bandKey) const;
 
-    int dockLine(const Band& band) const override;
-    int leftTwips(const Band& band) const override;
-
-    int twipsToPixels(int twips) const;
-    int pixelsToTwips(int pixels) const;
+    const ToolBarLines& lines() const { return lines_; }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -46,17 +43,12 @@ private:
     void createContainer(Band& band);
     void addBand(Band* band);
     void removeBand(Band* band);
-    void addToolBars();
     void insertAction(Band* band, int index);
     void removeAction(Band* band, int index);
     void toolChanged(Tool* tool);
     void updateAction(Tool* tool);
     void flushStatus();
     void updateBand(Band* band);
-    void setFloating(const Band& band, QToolBar& toolBar);
-    // Docks the tool bar in its band's area, on a line of its own after the
-    // bands of earlier lines.
-    void placeOnLine(const Band& band, QToolBar& toolBar);
     void showCustomizeMenu(const QPoint& globalPos);
     void popUp(Band* band);
 
@@ -64,6 +56,7 @@ private:
     QMainWindow& window_;
     RedrawPacer& pacer_;
     QHash<const Band*, QWidget*> containers_;
+    ToolBarLines lines_;
     QHash<const Tool*, QAction*> actions_;
     QSet<const QAction*> toolActions_;
     QHash<const QObject*, Tool*> buttonTools_;
