@@ -4,8 +4,8 @@
 // holding at most what the store listed.
 #include "FuzzSupport.h"
 #include "history/CURLHistory.h"
+#include "history/HistoryStore.h"
 #include "history/HistoryTree.h"
-#include "platform/history/HistoryStore.h"
 #include "support/Fakes.h"
 
 #include <QCoreApplication>
@@ -58,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     else
         fuzz::writeFile(path, rest);
 
-    platform::HistoryStore store(path);
+    HistoryStore store(path);
     if (!store.isOpen())
         abort();
     const size_t listed = store.records(QStringLiteral("http")).size();

@@ -3,15 +3,15 @@
 // greyed one (a line that names no usable proxy); every entry that parses
 // names a host and a port.
 #include "FuzzSupport.h"
+#include "commandbar/Band.h"
+#include "commandbar/CommandBar.h"
+#include "commandbar/SkinLoader.h"
 #include "core/Keys.h"
 #include "net/ProxyMenu.h"
 #include "platform/ConnectionHelper.h"
 #include "platform/Dialogs.h"
-#include "platform/commandbar/Band.h"
-#include "platform/commandbar/CommandBar.h"
-#include "platform/commandbar/SkinLoader.h"
-#include "platform/proxy/ForwardingProxy.h"
-#include "platform/proxy/ProxyEntry.h"
+#include "proxy/ForwardingProxy.h"
+#include "proxy/ProxyEntry.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -22,18 +22,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     static char name[] = "fuzz_proxylist";
     static char* argv[] = {name, nullptr};
     static QCoreApplication app(argc, argv);
-    static platform::ForwardingProxy proxy;
+    static proxy::ForwardingProxy proxy;
     static platform::QtDialogs dialogs;
     const QString path = fuzz::scratchFile(platform::ConnectionHelper::listName);
     fuzz::writeFile(path, QByteArray(reinterpret_cast<const char*>(data), qsizetype(size)));
     platform::ConnectionHelper connection(QFileInfo(path).absolutePath() + '/', proxy, dialogs);
-    platform::CommandBar bar;
-    if (platform::SkinLoader::loadText(bar, "band sub_Proxylist popup caption=\"Proxy\"\nend\n"))
+    commandbar::CommandBar bar;
+    if (commandbar::SkinLoader::loadText(bar, "band sub_Proxylist popup caption=\"Proxy\"\nend\n"))
         abort();
     ProxyMenu menu(bar, connection);
     const QStringList entries = connection.proxies();
     menu.start(entries.value(0));
-    const platform::Band* band = bar.band(key::proxyMenu);
+    const commandbar::Band* band = bar.band(key::proxyMenu);
     if (band->count() != entries.size() + 2)
         abort();
     int checked = 0;
@@ -45,7 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (checked != 1)
         abort();
     for (const QString& entry : entries)
-        if (const auto parsed = platform::ProxyEntry::parse(entry))
+        if (const auto parsed = proxy::ProxyEntry::parse(entry))
             if (parsed->host.isEmpty() || parsed->port == 0)
                 abort();
     return 0;
