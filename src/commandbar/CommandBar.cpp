@@ -84,7 +84,7 @@ void Tool::setShortcut(const QString& shortcut)
         changed();
 }
 
-void Tool::setDisplayStyle(int style)
+void Tool::setDisplayStyle(DisplayStyle style)
 {
     if (assign(displayStyle_, style))
         changed();

@@ -403,7 +403,8 @@ private:
         else if (name == QLatin1String("width"))
             tool.setWidth(token.value.toInt());
         else if (name == QLatin1String("style"))
-            tool.setDisplayStyle(token.value.toInt());
+            tool.setDisplayStyle(token.value.toInt() == 3 ? DisplayStyle::PictureAndCaption
+                                                          : DisplayStyle::PictureOrCaption);
         else if (name == QLatin1String("band"))
             tool.setSubBand(token.value);
     }

@@ -13,6 +13,9 @@ class Band;
 class CommandBar;
 
 enum class ControlType { Button = 0, DropDown = 1, Hosted = 2, Label = 3, Separator = 5 };
+// How a tool shows in a tool bar: its picture alone when it has one, else its
+// caption; or picture and caption side by side (style 3 of the skin).
+enum class DisplayStyle { PictureOrCaption, PictureAndCaption };
 
 class Tool
 {
@@ -61,10 +64,8 @@ public:
     void setPicture(const QIcon& picture);
     const QString& shortcut() const { return shortcut_; }
     void setShortcut(const QString& shortcut);
-    // 3: picture and caption side by side; anything else: the picture alone
-    // when there is one, else the caption.
-    int displayStyle() const { return displayStyle_; }
-    void setDisplayStyle(int style);
+    DisplayStyle displayStyle() const { return displayStyle_; }
+    void setDisplayStyle(DisplayStyle style);
 
     // Width in twips; 0 lets the bar choose.
     int width() const { return width_; }
@@ -92,7 +93,7 @@ private:
     QIcon picture_;
     bool checked_ = false, checkable_ = false, enabled_ = true, visible_ = true;
     bool marksAccessKey_ = false;
-    int displayStyle_ = 0;
+    DisplayStyle displayStyle_ = DisplayStyle::PictureOrCaption;
     int width_ = 0;
     QPointer<QObject> control_;
 };

@@ -140,7 +140,7 @@ void FavouritesMenus::addLinkCopies(const commandbar::Tool& folder)
     if (commandbar::Band* address = bar_.band(key::addressBar)) {
         commandbar::Tool* copy =
             bar_.insertTool(*address, folder, address->indexOf(address->tool(key::go)) + 1);
-        copy->setDisplayStyle(3);
+        copy->setDisplayStyle(commandbar::DisplayStyle::PictureAndCaption);
         linkCopies_.push_back(copy);
     }
     if (commandbar::Band* view = bar_.band(key::viewMenu))

@@ -50,7 +50,7 @@ void TabBand::add(int viewIndex, const QString& caption, bool withIcon)
     commandbar::Tool* tool = commandbar::AddBandTool(bar_, key::tabsBar, keys::tabKey(viewIndex),
                                                      keys::tabToolBaseId + viewIndex,
                                                      QStringLiteral("0"), caption, withIcon);
-    tool->setDisplayStyle(3);
+    tool->setDisplayStyle(commandbar::DisplayStyle::PictureAndCaption);
     tool->setCheckable(true);
     bar_.recalcLayout();
 }

@@ -294,7 +294,7 @@ void CommandBarWidgets::updateAction(Tool* tool)
     if (auto* toolBar = qobject_cast<QToolBar*>(action->parent())) {
         if (auto* button = qobject_cast<QToolButton*>(toolBar->widgetForAction(action))) {
             Qt::ToolButtonStyle style = Qt::ToolButtonIconOnly;
-            if (tool->displayStyle() == 3) {
+            if (tool->displayStyle() == DisplayStyle::PictureAndCaption) {
                 style = Qt::ToolButtonTextBesideIcon;
                 // Shown as given: page titles keep their " ..." (a button
                 // would drop the dots of a text it makes from the caption).
