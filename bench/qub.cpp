@@ -63,27 +63,27 @@ int main(int argc, char** argv)
     MainWindow& window = program.window();
     int pending = 0;
     qint64 tabsStarted = 0;
-    QObject::connect(&window.parts().tabs, &TabStrip::viewCreated, &app,
-                     [&](platform::BrowserView* view) {
-                         if (view->index() < 2 || pending == 0)
-                             return;
-                         whenLoaded(view, [&] {
-                             if (--pending != 0)
-                                 return;
-                             if (!closing)
-                                 bench::report("tabs", bench::now() - tabsStarted);
-                             QTimer::singleShot(2000, &app, [&] {
-                                 if (closing) {
-                                     closeAll(window);
-                                     return;
-                                 }
-                                 bench::report("memory10", bench::treePssKiB());
-                                 // exit(), not quit(): quit() would close the window
-                                 // and ask the exit question.
-                                 QCoreApplication::exit(0);
-                             });
-                         });
-                     });
+    QObject::connect(&window.parts().tabs, &TabStrip::changed, &app, [&](const TabChange& change) {
+        platform::BrowserView* view = change.view;
+        if (change.kind != TabChange::Kind::Inserted || view->index() < 2 || pending == 0)
+            return;
+        whenLoaded(view, [&] {
+            if (--pending != 0)
+                return;
+            if (!closing)
+                bench::report("tabs", bench::now() - tabsStarted);
+            QTimer::singleShot(2000, &app, [&] {
+                if (closing) {
+                    closeAll(window);
+                    return;
+                }
+                bench::report("memory10", bench::treePssKiB());
+                // exit(), not quit(): quit() would close the window
+                // and ask the exit question.
+                QCoreApplication::exit(0);
+            });
+        });
+    });
     if (!program.start(url))
         return 1;
     whenLoaded(window.parts().tabs.view(1), [&] {

@@ -57,7 +57,10 @@ FindBar::FindBar(TabStrip& tabs, ActiveTabSignals& active, QWidget* parent)
         ++searching_;
         matches_->clear();
     });
-    connect(&tabs, &TabStrip::tabLeft, this, [this] { clearMarks(); });
+    connect(&tabs, &TabStrip::changed, this, [this](const TabChange& change) {
+        if (change.kind == TabChange::Kind::Activated && change.left)
+            clearMarks();
+    });
     hide();
 }
 

@@ -12,6 +12,7 @@
 #include "platform/browser/BrowserView.h"
 #include "tabs/Ellipsis.h"
 #include "tabs/EveryTabSignals.h"
+#include "tabs/Tab.h"
 #include "tabs/Tabs.h"
 
 #include <algorithm>
@@ -35,21 +36,26 @@ PopupBlocker::PopupBlocker(const MainState& state, const commandbar::CommandBar&
 {
     QObject::connect(&every, &EveryTabSignals::pageMouseDown, &context_,
                      [this](platform::BrowserView* view, const platform::PageClick& click) {
-                         Records& r = records_[view->index()];
-                         r.lastPress = r.lastEvent = click;
-                         r.pressed = r.any = true;
+                         if (Tab* tab = tabs_.tab(view->index())) {
+                             Records& r = tab->data<Records>();
+                             r.lastPress = r.lastEvent = click;
+                             r.pressed = r.any = true;
+                         }
                      });
     QObject::connect(&every, &EveryTabSignals::pageClicked, &context_,
                      [this](platform::BrowserView* view, const platform::PageClick& click) {
-                         Records& r = records_[view->index()];
-                         r.lastEvent = click;
-                         r.any = true;
+                         if (Tab* tab = tabs_.tab(view->index())) {
+                             Records& r = tab->data<Records>();
+                             r.lastEvent = click;
+                             r.any = true;
+                         }
                      });
     // A new document has no focus or press of the old one.
     QObject::connect(&every, &EveryTabSignals::loadStarted, &context_,
-                     [this](platform::BrowserView* view) { records_.remove(view->index()); });
-    QObject::connect(&every, &EveryTabSignals::viewDestroyed, &context_,
-                     [this](int index) { records_.remove(index); });
+                     [this](platform::BrowserView* view) {
+                         if (Tab* tab = tabs_.tab(view->index()))
+                             tab->data<Records>() = {};
+                     });
 }
 
 PopupFacts PopupBlocker::factsFor(const platform::BrowserView& opener) const
@@ -62,7 +68,8 @@ PopupFacts PopupBlocker::factsFor(const platform::BrowserView& opener) const
     f.lastClickTime = state_.lastClickTime;
     // A page nobody touched has its body focused.
     f.activeTag = QStringLiteral("BODY");
-    const Records r = records_.value(opener.index());
+    Tab* tab = tabs_.tab(opener.index());
+    const Records r = tab ? tab->data<Records>() : Records{};
     if (r.any) {
         const platform::PageClick& e = r.lastEvent;
         if (e.inSubframe) {

@@ -5,7 +5,7 @@
 // yet, goes into the hidden catch view 0, whose first navigation is listed
 // and cancelled. What the page knew at the request (the
 // focused element, the element under the last press) comes from the page
-// agent's records of each view; whether a button really went down, from the
+// agent's records of each tab; whether a button really went down, from the
 // click hook. While "Kill Popups by Address" is on, a page of a listed site,
 // or one a page went to by itself with no click or key press of the user, is
 // stopped, listed, and its tab closed as if the page closed itself.
@@ -13,7 +13,6 @@
 #include "platform/browser/PageClick.h"
 #include "platform/browser/ViewPolicies.h"
 
-#include <QHash>
 #include <QObject>
 
 class BlockedList;
@@ -70,7 +69,6 @@ private:
     platform::Shell& shell_;
     BlockedList& blocked_;
     const KillList& killList_;
-    QHash<int, Records> records_;
     // Ends every connection to the views when the blocker goes.
     QObject context_;
 };

@@ -7,6 +7,11 @@
 #include "tabs/Ellipsis.h"
 #include "tabs/TabStrip.h"
 
+namespace {
+// Characters of a closed page's entry in the blocked list.
+constexpr int blockedListWidth = 50;
+} // namespace
+
 ProtectSubsystem::ProtectSubsystem(const MainState& state, commandbar::CommandBar& bar,
                                    TabStrip& tabs, const EveryTabSignals& every,
                                    ActiveTabPresenter& events, platform::BrowserViewFactory& views,
@@ -23,11 +28,18 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, commandbar::CommandBa
         bar, commands, {cmd::Command::StopPopups, cmd::Command::KillPopups, cmd::Command::Silent});
     commands.on(cmd::Command::AddToBlockList,
                 [this](const CommandContext& c) { killList_.add(c.view->locationUrl()); });
-    QObject::connect(&tabs, &TabStrip::pageClosed, &tabs,
-                     [this](const QString& shortTitle, const QString& address) {
-                         blocked_.recordClosed(
-                             shortTitle.isEmpty() ? ellipsis(address, 50) : shortTitle, address);
-                     });
+    // A tab closed by itself, not among all or the others, is listed when its
+    // page had an address.
+    QObject::connect(&tabs, &TabStrip::changed, &tabs, [this](const TabChange& change) {
+        if (change.kind != TabChange::Kind::Removed || change.cause != TabChange::Cause::CloseTab)
+            return;
+        const QString address = change.view->locationUrl();
+        if (address.isEmpty())
+            return;
+        const QString shortTitle = ellipsis(change.view->title(), blockedListWidth);
+        blocked_.recordClosed(
+            shortTitle.isEmpty() ? ellipsis(address, blockedListWidth) : shortTitle, address);
+    });
 }
 
 void ProtectSubsystem::relabel(const std::function<void()>& recaption)

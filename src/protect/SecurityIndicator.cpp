@@ -17,8 +17,10 @@ SecurityIndicator::SecurityIndicator(const MainState& state, commandbar::Command
                          if (view->index() == state.currentTab)
                              show(level);
                      });
-    QObject::connect(&tabs, &TabStrip::activeTabRefreshed, &context_,
-                     [this](platform::BrowserView* view) { show(view->security().lockLevel()); });
+    QObject::connect(&tabs, &TabStrip::changed, &context_, [this](const TabChange& change) {
+        if (change.kind == TabChange::Kind::Activated)
+            show(change.view->security().lockLevel());
+    });
 }
 
 void SecurityIndicator::showCurrent()

@@ -3,6 +3,7 @@
 #include "ActiveTabSignals.h"
 #include "EveryTabSignals.h"
 #include "TabBandUpdater.h"
+#include "TabChange.h"
 #include "TabStrip.h"
 #include "commandbar/CommandBar.h"
 #include "core/Keys.h"
@@ -131,7 +132,19 @@ void ActiveTabPresenter::activeTabRefreshed(BrowserView* view)
     refreshNavButtons();
 }
 
-void ActiveTabPresenter::newTabActivated(BrowserView*)
+// The document of a tab being left is hooked once more, as it is left. Its
+// handlers live in the page, so there is nothing of the program's to drop.
+void ActiveTabPresenter::tabActivated(const TabChange& change)
+{
+    if (change.left)
+        hookDocument(change.left);
+    if (change.opened)
+        newTabActivated();
+    else
+        activeTabRefreshed(change.view);
+}
+
+void ActiveTabPresenter::newTabActivated()
 {
     display_.setCaption(state_.baseTitle);
     display_.setAddressText(QString());
@@ -140,12 +153,4 @@ void ActiveTabPresenter::newTabActivated(BrowserView*)
     display_.setProgress(0);
     refreshNavButtons();
     display_.focusAddress();
-}
-
-// The document of the tab being left is hooked once more: the tab strip
-// reports the tab before it changes the current tab, on purpose. Its
-// handlers live in the page, so there is nothing of the program's to drop.
-void ActiveTabPresenter::tabLeft(BrowserView* view)
-{
-    hookDocument(view);
 }

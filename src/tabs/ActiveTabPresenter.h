@@ -20,6 +20,7 @@ class ActiveTabSignals;
 class EveryTabSignals;
 class TabBandUpdater;
 class TabStrip;
+struct TabChange;
 
 class ActiveTabPresenter : public QObject
 {
@@ -38,10 +39,10 @@ public:
     void documentClick(const platform::PageClick& click);
     void hookDocument(platform::BrowserView* view);
 
-    // From the tab strip.
+    // A tab came to the front (TabChange::Kind::Activated).
+    void tabActivated(const TabChange& change);
+    // Shows the active tab anew, as when it came to the front.
     void activeTabRefreshed(platform::BrowserView* view);
-    void newTabActivated(platform::BrowserView* view);
-    void tabLeft(platform::BrowserView* view);
 
 signals:
     // The view's document is ready for the program's handlers.
@@ -53,6 +54,7 @@ private:
     void activeStatusText(platform::BrowserView* view, const QString& text);
     void activeTitle(platform::BrowserView* view, const QString& text);
     bool fullScreen() const;
+    void newTabActivated();
 
     MainState& state_;
     commandbar::CommandBar& bar_;

@@ -5,7 +5,10 @@ using platform::BrowserView;
 
 EveryTabSignals::EveryTabSignals(TabStrip& tabs)
 {
-    connect(&tabs, &TabStrip::viewCreated, this, &EveryTabSignals::follow);
+    connect(&tabs, &TabStrip::changed, this, [this](const TabChange& change) {
+        if (change.kind == TabChange::Kind::Inserted)
+            follow(change.view);
+    });
 }
 
 void EveryTabSignals::follow(BrowserView* view)
@@ -39,7 +42,4 @@ void EveryTabSignals::follow(BrowserView* view)
             [this, view](const QString& address) { emit draggedOut(view, address); });
     connect(view, &BrowserView::lockLevelChanged, this,
             [this, view](int level) { emit lockLevelChanged(view, level); });
-    // By the time it is destroyed only the index is left of the view.
-    connect(view, &QObject::destroyed, this,
-            [this, index = view->index()] { emit viewDestroyed(index); });
 }

@@ -34,9 +34,6 @@ signals:
     void pageClicked(platform::BrowserView* view, const platform::PageClick& click);
     void draggedOut(platform::BrowserView* view, const QString& address);
     void lockLevelChanged(platform::BrowserView* view, int level);
-    // The view is gone (a closed tab's view goes once it is idle); only its
-    // index is left.
-    void viewDestroyed(int index);
 
 private:
     void follow(platform::BrowserView* view);

@@ -9,6 +9,16 @@
 
 using platform::BrowserView;
 
+namespace {
+
+// Kept with each tab: how far its page has loaded.
+struct LoadingPercent
+{
+    int percent = 0;
+};
+
+} // namespace
+
 TabBandUpdater::TabBandUpdater(commandbar::CommandBar& bar, TabStrip& tabs) : bar_(bar), tabs_(tabs)
 {
 }
@@ -38,14 +48,13 @@ void TabBandUpdater::follow(const EveryTabSignals& every)
                 if (view->index() != 0 && !title.isEmpty())
                     setCaption(view->index(), title);
             });
-    connect(&every, &EveryTabSignals::viewDestroyed, this,
-            [this](int index) { percent_.erase(index); });
 }
 
 void TabBandUpdater::progressChange(BrowserView* view, int progress, int maximum)
 {
     const int percent = loadingPercent(progress, maximum);
-    percent_[view->index()] = percent;
+    if (Tab* tab = tabs_.tab(view->index()))
+        tab->data<LoadingPercent>().percent = percent;
     const int position = tabs_.positions().positionOf(*view);
     const int band = loadingBand(percent);
     if (position == 0 || band == 0)
@@ -70,6 +79,6 @@ void TabBandUpdater::setCaption(int index, const QString& title)
 
 int TabBandUpdater::percentOf(int index) const
 {
-    const auto it = percent_.find(index);
-    return it == percent_.end() ? 0 : it->second;
+    Tab* tab = tabs_.tab(index);
+    return tab ? tab->data<LoadingPercent>().percent : 0;
 }

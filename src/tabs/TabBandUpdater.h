@@ -5,7 +5,6 @@
 #include "core/MainState.h"
 
 #include <QObject>
-#include <map>
 
 namespace platform {
 class BrowserView;
@@ -44,5 +43,4 @@ private:
 
     commandbar::CommandBar& bar_;
     TabStrip& tabs_;
-    std::map<int, int> percent_;
 };

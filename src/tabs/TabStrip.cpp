@@ -1,5 +1,4 @@
 #include "TabStrip.h"
-#include "Ellipsis.h"
 #include "commandbar/CommandBar.h"
 #include "core/Keys.h"
 #include "core/Switches.h"
@@ -11,7 +10,16 @@
 using platform::BrowserView;
 
 namespace {
-constexpr int blockedListWidth = 50;
+
+TabChange record(TabChange::Kind kind, BrowserView* view, int position)
+{
+    TabChange change;
+    change.kind = kind;
+    change.view = view;
+    change.position = position;
+    return change;
+}
+
 } // namespace
 
 TabStrip::TabStrip(MainState& state, commandbar::CommandBar& bar,
@@ -21,16 +29,18 @@ TabStrip::TabStrip(MainState& state, commandbar::CommandBar& bar,
 {
 }
 
-TabStrip::~TabStrip()
+TabStrip::~TabStrip() = default;
+
+Tab* TabStrip::tab(int index) const
 {
-    for (auto& [index, view] : views_)
-        delete view;
+    const auto it = tabs_.find(index);
+    return it == tabs_.end() ? nullptr : it->second.get();
 }
 
 BrowserView* TabStrip::view(int index) const
 {
-    const auto it = views_.find(index);
-    return it == views_.end() ? nullptr : it->second;
+    const Tab* found = tab(index);
+    return found ? &found->view() : nullptr;
 }
 
 std::vector<BrowserView*> TabStrip::tabViews() const
@@ -44,11 +54,10 @@ std::vector<BrowserView*> TabStrip::tabViews() const
 
 void TabStrip::createCatchView()
 {
-    BrowserView* catchView = factory_.create(0);
-    views_[0] = catchView;
-    stage_.park(*catchView);
-    catchView->widget()->hide();
-    emit viewCreated(catchView);
+    BrowserView& catchView = (tabs_[0] = std::make_unique<Tab>(factory_.create(0)))->view();
+    stage_.park(catchView);
+    catchView.widget()->hide();
+    emit changed(record(TabChange::Kind::Inserted, &catchView, 0));
 }
 
 void TabStrip::openFirstTab()
@@ -62,13 +71,11 @@ int TabStrip::newTab(const QString& address, bool activate)
     if (state_.tabCount >= std::numeric_limits<qint16>::max())
         return 0;
     const int index = ++state_.tabCount;
-    BrowserView* view = factory_.create(index);
-    views_[index] = view;
-    emit viewCreated(view);
+    BrowserView* view = &(tabs_[index] = std::make_unique<Tab>(factory_.create(index)))->view();
     band_.add(index, QStringLiteral("New"), true);
-
     view->setSilent(switches::isOn(bar_, cmd::Command::Silent));
-    positions_.append(*view);
+    const int position = positions_.append(*view);
+    emit changed(record(TabChange::Kind::Inserted, view, position));
 
     if (!activate) {
         stage_.park(*view);
@@ -81,7 +88,9 @@ int TabStrip::newTab(const QString& address, bool activate)
         state_.previousTab = state_.currentTab;
         state_.currentTab = index;
         stage_.show(*view);
-        emit newTabActivated(view);
+        TabChange activated = record(TabChange::Kind::Activated, view, position);
+        activated.opened = true;
+        emit changed(activated);
     }
     if (!address.isEmpty())
         view->navigate(address);
@@ -111,13 +120,12 @@ void TabStrip::activateTab(int index)
         return;
     band_.setChecked(index, true);
     band_.setChecked(state_.currentTab, false);
-    if (BrowserView* old = view(state_.currentTab)) {
+    BrowserView* old = state_.currentTab != 0 ? view(state_.currentTab) : nullptr;
+    if (old)
         stage_.park(*old);
-        emit tabLeft(old);
-    }
     state_.previousTab = state_.currentTab;
     state_.currentTab = index;
-    refreshActiveTab();
+    showActive(old);
 }
 
 void TabStrip::layOutAgain()
@@ -145,33 +153,40 @@ void TabStrip::openNewWindow(BrowserView& opener, platform::NewWindowRequest& re
     }
 }
 
-void TabStrip::retire(int index)
+void TabStrip::retire(int index, int position, TabChange::Cause cause)
 {
-    const auto it = views_.find(index);
-    if (it == views_.end())
+    if (Tab* closing = tab(index)) {
+        TabChange removed = record(TabChange::Kind::Removed, &closing->view(), position);
+        removed.cause = cause;
+        emit changed(removed);
+    }
+    // What the program's parts kept of the tab goes with it here; the view
+    // may outlive it.
+    const auto node = tabs_.extract(index);
+    if (node.empty())
         return;
-    BrowserView* v = it->second;
-    views_.erase(it);
-    stage_.park(*v);
-    v->setSilent(true);
-    if (!v->locationUrl().isEmpty())
-        v->stop();
+    std::unique_ptr<BrowserView> owned = node.mapped()->releaseView();
+    BrowserView& v = *owned;
+    stage_.park(v);
+    v.setSilent(true);
+    if (!v.locationUrl().isEmpty())
+        v.stop();
     // Destroying a view ends its page; only a view that a prompt keeps alive
     // has its page emptied first (emptying a hundred pages made Close All
     // take seconds). Either way it answers nobody any more.
-    if (v->busy() && v->hasDocument())
-        v->clearDocument();
+    if (v.busy() && v.hasDocument())
+        v.clearDocument();
     else
-        v->blockSignals(true);
-    v->widget()->hide();
+        v.blockSignals(true);
+    v.widget()->hide();
     // The view may be the sender of the signal that led here, or be waiting
     // for the user inside a prompt of its page.
-    v->deleteWhenIdle();
+    owned.release()->deleteWhenIdle();
 }
 
-void TabStrip::drop(int index)
+void TabStrip::drop(int index, int position, TabChange::Cause cause)
 {
-    retire(index);
+    retire(index, position, cause);
     band_.remove(index);
 }
 
@@ -183,10 +198,8 @@ void TabStrip::closeTab(int index)
     if (!closing || index == 0)
         return;
     const int position = closing->tag().toInt();
-    if (const QString address = closing->locationUrl(); !address.isEmpty())
-        emit pageClosed(ellipsis(closing->title(), blockedListWidth), address);
     if (band_.count() <= 1) {
-        closeAllTabs();
+        closeEvery(TabChange::Cause::CloseTab);
         return;
     }
     positions_.removeAt(position);
@@ -205,7 +218,7 @@ void TabStrip::closeTab(int index)
     state_.previousTab =
         state_.currentTab == index ? positions_.viewAt(position) : state_.currentTab;
     state_.currentTab = next;
-    retire(index);
+    retire(index, position, TabChange::Cause::CloseTab);
     refreshActiveTab();
 }
 
@@ -213,9 +226,14 @@ void TabStrip::closeTab(int index)
 // value they found: the program's own shut-down closes its last tab this way.
 void TabStrip::closeAllTabs()
 {
+    closeEvery(TabChange::Cause::Bulk);
+}
+
+void TabStrip::closeEvery(TabChange::Cause cause)
+{
     const bool wasShuttingDown = std::exchange(state_.shuttingDown, true);
     for (int position = 1; position <= positions_.last(); ++position)
-        drop(positions_.viewAt(position));
+        drop(positions_.viewAt(position), position, cause);
     positions_.clear();
     state_.currentTab = 0;
     state_.previousTab = 0;
@@ -234,7 +252,7 @@ void TabStrip::closeOtherTabs(int index)
     state_.previousTab = keep;
     for (int position = positions_.last(); position >= 1; --position)
         if (const int other = positions_.viewAt(position); other != keep)
-            drop(other);
+            drop(other, position, TabChange::Cause::Bulk);
     positions_.keepOnly(*kept);
     band_.setChecked(keep, true);
     state_.shuttingDown = wasShuttingDown;
@@ -253,11 +271,17 @@ void TabStrip::pageClosing(int index, bool isChildWindow)
     if (!closing || index == 0)
         return;
     closing->stop();
-    positions_.removeAt(closing->tag().toInt());
-    drop(index);
+    const int position = closing->tag().toInt();
+    positions_.removeAt(position);
+    drop(index, position, TabChange::Cause::PageInBackground);
 }
 
 void TabStrip::refreshActiveTab()
+{
+    showActive(nullptr);
+}
+
+void TabStrip::showActive(BrowserView* left)
 {
     if (state_.shuttingDown)
         return;
@@ -266,5 +290,8 @@ void TabStrip::refreshActiveTab()
         return;
     stage_.show(*active);
     active->focusPage();
-    emit activeTabRefreshed(active);
+    TabChange activated =
+        record(TabChange::Kind::Activated, active, positions_.positionOf(*active));
+    activated.left = left;
+    emit changed(activated);
 }

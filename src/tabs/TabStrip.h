@@ -2,8 +2,11 @@
 // The open tabs: one browser view per tab, numbered by view index (never
 // reused) and placed by strip position, each shown as a tool on the tab
 // band. Opens, activates and closes tabs and keeps the tab state in step. The
-// active view is on the stage; all others are parked, alive.
+// active view is on the stage; all others are parked, alive. Observers hear
+// every change as one record.
+#include "Tab.h"
 #include "TabBand.h"
+#include "TabChange.h"
 #include "Tabs.h"
 #include "core/MainState.h"
 #include "core/TabPositions.h"
@@ -26,6 +29,7 @@ public:
     // Start-up: view 1 as the one active tab "New".
     void openFirstTab();
 
+    Tab* tab(int index) const override;
     platform::BrowserView* view(int index) const override;
     platform::BrowserView* currentView() const override { return view(state_.currentTab); }
     std::vector<platform::BrowserView*> tabViews() const override;
@@ -52,26 +56,21 @@ public:
     void setNewWindowPolicy(platform::NewWindowPolicy& policy) { newWindowPolicy_ = &policy; }
 
 signals:
-    void viewCreated(platform::BrowserView* view);
-    // A new tab became the active one.
-    void newTabActivated(platform::BrowserView* view);
-    void activeTabRefreshed(platform::BrowserView* view);
-    // The active tab is being left for another; it is still the current tab.
-    void tabLeft(platform::BrowserView* view);
-    // A page that had an address was closed: short title and address.
-    void pageClosed(const QString& shortTitle, const QString& address);
+    void changed(const TabChange& change);
 
 private:
     void layOutAgain();
-    void retire(int index);
+    void showActive(platform::BrowserView* left);
+    void closeEvery(TabChange::Cause cause);
+    void retire(int index, int position, TabChange::Cause cause);
     // Retires a tab and drops its tool, with no choice of a tab to show.
-    void drop(int index);
+    void drop(int index, int position, TabChange::Cause cause);
 
     MainState& state_;
     commandbar::CommandBar& bar_;
     platform::BrowserViewFactory& factory_;
     platform::ViewStage& stage_;
-    std::map<int, platform::BrowserView*> views_;
+    std::map<int, std::unique_ptr<Tab>> tabs_;
     TabBand band_;
     TabPositions positions_;
     platform::OpenEveryNewWindow openEveryNewWindow_;

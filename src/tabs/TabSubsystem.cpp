@@ -22,10 +22,9 @@ TabSubsystem::TabSubsystem(MainState& state, commandbar::CommandBar& bar,
     updater_.follow(every_);
     presenter_.follow(every_);
     active_.follow(every_);
-    QObject::connect(&strip_, &TabStrip::newTabActivated, &presenter_,
-                     &ActiveTabPresenter::newTabActivated);
-    QObject::connect(&strip_, &TabStrip::activeTabRefreshed, &presenter_,
-                     &ActiveTabPresenter::activeTabRefreshed);
-    QObject::connect(&strip_, &TabStrip::tabLeft, &presenter_, &ActiveTabPresenter::tabLeft);
+    QObject::connect(&strip_, &TabStrip::changed, &presenter_, [this](const TabChange& change) {
+        if (change.kind == TabChange::Kind::Activated)
+            presenter_.tabActivated(change);
+    });
     registerTabCommands(commands, events, strip_, display);
 }

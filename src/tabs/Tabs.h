@@ -1,6 +1,6 @@
 #pragma once
-// What most of the program asks of the open tabs: their views, and an
-// address opened in a tab. TabStrip is the one implementation; a part that
+// What most of the program asks of the open tabs: their views and what is
+// kept of each, and an address opened in a tab. TabStrip is the one implementation; a part that
 // closes or moves tabs, or hears the strip's signals, takes the strip itself.
 #include <QString>
 #include <vector>
@@ -8,12 +8,15 @@
 namespace platform {
 class BrowserView;
 } // namespace platform
+class Tab;
 
 class Tabs
 {
 public:
     virtual ~Tabs() = default;
 
+    // The tab of the view index, the catch view 0 included; none once closed.
+    virtual Tab* tab(int index) const = 0;
     virtual platform::BrowserView* view(int index) const = 0;
     virtual platform::BrowserView* currentView() const = 0;
     // The view of every tab, in strip order.

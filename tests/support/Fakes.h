@@ -78,10 +78,10 @@ private:
 class FakeViewFactory : public platform::BrowserViewFactory
 {
 public:
-    platform::BrowserView* create(int index) override
+    std::unique_ptr<platform::BrowserView> create(int index) override
     {
-        auto* view = new FakeBrowserView(index);
-        created.push_back(view);
+        auto view = std::make_unique<FakeBrowserView>(index);
+        created.push_back(view.get());
         return view;
     }
     void setHomeAddress(const QString& address) override { home = address; }

@@ -9,6 +9,8 @@
 #include "tabs/Ellipsis.h"
 #include "tabs/TabStrip.h"
 
+#include <memory>
+
 using namespace platform;
 using namespace commandbar;
 
@@ -18,8 +20,33 @@ struct Fixture : StripFixture
 {
     Fixture()
     {
+        QObject::connect(&tabs, &TabStrip::changed, &tabs, [this](const TabChange& change) {
+            changes.push_back({change.kind, change.view->index(), change.position, change.cause,
+                               change.opened, change.left ? change.left->index() : 0});
+        });
         tabs.createCatchView();
         tabs.openFirstTab();
+        changes.clear();
+    }
+    // A change record as told, with views by their index.
+    struct Change
+    {
+        TabChange::Kind kind;
+        int index;
+        int position;
+        TabChange::Cause cause;
+        bool opened;
+        int left;
+        bool operator==(const Change&) const = default;
+    };
+    std::vector<Change> changes;
+    std::vector<Change> changesOf(TabChange::Kind kind) const
+    {
+        std::vector<Change> of;
+        for (const Change& change : changes)
+            if (change.kind == kind)
+                of.push_back(change);
+        return of;
     }
     Band& strip() { return *bar.band(key::tabsBar); }
     QStringList toolKeys()
@@ -53,16 +80,23 @@ private slots:
         Fixture f;
         f.tabs.newTab("http://two/", true);
         f.tabs.newTab("http://three/", true);
-        QSignalSpy closed(&f.tabs, &TabStrip::pageClosed);
-        f.view(2)->setTitle("Second page with a long title");
+        // What a part keeps of a tab goes with the tab, though its view may
+        // live on until it is idle.
+        const std::weak_ptr<int> kept = f.tabs.tab(2)->data<std::shared_ptr<int>>() =
+            std::make_shared<int>(2);
+        QPointer<FakeBrowserView> two = f.view(2);
+        f.changes.clear();
 
         f.tabs.closeTab(2);
         QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-3"}));
         QCOMPARE(f.tag(3), QStringLiteral("2"));
         QCOMPARE(f.state.tabView, (std::vector<int>{0, 1, 3}));
-        QCOMPARE(closed.count(), 1);
-        QCOMPARE(closed[0][1].toString(), QStringLiteral("http://two/"));
-        QCOMPARE(closed[0][0].toString(), QStringLiteral("Second page with a long title"));
+        QVERIFY(kept.expired());
+        QVERIFY(!two.isNull());
+        using K = TabChange::Kind;
+        QVERIFY((f.changes == std::vector<Fixture::Change>{
+                                  {K::Removed, 2, 2, TabChange::Cause::CloseTab, false, 0},
+                                  {K::Activated, 1, 1, TabChange::Cause::CloseTab, false, 0}}));
         // The closed view was the previous tab: its tag now names position 1.
         QCOMPARE(f.state.currentTab, 1);
         QCOMPARE(f.state.previousTab, 3);
@@ -82,8 +116,15 @@ private slots:
         f.tabs.newTab({}, true);
         f.tabs.newTab({}, true);
         f.tabs.activateTab(1);
+        f.changes.clear();
         f.tabs.activateTab(2);
         QCOMPARE(f.state.previousTab, 1);
+        // A switch names the tab it left; showing the current tab again does not.
+        f.tabs.activateTab(2);
+        f.tabs.refreshActiveTab();
+        QVERIFY((f.changes ==
+                 std::vector<Fixture::Change>{{TabChange::Kind::Activated, 2, 2, {}, false, 1},
+                                              {TabChange::Kind::Activated, 2, 2, {}, false, 0}}));
         f.tabs.closeTab(0);
         QCOMPARE(f.state.currentTab, 1);
         QCOMPARE(f.state.previousTab, 3); // the view now at the closed position
@@ -178,14 +219,17 @@ private slots:
     {
         Fixture f;
         f.state.canGoBack[1] = true;
-        QSignalSpy activated(&f.tabs, &TabStrip::newTabActivated);
         QCOMPARE(f.tabs.newTab("http://bg/", false), 2);
         QCOMPARE(f.state.currentTab, 1);
         QCOMPARE(f.checkedTabs(), QStringLiteral("tabs-1"));
         QCOMPARE(f.stage.shown, 1);
-        QCOMPARE(activated.count(), 0);
+        QVERIFY((f.changes ==
+                 std::vector<Fixture::Change>{{TabChange::Kind::Inserted, 2, 2, {}, false, 0}}));
         QCOMPARE(f.view(2)->calls, QStringList{"navigate http://bg/"});
         QCOMPARE(f.state.canGoBack, (std::vector<bool>{false, true, false}));
+        f.tabs.newTab({}, true);
+        QVERIFY((f.changesOf(TabChange::Kind::Activated) ==
+                 std::vector<Fixture::Change>{{TabChange::Kind::Activated, 3, 3, {}, true, 0}}));
     }
 
     void closeAllAndCloseOthers()
@@ -204,8 +248,13 @@ private slots:
         QCOMPARE(f.stage.shown, 2);
 
         f.tabs.newTab({}, true);
+        f.changes.clear();
         f.tabs.closeAllTabs();
         QCOMPARE(f.toolKeys(), QStringList{"tabs-5"});
+        // Neither bulk close lists its tabs as closed one by one.
+        QCOMPARE(f.changesOf(TabChange::Kind::Removed).size(), size_t(2));
+        for (const Fixture::Change& removed : f.changesOf(TabChange::Kind::Removed))
+            QCOMPARE(removed.cause, TabChange::Cause::Bulk);
         QCOMPARE(f.state.currentTab, 5);
         QCOMPARE(f.state.tabView, (std::vector<int>{0, 5}));
         QCOMPARE(f.state.tabCount, 5);
@@ -219,7 +268,11 @@ private slots:
         f.tabs.newTab("http://three/", false);
         f.tabs.pageClosing(2, true); // a frame: ignored
         QCOMPARE(f.strip().count(), 3);
+        f.changes.clear();
         f.tabs.pageClosing(2, false);
+        QVERIFY((f.changes ==
+                 std::vector<Fixture::Change>{{TabChange::Kind::Removed, 2, 2,
+                                               TabChange::Cause::PageInBackground, false, 0}}));
         QCOMPARE(f.toolKeys(), (QStringList{"tabs-1", "tabs-3"}));
         QCOMPARE(f.tag(3), QStringLiteral("2"));
         QCOMPARE(f.state.currentTab, 1);

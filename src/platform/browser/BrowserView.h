@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QString>
 #include <QUrl>
+#include <memory>
 
 class QWidget;
 
@@ -150,7 +151,7 @@ class BrowserViewFactory
 {
 public:
     virtual ~BrowserViewFactory() = default;
-    virtual BrowserView* create(int index) = 0;
+    virtual std::unique_ptr<BrowserView> create(int index) = 0;
     // Where GoHome goes, for every view made before or after.
     virtual void setHomeAddress(const QString& address) = 0;
     // Where typed words that are no address go, for every view: an address

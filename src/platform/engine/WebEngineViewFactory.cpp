@@ -36,9 +36,9 @@ WebEngineViewFactory::WebEngineViewFactory(Dialogs& dialogs)
 {
 }
 
-BrowserView* WebEngineViewFactory::create(int index)
+std::unique_ptr<BrowserView> WebEngineViewFactory::create(int index)
 {
-    return new WebEngineBrowserView(index, engine_);
+    return std::make_unique<WebEngineBrowserView>(index, engine_);
 }
 
 } // namespace platform

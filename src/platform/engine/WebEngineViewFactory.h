@@ -10,7 +10,7 @@ class WebEngineViewFactory : public BrowserViewFactory
 public:
     // Sets the program's proxy up before the engine makes its profile.
     explicit WebEngineViewFactory(Dialogs& dialogs);
-    BrowserView* create(int index) override;
+    std::unique_ptr<BrowserView> create(int index) override;
     void setHomeAddress(const QString& address) override { engine_.setHomeAddress(address); }
     void setSearchAddress(const QString& searchTemplate) override
     {
