@@ -35,7 +35,7 @@ HostedControls::HostedControls(QWidget& window)
 
 void HostedControls::host(commandbar::CommandBar& bar, const commandbar::CommandBarWidgets& widgets)
 {
-    auto put = [&bar](const char* band, const char* tool, QWidget* control) {
+    auto put = [&bar](QLatin1String band, QLatin1String tool, QWidget* control) {
         if (commandbar::Tool* t = bar.tool(band, tool))
             t->setControl(control);
     };

@@ -18,7 +18,7 @@ struct Switch
     const char* name;
     cmd::Command command;
     int fallback;
-    const char* shownBand; // band shown or hidden with the switch, if any
+    QLatin1String shownBand; // band shown or hidden with the switch, if any
 };
 
 using cmd::Command;
@@ -28,11 +28,11 @@ const Switch settingSwitches[] = {
     {"ADDRESSBAR", Command::ShowAddressBar, 1, key::addressBar},
     {"STATUSBAR", Command::ShowStatusBar, 1, key::statusBar},
     {"TOOLSBAR", Command::ShowMainBar, 1, key::mainBar},
-    {"ICONON", Command::FavouriteIcons, 0, nullptr},
-    {"OPENGETBAR", Command::CompanionBar, 0, nullptr},
-    {"BESILENT", Command::Silent, 0, nullptr},
-    {"STOPPOPUP", Command::StopPopups, 0, nullptr},
-    {"KILLPOP", Command::KillPopups, 0, nullptr},
+    {"ICONON", Command::FavouriteIcons, 0, {}},
+    {"OPENGETBAR", Command::CompanionBar, 0, {}},
+    {"BESILENT", Command::Silent, 0, {}},
+    {"STOPPOPUP", Command::StopPopups, 0, {}},
+    {"KILLPOP", Command::KillPopups, 0, {}},
 };
 
 } // namespace
@@ -53,7 +53,7 @@ void Settings::load()
             continue;
         }
         switches::set(bar_, s.command, on);
-        if (s.shownBand)
+        if (!s.shownBand.isEmpty())
             if (commandbar::Band* band = bar_.band(s.shownBand))
                 band->setVisible(on);
     }

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QKeySequence>
 #include <QSet>
+#include <array>
 
 namespace commandbar {
 
@@ -99,6 +100,59 @@ const QHash<QString, DockArea>& dockAreas()
                                                 {QStringLiteral("left"), DockArea::Left},
                                                 {QStringLiteral("right"), DockArea::Right}};
     return areas;
+}
+
+// What a setting's value must be. A band reference is checked against the
+// band it names: a drop-down's band must be a popup, a child's parent a side
+// bar declared before it.
+enum class Value { Text, Flag, Number, Dock, PopupBand, ParentBand };
+
+// One setting of the skin: its name, its value, and what it does to a band or
+// a tool. The one list of the vocabulary, read by the check and the build.
+template <class Target> struct Setting
+{
+    const char* name;
+    Value value;
+    void (*apply)(Target& target, const QString& value);
+};
+
+const std::array<Setting<Band>, 5> bandSettings{{
+    {"caption", Value::Text, [](Band& b, const QString& v) { b.setCaption(v); }},
+    {"hidden", Value::Flag, [](Band& b, const QString&) { b.setVisible(false); }},
+    {"dock", Value::Dock, [](Band& b, const QString& v) { b.setDockArea(dockAreas().value(v)); }},
+    {"line", Value::Number, [](Band& b, const QString& v) { b.setDeclaredLine(v.toInt()); }},
+    {"parent", Value::ParentBand, [](Band& b, const QString& v) { b.setParentKey(v); }},
+}};
+
+// The identifier is taken before the tool is made.
+const std::array<Setting<Tool>, 13> toolSettings{{
+    {"caption", Value::Text, [](Tool& t, const QString& v) { t.setCaption(v); }},
+    {"tip", Value::Text, [](Tool& t, const QString& v) { t.setTooltip(v); }},
+    {"icon", Value::Text, [](Tool& t, const QString& v) { t.setIconName(v); }},
+    {"shortcut", Value::Text, [](Tool& t, const QString& v) { t.setShortcut(v); }},
+    {"tag", Value::Text, [](Tool& t, const QString& v) { t.setTag(v); }},
+    {"check", Value::Flag, [](Tool& t, const QString&) { t.setCheckable(true); }},
+    {"checked", Value::Flag, [](Tool& t, const QString&) { t.setChecked(true); }},
+    {"disabled", Value::Flag, [](Tool& t, const QString&) { t.setEnabled(false); }},
+    {"hidden", Value::Flag, [](Tool& t, const QString&) { t.setVisible(false); }},
+    {"id", Value::Number, [](Tool&, const QString&) {}},
+    {"width", Value::Number, [](Tool& t, const QString& v) { t.setWidth(v.toInt()); }},
+    {"style", Value::Number,
+     [](Tool& t, const QString& v) {
+         t.setDisplayStyle(v.toInt() == 3 ? DisplayStyle::PictureAndCaption
+                                          : DisplayStyle::PictureOrCaption);
+     }},
+    {"band", Value::PopupBand, [](Tool& t, const QString& v) { t.setSubBand(v); }},
+}};
+
+template <class Target, size_t count>
+const Setting<Target>* settingNamed(const std::array<Setting<Target>, count>& settings,
+                                    const QString& name)
+{
+    const auto it = std::find_if(settings.begin(), settings.end(), [&](const Setting<Target>& s) {
+        return name == QLatin1String(s.name);
+    });
+    return it == settings.end() ? nullptr : &*it;
 }
 
 // A parsed declaration, kept until the whole file has been checked.
@@ -208,14 +262,16 @@ public:
             if (band.kind == BandKind::ChildBand && !hasSetting(band.attributes, "parent"))
                 return SkinError{band.line, QStringLiteral("a child band needs parent=")};
             for (const Token& token : band.attributes)
-                if (auto problem = checkBandAttribute(band, token))
+                if (auto problem = checkSetting(bandSettings, token, band.line,
+                                                band.kind == BandKind::ChildBand, "band"))
                     return SkinError{band.line, *problem};
             for (const ToolDecl& tool : band.tools)
                 if (tool.type == ControlType::DropDown && !hasSetting(tool.attributes, "band"))
                     return SkinError{tool.line, QStringLiteral("a drop-down needs band=")};
             for (const ToolDecl& tool : band.tools)
                 for (const Token& token : tool.attributes)
-                    if (auto problem = checkToolAttribute(tool, token))
+                    if (auto problem = checkSetting(toolSettings, token, tool.line,
+                                                    tool.type == ControlType::DropDown, "tool"))
                         return SkinError{tool.line, *problem};
         }
         return checkMenuCycles();
@@ -229,7 +285,7 @@ public:
             band->setCaption(decl.key);
             band->setSourceLine(decl.line);
             for (const Token& token : decl.attributes)
-                applyBandAttribute(*band, token);
+                settingNamed(bandSettings, token.name)->apply(*band, token.value);
             for (const ToolDecl& toolDecl : decl.tools) {
                 int id = nextId++;
                 for (const Token& token : toolDecl.attributes)
@@ -239,7 +295,7 @@ public:
                 probe.setCaption(toolDecl.key);
                 probe.setMarksAccessKey(true);
                 for (const Token& token : toolDecl.attributes)
-                    applyToolAttribute(probe, token);
+                    settingNamed(toolSettings, token.name)->apply(probe, token.value);
                 if (!toolDecl.key.isEmpty() && !bar.collectionTool(toolDecl.key)) {
                     Tool* shared = bar.addTool(toolDecl.key, id, toolDecl.type);
                     shared->setCaption(probe.caption());
@@ -261,60 +317,52 @@ private:
         return ok;
     }
 
-    std::optional<QString> checkBandAttribute(const BandDecl& band, const Token& token) const
+    // Whether the token is a setting the band or tool may have, with a value
+    // of the right kind.
+    template <class Target, size_t count>
+    std::optional<QString> checkSetting(const std::array<Setting<Target>, count>& settings,
+                                        const Token& token, int line, bool bandsAllowed,
+                                        const char* owner) const
     {
         const QString& name = token.name;
-        if (name == QLatin1String("caption") && token.hasValue)
-            return std::nullopt;
-        if (name == QLatin1String("hidden") && !token.hasValue)
-            return std::nullopt;
-        if (name == QLatin1String("dock")) {
-            if (!dockAreas().contains(token.value))
-                return QStringLiteral("dock must be top, bottom, left or right");
-            return std::nullopt;
-        }
-        if (name == QLatin1String("line")) {
-            if (!isNumber(token.value))
-                return QStringLiteral("line must be a whole number");
-            return std::nullopt;
-        }
-        if (name == QLatin1String("parent") && band.kind == BandKind::ChildBand) {
-            const BandDecl* parent = find(token.value);
-            if (!parent || parent->kind != BandKind::SideBar || parent->line > band.line)
-                return QStringLiteral("parent \"%1\" is not a sidebar band declared before")
-                    .arg(token.value);
-            return std::nullopt;
-        }
-        return QStringLiteral("unknown band setting \"%1\"").arg(name);
-    }
-
-    std::optional<QString> checkToolAttribute(const ToolDecl& tool, const Token& token) const
-    {
-        const QString& name = token.name;
-        static const QSet<QString> texts{QStringLiteral("caption"), QStringLiteral("tip"),
-                                         QStringLiteral("icon"), QStringLiteral("shortcut"),
-                                         QStringLiteral("tag")};
-        static const QSet<QString> flags{QStringLiteral("check"), QStringLiteral("checked"),
-                                         QStringLiteral("disabled"), QStringLiteral("hidden")};
-        static const QSet<QString> numbers{QStringLiteral("id"), QStringLiteral("width"),
-                                           QStringLiteral("style")};
-        if (texts.contains(name) && token.hasValue)
-            return std::nullopt;
-        if (flags.contains(name) && !token.hasValue)
-            return std::nullopt;
-        if (numbers.contains(name)) {
+        const QString unknown =
+            QStringLiteral("unknown %1 setting \"%2\"").arg(QLatin1String(owner), name);
+        const Setting<Target>* setting = settingNamed(settings, name);
+        if (!setting)
+            return unknown;
+        switch (setting->value) {
+        case Value::Text:
+            return token.hasValue ? std::nullopt : std::optional(unknown);
+        case Value::Flag:
+            return token.hasValue ? std::optional(unknown) : std::nullopt;
+        case Value::Number:
             if (!isNumber(token.value))
                 return QStringLiteral("%1 must be a whole number").arg(name);
             return std::nullopt;
-        }
-        if (name == QLatin1String("band") && tool.type == ControlType::DropDown) {
+        case Value::Dock:
+            if (!dockAreas().contains(token.value))
+                return QStringLiteral("dock must be top, bottom, left or right");
+            return std::nullopt;
+        case Value::PopupBand: {
+            if (!bandsAllowed)
+                return unknown;
             const BandDecl* target = find(token.value);
             if (!target || target->kind != BandKind::Popup)
                 return QStringLiteral("drop-down opens band \"%1\", which is not a popup band")
                     .arg(token.value);
             return std::nullopt;
         }
-        return QStringLiteral("unknown tool setting \"%1\"").arg(name);
+        case Value::ParentBand: {
+            if (!bandsAllowed)
+                return unknown;
+            const BandDecl* parent = find(token.value);
+            if (!parent || parent->kind != BandKind::SideBar || parent->line > line)
+                return QStringLiteral("parent \"%1\" is not a sidebar band declared before")
+                    .arg(token.value);
+            return std::nullopt;
+        }
+        }
+        return unknown;
     }
 
     static bool hasSetting(const QList<Token>& tokens, const char* name)
@@ -362,51 +410,6 @@ private:
             }
         }
         return std::nullopt;
-    }
-
-    static void applyBandAttribute(Band& band, const Token& token)
-    {
-        const QString& name = token.name;
-        if (name == QLatin1String("caption"))
-            band.setCaption(token.value);
-        else if (name == QLatin1String("hidden"))
-            band.setVisible(false);
-        else if (name == QLatin1String("dock"))
-            band.setDockArea(dockAreas().value(token.value));
-        else if (name == QLatin1String("line"))
-            band.setDeclaredLine(token.value.toInt());
-        else if (name == QLatin1String("parent"))
-            band.setParentKey(token.value);
-    }
-
-    static void applyToolAttribute(Tool& tool, const Token& token)
-    {
-        const QString& name = token.name;
-        if (name == QLatin1String("caption"))
-            tool.setCaption(token.value);
-        else if (name == QLatin1String("tip"))
-            tool.setTooltip(token.value);
-        else if (name == QLatin1String("icon"))
-            tool.setIconName(token.value);
-        else if (name == QLatin1String("shortcut"))
-            tool.setShortcut(token.value);
-        else if (name == QLatin1String("tag"))
-            tool.setTag(token.value);
-        else if (name == QLatin1String("check"))
-            tool.setCheckable(true);
-        else if (name == QLatin1String("checked"))
-            tool.setChecked(true);
-        else if (name == QLatin1String("disabled"))
-            tool.setEnabled(false);
-        else if (name == QLatin1String("hidden"))
-            tool.setVisible(false);
-        else if (name == QLatin1String("width"))
-            tool.setWidth(token.value.toInt());
-        else if (name == QLatin1String("style"))
-            tool.setDisplayStyle(token.value.toInt() == 3 ? DisplayStyle::PictureAndCaption
-                                                          : DisplayStyle::PictureOrCaption);
-        else if (name == QLatin1String("band"))
-            tool.setSubBand(token.value);
     }
 
     QList<BandDecl> bands_;

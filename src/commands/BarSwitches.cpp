@@ -10,7 +10,7 @@ namespace {
 struct BandSwitch
 {
     cmd::Command command;
-    const char* band;
+    QLatin1String band;
 };
 
 const BandSwitch bandSwitches[] = {

@@ -55,7 +55,7 @@ void FullScreen::pageFullScreen(bool on)
 
 void FullScreen::setChecked(bool checked)
 {
-    for (const char* band : {key::viewMenu, key::mainBar})
+    for (const QLatin1String band : {key::viewMenu, key::mainBar})
         if (commandbar::Tool* tool = bar_.tool(band, key::fullScreen))
             tool->setChecked(checked);
 }
@@ -69,7 +69,7 @@ void FullScreen::enter()
         const QRect place = window_.geometry();
         saved_ = {place.x(), place.y(), place.width(), place.height()};
     }
-    for (const char* key : {key::menuBar, key::statusBar})
+    for (const QLatin1String key : {key::menuBar, key::statusBar})
         if (commandbar::Band* band = bar_.band(key))
             band->setVisible(false);
     if (commandbar::Band* main = bar_.band(key::mainBar))
@@ -92,7 +92,7 @@ void FullScreen::leave()
         menu->setVisible(true);
     if (commandbar::Band* main = bar_.band(key::mainBar))
         main->setFloating(false);
-    for (const char* key : {key::addressBar, key::statusBar})
+    for (const QLatin1String key : {key::addressBar, key::statusBar})
         if (commandbar::Band* band = bar_.band(key))
             band->setVisible(true);
     if (commandbar::Band* address = bar_.band(key::addressBar))

@@ -30,7 +30,7 @@ void PageCommands::setWorkOffline(bool offline)
 
 void PageCommands::showOffline()
 {
-    for (const char* band : {key::fileMenu, key::statusBar})
+    for (const QLatin1String band : {key::fileMenu, key::statusBar})
         if (commandbar::Tool* tool = bar_.tool(band, key::workOffline))
             tool->setChecked(connection_.offline());
 }

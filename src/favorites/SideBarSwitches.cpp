@@ -43,7 +43,7 @@ void SideBarSwitches::updateChecks()
 {
     const commandbar::Band* side = bar_.band(key::leftBar);
     const bool shown = side && side->visible();
-    for (const char* band : {key::mainBar, key::viewMenu}) {
+    for (const QLatin1String band : {key::mainBar, key::viewMenu}) {
         if (commandbar::Tool* tool = bar_.tool(band, key::favouritesSwitch))
             tool->setChecked(shown && side->currentChild() == QLatin1String(key::favouritesPage));
         if (commandbar::Tool* tool = bar_.tool(band, key::historySwitch))

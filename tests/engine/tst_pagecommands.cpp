@@ -27,11 +27,11 @@ class PageCommandsTest : public QObject
     Q_OBJECT
     LocalHttpServer server;
 
-    static void click(EngineApp& app, const char* band, const char* key)
+    static void click(EngineApp& app, const QString& band, const QString& key)
     {
         app.window->parts().bar.reportClick(app.window->parts().bar.tool(band, key));
     }
-    static QStringList enabledIn(EngineApp& app, const char* band)
+    static QStringList enabledIn(EngineApp& app, const QString& band)
     {
         QStringList keys;
         const Band* menu = app.window->parts().bar.band(band);
@@ -40,7 +40,7 @@ class PageCommandsTest : public QObject
                 keys << menu->at(i)->key();
         return keys;
     }
-    static QStringList checkedIn(EngineApp& app, const char* band)
+    static QStringList checkedIn(EngineApp& app, const QString& band)
     {
         QStringList keys;
         const Band* menu = app.window->parts().bar.band(band);
@@ -194,7 +194,7 @@ private slots:
         MainWindow& w = *app.window;
         WebEngineBrowserView* view = app.startAt(server.url("/edit.html"), "Edit");
         QVERIFY(view);
-        auto offlineShown = [&](const char* band) {
+        auto offlineShown = [&](const QString& band) {
             return w.parts().bar.tool(band, "b_offline")->checked();
         };
 

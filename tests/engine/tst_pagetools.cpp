@@ -35,7 +35,7 @@ class PageToolsTest : public QObject
     LocalHttpServer server;
     QByteArray ran;
 
-    static void click(EngineApp& app, const char* band, const char* key)
+    static void click(EngineApp& app, const QString& band, const QString& key)
     {
         app.window->parts().bar.reportClick(app.window->parts().bar.tool(band, key));
     }

@@ -46,6 +46,6 @@ struct Frame
         addShutdownSteps(exit, settings, hook, appDir);
         commandbar::SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
     }
-    bool checked(const char* band, const char* tool) { return bar.tool(band, tool)->checked(); }
+    bool checked(const QString& band, const QString& tool) { return bar.tool(band, tool)->checked(); }
     QString ini() { return QString::fromUtf8(readFile(appDir + "Browser.ini")); }
 };

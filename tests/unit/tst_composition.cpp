@@ -63,7 +63,7 @@ private slots:
         FakeApp app({"default.tb2", "lng.ini"});
         QVERIFY(app.window->start(QStringLiteral("http://start.test/")));
         MainWindow::Parts parts = app.window->parts();
-        auto menuCheck = [&](const char* band, const char* key) {
+        auto menuCheck = [&](const QString& band, const QString& key) {
             return parts.bar.tool(band, key)->checked();
         };
         auto boxes = [&] {
@@ -159,7 +159,7 @@ private slots:
         static_cast<FakeBrowserView*>(parts.tabs.currentView())->setTitle("Bread & Butter");
         parts.bar.reportClick(parts.bar.tool(key::fileMenu, key::closeTab));
 
-        auto shownAsWritten = [&](const char* band, const QString& written) {
+        auto shownAsWritten = [&](const QString& band, const QString& written) {
             for (int i = 0; i < parts.bar.band(band)->count(); ++i) {
                 QAction* action = parts.barWidgets->action(parts.bar.band(band)->at(i));
                 const QString text = action->text().section('\t', 0, 0);

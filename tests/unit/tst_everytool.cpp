@@ -186,7 +186,7 @@ const Probe window = [](Window& w) {
         lines << "disabled";
     if (w.app.factory.connectionState.offline())
         lines << "offline";
-    for (const char* key : {key::menuBar, key::mainBar, key::addressBar, key::statusBar}) {
+    for (const QLatin1String key : {key::menuBar, key::mainBar, key::addressBar, key::statusBar}) {
         const Band* band = w.p->bar.band(key);
         if (!band->visible())
             lines << QStringLiteral("hidden ") + key;

@@ -111,7 +111,7 @@ QStringList menuLines(const CommandBar& bar, const CommandBarWidgets& widgets)
     for (; bar.band(keys::favouriteBandKey(n)); ++n)
         list(keys::favouriteBandKey(n), 0);
     lines << QStringLiteral("%1 folders").arg(n - 1);
-    for (const char* bandKey : {key::addressBar, key::viewMenu}) {
+    for (const QLatin1String bandKey : {key::addressBar, key::viewMenu}) {
         const Band& band = *bar.band(bandKey);
         for (int i = 0; i < band.count(); ++i)
             if (band.at(i)->subBand().startsWith("favband"))

@@ -65,8 +65,8 @@ private slots:
     void fullScreenComesBackToTheWindowItLeft()
     {
         CommandsFixture f;
-        auto shown = [&](const char* band) { return f.bar.band(band)->visible(); };
-        auto checked = [&](const char* band) {
+        auto shown = [&](const QString& band) { return f.bar.band(band)->visible(); };
+        auto checked = [&](const QString& band) {
             return f.bar.tool(band, key::fullScreen)->checked();
         };
         auto click = [&] { f.bar.reportClick(f.bar.tool(key::viewMenu, key::fullScreen)); };

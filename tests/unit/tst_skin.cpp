@@ -73,6 +73,16 @@ private slots:
             << "band a toolbar\n button b width=wide\nend" << 2 << "whole number";
         QTest::newRow("unknown setting")
             << "band a toolbar\n button b colour=red\nend" << 2 << "unknown tool setting";
+        QTest::newRow("switch with a value")
+            << "band a toolbar\n button b hidden=1\nend" << 2 << "unknown tool setting \"hidden\"";
+        QTest::newRow("text without one")
+            << "band a toolbar\n button b caption\nend" << 2 << "unknown tool setting \"caption\"";
+        QTest::newRow("a button opens no band")
+            << "band m popup\nend\nband a toolbar\n button b band=m\nend" << 4
+            << "unknown tool setting \"band\"";
+        QTest::newRow("parent of a toolbar") << "band s sidebar\nend\nband a toolbar parent=s\nend"
+                                             << 3 << "unknown band setting \"parent\"";
+        QTest::newRow("dock nowhere") << "band a toolbar dock=middle\nend" << 1 << "dock must be";
         QTest::newRow("dropdown to nowhere")
             << "band a menubar\n dropdown s band=sub_X\nend" << 2 << "not a popup band";
         QTest::newRow("dropdown to a toolbar")
@@ -154,10 +164,10 @@ private slots:
         CommandBar bar;
         const auto error = SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
         QVERIFY2(!error, error ? qPrintable(error->text("default.tb2")) : "");
-        for (const auto& [band, tool] : key::lookedUpTools()) {
-            QVERIFY2(bar.band(band), qPrintable(band));
+        for (const auto& [band, tool] : key::lookups()) {
+            QVERIFY2(bar.band(band), band.data());
             if (!tool.isEmpty())
-                QVERIFY2(bar.tool(band, tool), qPrintable(band + "/" + tool));
+                QVERIFY2(bar.tool(band, tool), qPrintable(band + QLatin1Char('/') + tool));
         }
         for (const char* band :
              {"sub_Edit", "sub_Text", "sub_Favio", "sub_ContentBlock", "sub_Trans", "sub_Blocked"})
