@@ -20,7 +20,7 @@ QStringList LastPages::entries(const QString& text)
     static const QRegularExpression separators(QStringLiteral("[,\r\n]"));
     for (QString field : text.split(separators)) {
         field = field.trimmed();
-        if (field.size() >= 2 && field.startsWith('"') && field.endsWith('"'))
+        if (field.size() >= 2 && field.startsWith(u'"') && field.endsWith(u'"'))
             field = field.mid(1, field.size() - 2);
         if (!field.isEmpty())
             result << field;

@@ -51,7 +51,7 @@ QWidget* OptionsDialog::generalPage()
 QString OptionsDialog::captionOf(cmd::Command command) const
 {
     const commandbar::Tool* tool = bar_.collectionTool(QLatin1String(cmd::keyOf(command)));
-    return tool ? QString(tool->caption()).remove('&') : QString();
+    return tool ? QString(tool->caption()).remove(u'&') : QString();
 }
 
 QWidget* OptionsDialog::switchesPage(std::initializer_list<cmd::Command> switches)

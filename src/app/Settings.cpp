@@ -62,7 +62,7 @@ void Settings::load()
     if (homePage_.isEmpty())
         homePage_ = defaultHomePage;
 
-    searchAddress_ = file.readString(section, searchKey, QLatin1String(defaultSearchAddress));
+    searchAddress_ = file.readString(section, searchKey, defaultSearchAddress);
     historyDays_ = file.readInt(section, historyDaysKey, defaultHistoryDays);
 
     proxies_.start(platform::ReadIniString(fileName(), section, proxyKey));
@@ -85,6 +85,6 @@ bool Settings::save() const
 
 bool Settings::setHomePage(const QString& address)
 {
-    homePage_ = address.isEmpty() ? QString::fromLatin1(defaultHomePage) : address;
+    homePage_ = address.isEmpty() ? QString(defaultHomePage) : address;
     return platform::ProfileFile(fileName()).writeString(section, homeKey, address);
 }

@@ -35,8 +35,8 @@ public:
     // OPENGETBAR: the companion bar opens at start-up (and checks its tool).
     bool companionAtStart() const { return companionAtStart_; }
 
-    static constexpr const char* defaultHomePage = "about:blank";
-    static constexpr const char* defaultSearchAddress = "https://duckduckgo.com/?q={query}";
+    static constexpr QLatin1String defaultHomePage{"about:blank"};
+    static constexpr QLatin1String defaultSearchAddress{"https://duckduckgo.com/?q={query}"};
     static constexpr int defaultHistoryDays = 20;
 
 private:

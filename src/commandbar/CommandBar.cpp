@@ -29,7 +29,7 @@ void Tool::setCaption(const QString& caption)
 
 QString Tool::shownCaption() const
 {
-    return marksAccessKey_ ? caption_ : QString(caption_).replace('&', QLatin1String("&&"));
+    return marksAccessKey_ ? caption_ : QString(caption_).replace(u'&', QLatin1String("&&"));
 }
 
 void Tool::setTooltip(const QString& tooltip)

@@ -73,11 +73,11 @@ void showProperties(platform::Dialogs& dialogs, BrowserView& view)
             QStringLiteral("Properties"),
             {{QStringLiteral("Title"), asked->title()},
              {QStringLiteral("Address"), address},
-             {QStringLiteral("Type"), facts.value("type").toString()},
+             {QStringLiteral("Type"), facts.value(QStringLiteral("type")).toString()},
              {QStringLiteral("Size"),
-              QLocale().formattedDataSize(qint64(facts.value("size").toDouble()))},
-             {QStringLiteral("Character set"), facts.value("charset").toString()},
-             {QStringLiteral("Modified"), facts.value("modified").toString()},
+              QLocale().formattedDataSize(qint64(facts.value(QStringLiteral("size")).toDouble()))},
+             {QStringLiteral("Character set"), facts.value(QStringLiteral("charset")).toString()},
+             {QStringLiteral("Modified"), facts.value(QStringLiteral("modified")).toString()},
              {QStringLiteral("Connection"), lockText(asked->security().lockLevel())}});
     });
 }

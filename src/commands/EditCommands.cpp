@@ -49,7 +49,7 @@ void EditCommands::updateMenu()
     const int tab = state_.currentTab;
     platform::BrowserView* view = tabs_.view(tab);
     for (const EditEntry& entry : entries) {
-        const char* key = cmd::keyOf(entry.command);
+        const QLatin1String key = cmd::keyOf(entry.command);
         commandbar::Tool* tool = bar_.tool(key::editMenu, key);
         if (!tool)
             continue;

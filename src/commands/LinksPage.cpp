@@ -16,7 +16,7 @@ const QString guard =
 QString escaped(const QString& text)
 {
     QString out = text.toHtmlEscaped();
-    return out.replace('\'', QLatin1String("&#39;"));
+    return out.replace(u'\'', QLatin1String("&#39;"));
 }
 
 // Tag names come from the page's own elements; anything but a plain name is
@@ -24,7 +24,7 @@ QString escaped(const QString& text)
 QString tagName(const QString& tag)
 {
     for (QChar c : tag)
-        if (!c.isLetterOrNumber() && c != '-' && c != '_' && c != ':' && c != '.')
+        if (!c.isLetterOrNumber() && c != u'-' && c != u'_' && c != u':' && c != u'.')
             return QStringLiteral("A");
     return tag.isEmpty() ? QStringLiteral("A") : tag;
 }

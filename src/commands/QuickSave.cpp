@@ -23,7 +23,7 @@ bool QuickSave::writeRecord(const QString& name, const QString& record) const
     QDir().mkpath(savedFilesFolder());
     QFile file(savedFilesFolder() + name);
     return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-           file.write((record + '\n').toUtf8()) >= 0;
+           file.write((record + u'\n').toUtf8()) >= 0;
 }
 
 void QuickSave::save(platform::BrowserView& view)

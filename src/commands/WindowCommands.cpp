@@ -14,8 +14,9 @@ using cmd::Command;
 
 QString aboutText()
 {
-    return QCoreApplication::applicationVersion() + '\n' + QStringLiteral("A tabbed web browser.") +
-           '\n' + QStringLiteral("Copyright (C) 2026 the QUB-BROWSER developers. ") +
+    return QCoreApplication::applicationVersion() + u'\n' +
+           QStringLiteral("A tabbed web browser.") + u'\n' +
+           QStringLiteral("Copyright (C) 2026 the QUB-BROWSER developers. ") +
            QStringLiteral("QUB-BROWSER is free software.");
 }
 

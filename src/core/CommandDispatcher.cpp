@@ -14,7 +14,7 @@ void CommandDispatcher::on(cmd::Command command, Handler handler)
 {
     Handler& slot = commands_[size_t(command)];
     if (slot) {
-        qWarning("command %s registered twice", cmd::keyOf(command));
+        qWarning("command %s registered twice", cmd::keyOf(command).data());
         return;
     }
     slot = std::move(handler);

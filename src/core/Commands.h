@@ -4,6 +4,7 @@
 // registers the handlers of its own commands with the CommandDispatcher; a
 // key without a handler does nothing. Generated tools (tabs, favourites,
 // blocked windows...) are found by the prefix routes after the fixed keys.
+#include <QLatin1String>
 #include <QStringView>
 #include <array>
 
@@ -192,9 +193,9 @@ constexpr const CommandInfo& info(Command id)
     return commandTable[size_t(id)];
 }
 
-constexpr const char* keyOf(Command id)
+constexpr QLatin1String keyOf(Command id)
 {
-    return info(id).key;
+    return QLatin1String(info(id).key);
 }
 
 // The first command whose key equals key exactly; nullptr for none.

@@ -40,9 +40,9 @@ void AddFavouriteDialog::fillFolders(const QString& select)
     QHash<QString, QTreeWidgetItem*> made;
     for (const QString& path : organiser_.folders()) {
         const QString folder = QDir::cleanPath(path);
-        QTreeWidgetItem* parent = made.value(folder.left(folder.lastIndexOf('/')));
+        QTreeWidgetItem* parent = made.value(folder.left(folder.lastIndexOf(u'/')));
         auto* item = parent ? new QTreeWidgetItem(parent) : new QTreeWidgetItem(folders_);
-        item->setText(0, folder == root_ ? QStringLiteral("Favorites") : folder.section('/', -1));
+        item->setText(0, folder == root_ ? QStringLiteral("Favorites") : folder.section(u'/', -1));
         item->setIcon(0, QIcon::fromTheme(QStringLiteral("folder")));
         item->setData(0, Qt::UserRole, folder);
         made.insert(folder, item);
@@ -69,7 +69,7 @@ void AddFavouriteDialog::newFolder()
         dialogs_.message(problem, platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::Warning);
         return;
     }
-    fillFolders(folder() + '/' + name.trimmed());
+    fillFolders(folder() + u'/' + name.trimmed());
 }
 
 void AddFavouriteDialog::accept()

@@ -24,8 +24,8 @@ constexpr Starter starters[] = {
 
 FavouritesFolder::FavouritesFolder(QString root) : root_(std::move(root))
 {
-    if (!root_.endsWith('/'))
-        root_ += '/';
+    if (!root_.endsWith(u'/'))
+        root_ += u'/';
 }
 
 QString FavouritesFolder::userRoot()

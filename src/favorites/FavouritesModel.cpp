@@ -2,6 +2,7 @@
 #include "FavouritesOrganiser.h"
 #include "FavouritesStore.h"
 #include "InternetShortcut.h"
+#include "core/ToolKeys.h"
 #include "platform/NarrowText.h"
 
 namespace {
@@ -101,8 +102,8 @@ QVariant FavouritesModel::data(const QModelIndex& index, int role) const
         return favourite ? favouritePicture_ : folderPicture_;
     case KeyRole:
         if (item.kind == FavouriteItem::Kind::Folder)
-            return QStringLiteral("favband") + QString::number(item.number);
-        return favourite ? QStringLiteral("K") + QString::number(item.number) : QString();
+            return keys::favouriteBandKey(item.number);
+        return favourite ? QString(u'K' + QString::number(item.number)) : QString();
     case EntryRole:
         return favourite ? item.number : 0;
     case PathRole:

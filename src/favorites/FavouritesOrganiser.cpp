@@ -24,14 +24,15 @@ FavouritesOrganiser::FavouritesOrganiser(QString root) : root_(clean(root)) {}
 bool FavouritesOrganiser::inside(const QString& path) const
 {
     const QString full = clean(path);
-    return full == root_ || full.startsWith(root_ + '/');
+    return full == root_ || full.startsWith(root_ + u'/');
 }
 
 QString FavouritesOrganiser::checkedName(const QString& name) const
 {
     const QString trimmed = name.trimmed();
-    if (trimmed.isEmpty() || trimmed == "." || trimmed == ".." || trimmed.contains('/') ||
-        trimmed.contains(QChar(0)) || trimmed.toUtf8().size() > maxNameBytes)
+    if (trimmed.isEmpty() || trimmed == QStringLiteral(".") || trimmed == QStringLiteral("..") ||
+        trimmed.contains(u'/') || trimmed.contains(QChar(0)) ||
+        trimmed.toUtf8().size() > maxNameBytes)
         return QStringLiteral("\"%1\" cannot be the name of a favourite or folder.").arg(name);
     return {};
 }
@@ -42,7 +43,7 @@ QString FavouritesOrganiser::createFolder(const QString& parent, const QString& 
         return outside;
     if (QString problem = checkedName(name); !problem.isEmpty())
         return problem;
-    const QString target = clean(parent) + '/' + name.trimmed();
+    const QString target = clean(parent) + u'/' + name.trimmed();
     if (QFileInfo::exists(target))
         return taken.arg(name.trimmed());
     if (!QDir().mkdir(target))
@@ -59,7 +60,7 @@ QString FavouritesOrganiser::addFavourite(const QString& folder, const QString& 
     if (QString problem = checkedName(name); !problem.isEmpty())
         return problem;
     const QString file = name.trimmed() + QStringLiteral(".url");
-    const QString target = clean(folder) + '/' + file;
+    const QString target = clean(folder) + u'/' + file;
     if (QFileInfo::exists(target))
         return taken.arg(file);
     if (!platform::ProfileFile(target).writeString(QStringLiteral("InternetShortcut"),
@@ -94,9 +95,9 @@ QString FavouritesOrganiser::renamedPath(const QString& path, const QString& nam
     const QFileInfo entry(clean(path));
     QString newName = name.trimmed();
     if (entry.isFile() && !entry.suffix().isEmpty() &&
-        !newName.endsWith('.' + entry.suffix(), Qt::CaseInsensitive))
-        newName += '.' + entry.suffix();
-    return entry.absolutePath() + '/' + newName;
+        !newName.endsWith(u'.' + entry.suffix(), Qt::CaseInsensitive))
+        newName += u'.' + entry.suffix();
+    return entry.absolutePath() + u'/' + newName;
 }
 
 QString FavouritesOrganiser::move(const QString& path, const QString& folder) const
@@ -106,9 +107,9 @@ QString FavouritesOrganiser::move(const QString& path, const QString& folder) co
     if (!inside(from) || !inside(to) || from == root_ || !QFileInfo::exists(from) ||
         !QFileInfo(to).isDir())
         return outside;
-    if (to == from || to.startsWith(from + '/'))
+    if (to == from || to.startsWith(from + u'/'))
         return QStringLiteral("A folder cannot be moved into itself.");
-    const QString target = to + '/' + QFileInfo(from).fileName();
+    const QString target = to + u'/' + QFileInfo(from).fileName();
     if (target == from)
         return {};
     if (QFileInfo::exists(target))

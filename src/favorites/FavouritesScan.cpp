@@ -53,7 +53,7 @@ void FavouritesScan::rename(int entry, const QString& path)
     const int item = itemOf(entry);
     if (item < 0)
         return;
-    const QString name = path.mid(path.lastIndexOf('/') + 1);
+    const QString name = path.mid(path.lastIndexOf(u'/') + 1);
     items_[size_t(item)].path = path;
     items_[size_t(item)].name = name.left(name.size() - 4);
 }

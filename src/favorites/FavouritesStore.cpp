@@ -59,8 +59,8 @@ bool FavouritesStore::rename(int entry, const QString& oldName, const QString& n
     if (!extension.isEmpty() && stem.endsWith(extension, Qt::CaseInsensitive))
         stem.chop(extension.size());
     const QString name = stem + extension;
-    const QString target = file.absolutePath() + '/' + name;
-    const bool fits = !newName.isEmpty() && !stem.isEmpty() && !name.contains('/') &&
+    const QString target = file.absolutePath() + u'/' + name;
+    const bool fits = !newName.isEmpty() && !stem.isEmpty() && !name.contains(u'/') &&
                       !name.contains(QChar(0)) && name != QLatin1String(".") &&
                       name != QLatin1String("..");
     if (!fits || (target != path && (QFileInfo::exists(target) || !QDir().rename(path, target)))) {
@@ -78,6 +78,6 @@ QString FavouritesStore::sanitizeTitle(QString title)
 {
     // "?/\<>|" only: the asterisk, the colon and the quote have always stayed.
     for (QChar c : QStringLiteral("?/\\<>|"))
-        title.replace(c, ' ');
+        title.replace(c, u' ');
     return title;
 }

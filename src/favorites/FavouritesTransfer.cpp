@@ -33,9 +33,10 @@ bool writeShortcut(const QString& folder, const QString& path, const QString& ad
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return false;
     QString clean = address;
-    clean.remove('\r').remove('\n').remove(QChar(0));
-    const bool written =
-        file.write(("[" + section + "]\r\n" + urlKey + "=" + clean + "\r\n").toUtf8()) > 0;
+    clean.remove(u'\r').remove(u'\n').remove(QChar(0));
+    const bool written = file.write((u'[' + section + QStringLiteral("]\r\n") + urlKey + u'=' +
+                                     clean + QStringLiteral("\r\n"))
+                                        .toUtf8()) > 0;
     file.close();
     if (written && QFile::rename(temporary, path))
         return true;
@@ -52,9 +53,9 @@ QString FavouritesTransfer::fileName(const QString& name)
     QString safe = FavouritesStore::sanitizeTitle(name.left(nameBytes));
     for (QChar& c : safe)
         if (c.unicode() < 0x20 || c.unicode() == 0x7F)
-            c = ' ';
+            c = u' ';
     safe = safe.simplified();
-    while (safe.startsWith('.'))
+    while (safe.startsWith(u'.'))
         safe = safe.mid(1).trimmed();
     while (safe.toUtf8().size() > nameBytes || (!safe.isEmpty() && safe.back().isHighSurrogate()))
         safe.chop(1);
@@ -92,7 +93,7 @@ void FavouritesTransfer::importFolder(const Bookmark& folder, const QString& pat
         for (int n = 1; n <= 1000 && name.isEmpty(); ++n) {
             const QString candidate =
                 (n == 1 ? base : QStringLiteral("%1 (%2)").arg(base).arg(n)) + extension;
-            const QFileInfo there(path + '/' + candidate);
+            const QFileInfo there(path + u'/' + candidate);
             if (entry.folder ? (!there.exists() || there.isDir())
                              : (!there.exists() ||
                                 (there.isFile() &&
@@ -101,7 +102,7 @@ void FavouritesTransfer::importFolder(const Bookmark& folder, const QString& pat
         }
         if (name.isEmpty())
             continue;
-        const QString target = path + '/' + name;
+        const QString target = path + u'/' + name;
         if (entry.folder) {
             if (!QFileInfo(target).isDir()) {
                 if (!QDir().mkdir(target)) {

@@ -12,9 +12,9 @@ constexpr qint64 largest = 4 << 20;
 
 void write(const QString& folder, const QStringList& names)
 {
-    QSaveFile file(folder + '/' + FolderOrder::fileName);
+    QSaveFile file(folder + u'/' + FolderOrder::fileName);
     if (file.open(QIODevice::WriteOnly)) {
-        file.write((names.join('\n') + '\n').toUtf8());
+        file.write((names.join(u'\n') + u'\n').toUtf8());
         file.commit();
     }
 }
@@ -25,12 +25,12 @@ namespace FolderOrder {
 
 QStringList read(const QString& folder)
 {
-    QFile file(folder + '/' + fileName);
+    QFile file(folder + u'/' + fileName);
     if (!file.open(QIODevice::ReadOnly) || file.size() > largest)
         return {};
-    QStringList names = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    QStringList names = QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
     for (QString& name : names)
-        if (name.endsWith('\r'))
+        if (name.endsWith(u'\r'))
             name.chop(1);
     return names;
 }

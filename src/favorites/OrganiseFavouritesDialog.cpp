@@ -144,7 +144,7 @@ void OrganiseFavouritesDialog::moveSelected()
     const QString problem = organiser_.move(path, folders[chosen]);
     report(problem);
     if (problem.isEmpty())
-        select(folders[chosen] + '/' + QFileInfo(path).fileName());
+        select(folders[chosen] + u'/' + QFileInfo(path).fileName());
 }
 
 void OrganiseFavouritesDialog::deleteSelected()

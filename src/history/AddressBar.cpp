@@ -46,7 +46,7 @@ QString AddressBar::narrowTrim(const QString& text)
     if (text.size() <= 4)
         return text;
     QString head = text.left(4);
-    while (head.startsWith(' '))
+    while (head.startsWith(u' '))
         head.remove(0, 1);
     return head + text.mid(4);
 }

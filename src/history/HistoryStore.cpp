@@ -83,7 +83,7 @@ QStringList completeFrom(QSqlDatabase& db, const QString& text, int limit)
     // The site range uses its index; then the text anywhere, most recent first.
     collect(QStringLiteral("SELECT url FROM urls WHERE site >= ? AND site < ?"
                            " ORDER BY last_visited DESC LIMIT ?"),
-            {typed, typed + QChar(0xFFFF)});
+            {typed, QString(typed + QChar(0xFFFF))});
     const QString words = text.trimmed().toLower();
     if (found.size() < limit)
         collect(QStringLiteral("SELECT url FROM (SELECT url, title FROM urls"
@@ -95,8 +95,8 @@ QStringList completeFrom(QSqlDatabase& db, const QString& text, int limit)
         collect(QStringLiteral("SELECT urls.url FROM urls_text JOIN urls ON urls.rowid ="
                                " urls_text.rowid WHERE urls_text MATCH ?"
                                " ORDER BY urls.last_visited DESC LIMIT ?"),
-                {QLatin1Char('"') + QString(words).replace('"', QLatin1String("\"\"")) +
-                 QLatin1Char('"')});
+                {QString(QLatin1Char(u'"') + QString(words).replace(u'"', QLatin1String("\"\"")) +
+                         QLatin1Char('"'))});
     return found;
 }
 

@@ -14,7 +14,7 @@ QStringList commandOf(const QString& exec)
     QStringList words;
     for (const QString& word : QProcess::splitCommand(exec)) {
         // A field code stands for files or addresses the program is not given.
-        if (word.size() == 2 && word.startsWith('%'))
+        if (word.size() == 2 && word.startsWith(u'%'))
             continue;
         QString plain = word;
         words << plain.replace(QStringLiteral("%%"), QStringLiteral("%"));
@@ -28,21 +28,21 @@ DesktopEntry DesktopEntry::parse(const QString& text)
 {
     DesktopEntry entry;
     bool inEntry = false;
-    for (const QString& raw : text.split('\n')) {
+    for (const QString& raw : text.split(u'\n')) {
         const QString line = raw.trimmed();
-        if (line.startsWith('[')) {
+        if (line.startsWith(u'[')) {
             inEntry = line == QLatin1String("[Desktop Entry]");
             continue;
         }
-        const qsizetype equals = line.indexOf('=');
-        if (!inEntry || line.startsWith('#') || equals <= 0)
+        const qsizetype equals = line.indexOf(u'=');
+        if (!inEntry || line.startsWith(u'#') || equals <= 0)
             continue;
         const QString key = line.left(equals).trimmed();
         const QString value = line.mid(equals + 1).trimmed();
         if (key == QLatin1String("Name"))
             entry.name = value;
         else if (key == QLatin1String("Categories"))
-            entry.categories = value.split(';', Qt::SkipEmptyParts);
+            entry.categories = value.split(u';', Qt::SkipEmptyParts);
         else if (key == QLatin1String("Exec"))
             entry.command = commandOf(value);
         else if (key == QLatin1String("NoDisplay") || key == QLatin1String("Hidden"))

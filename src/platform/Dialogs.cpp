@@ -107,11 +107,11 @@ int QtDialogs::chooseItem(const QString& prompt, const QStringList& items)
 
 QString qtFileFilter(const QString& filter)
 {
-    const QStringList parts = filter.split('|');
+    const QStringList parts = filter.split(u'|');
     QStringList filters;
     for (int i = 0; i + 1 < parts.size(); i += 2) {
         QString patterns = parts[i + 1];
-        filters << QStringLiteral("%1 (%2)").arg(parts[i], patterns.replace(';', ' '));
+        filters << QStringLiteral("%1 (%2)").arg(parts[i], patterns.replace(u';', u' '));
     }
     return filters.join(QStringLiteral(";;"));
 }
@@ -131,7 +131,7 @@ void QtDialogs::showDetails(const QString& title, const Rows& rows)
         text->setTextFormat(Qt::PlainText);
         text->setTextInteractionFlags(Qt::TextSelectableByMouse);
         text->setWordWrap(true);
-        layout->addRow(name + ':', text);
+        layout->addRow(name + u':', text);
     }
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, &dialog);
     layout->addRow(buttons);

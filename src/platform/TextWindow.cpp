@@ -38,7 +38,7 @@ QString TextWindow::text() const
 bool TextWindow::saveAs()
 {
     const QString suggested = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) +
-                              '/' + QString(windowTitle()).replace('/', '_') +
+                              u'/' + QString(windowTitle()).replace(u'/', u'_') +
                               QStringLiteral(".txt");
     const QString path = dialogs_.saveFileName(QStringLiteral("Save Text As"), suggested);
     return !path.isEmpty() && write(path);

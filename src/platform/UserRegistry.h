@@ -27,7 +27,7 @@ private:
 
 // Where the addresses typed into the address bar are kept: "url1" is the
 // newest, "url2" the one before...
-inline constexpr const char* typedUrlsKey = "Software\\QUB-BROWSER\\TypedURLs";
+inline constexpr QLatin1String typedUrlsKey{"Software\\QUB-BROWSER\\TypedURLs"};
 inline constexpr int maxTypedUrls = 25;
 
 // Records an address typed into the address bar as the newest, once.

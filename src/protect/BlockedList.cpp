@@ -28,7 +28,7 @@ int BlockedList::count() const
     if (!counter)
         return 0;
     const QString& caption = counter->caption();
-    return keys::leadingValue(QStringView(caption).mid(caption.indexOf(':') + 1));
+    return keys::leadingValue(QStringView(caption).mid(caption.indexOf(u':') + 1));
 }
 
 // A count of 0 leaves the label alone: nothing was blocked, so none is shown.
@@ -38,7 +38,7 @@ void BlockedList::setCount(int count)
         return;
     if (commandbar::Tool* counter =
             bar_.tool(QLatin1String(key::statusBar), QLatin1String(key::blockedCountTool)))
-        counter->setCaption(counter->caption().left(counter->caption().indexOf(':') + 1) +
+        counter->setCaption(counter->caption().left(counter->caption().indexOf(u':') + 1) +
                             QString::number(count));
 }
 

@@ -40,7 +40,7 @@ bool KillList::add(const QString& address)
     QSaveFile file(fileName());
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
         return false;
-    file.write((QStringList(addresses_) << address.trimmed()).join('\n').toUtf8() + '\n');
+    file.write((QStringList(addresses_) << address.trimmed()).join(u'\n').toUtf8().append('\n'));
     if (!file.commit())
         return false;
     addresses_ << address.trimmed();
@@ -55,7 +55,7 @@ bool KillList::lists(const QUrl& url) const
     while (!host.isEmpty()) {
         if (hosts_.contains(host))
             return true;
-        const qsizetype dot = host.indexOf('.');
+        const qsizetype dot = host.indexOf(u'.');
         host = dot < 0 ? QString() : host.mid(dot + 1);
     }
     return false;

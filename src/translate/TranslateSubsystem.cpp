@@ -41,7 +41,7 @@ void TranslateSubsystem::start(const QString& editCaption)
         tool.setCaption(caption);
         bar_.insertTool(*menu, tool);
     };
-    const char* edit = cmd::keyOf(cmd::Command::EditTranslations);
+    const QLatin1String edit = cmd::keyOf(cmd::Command::EditTranslations);
     add(QLatin1String(edit), 1398, commandbar::ControlType::Button,
         editCaption.isEmpty() ? QStringLiteral("Edit Translation List...") : editCaption);
     add(QStringLiteral("spe_sTans1"), 1399, commandbar::ControlType::Separator, {});

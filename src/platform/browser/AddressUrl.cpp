@@ -64,7 +64,7 @@ QString getDomain(const QString& url)
     const qsizetype start = slashes < 0 ? 1 : slashes + 2;
     if (start >= url.size())
         return {};
-    const qsizetype end = url.indexOf('/', start);
+    const qsizetype end = url.indexOf(u'/', start);
     return url.mid(start, end < 0 ? -1 : end - start);
 }
 

@@ -18,7 +18,7 @@ namespace {
 QString stateText(const QWebEngineDownloadRequest& download)
 {
     const QString path =
-        QDir::toNativeSeparators(download.downloadDirectory() + '/' + download.downloadFileName());
+        QDir::toNativeSeparators(download.downloadDirectory() + u'/' + download.downloadFileName());
     switch (download.state()) {
     case QWebEngineDownloadRequest::DownloadCompleted:
         return QStringLiteral("Saved to %1").arg(path);

@@ -48,7 +48,8 @@ void EngineDocument::write(const QString& html)
 void EngineDocument::removeContent(bool pictures, bool flash)
 {
     const QString call = QStringLiteral("window.qubRemoveContent && qubRemoveContent(%1, %2)");
-    page_.runJavaScript(call.arg(pictures ? "true" : "false", flash ? "true" : "false"),
+    page_.runJavaScript(call.arg(QLatin1String(pictures ? "true" : "false"),
+                                 QLatin1String(flash ? "true" : "false")),
                         QWebEngineScript::ApplicationWorld);
 }
 
