@@ -95,7 +95,9 @@ inline void clickPage(platform::WebEngineBrowserView* view, QPoint point)
     QVERIFY(surface);
     QTRY_VERIFY(surface->isVisible());
     // A page shown again after its tab was parked takes a moment to be drawn
-    // and hit-tested; clicks before that are lost.
+    // and hit-tested, and a page just loaded to connect the page agent that
+    // reports its clicks, which tells of neither; clicks before that are lost.
+    QVERIFY(drawn(view));
     QTest::qWait(1000);
     // A finger holds the button down a moment; the page hears the press first.
     QTest::mousePress(surface, Qt::LeftButton, {}, point);

@@ -25,3 +25,13 @@ inline QVariant ask(platform::BrowserView* view, const QString& script)
         return QStringLiteral("no answer");
     return *answer;
 }
+
+// Waits until the page has drawn two frames from now: it is on screen, laid
+// out and hit-tested, so input sent to it reaches its content.
+inline bool drawn(platform::BrowserView* view)
+{
+    ask(view, QStringLiteral("window.qubFrames = 0; requestAnimationFrame(() =>"
+                             " requestAnimationFrame(() => { window.qubFrames = 2; })); 0"));
+    return QTest::qWaitFor(
+        [&] { return ask(view, QStringLiteral("window.qubFrames")).toInt() == 2; }, 20000);
+}

@@ -235,7 +235,7 @@ private slots:
         const int height = strip->sizeHint().height();
         tab->setPicture(loadingPicture(1, parts.bar.pagePicture()));
         QCOMPARE(strip->sizeHint().height(), height);
-        QTest::qWait(250);
+        QTRY_VERIFY(strip->updatesEnabled());
         for (int i = 1; i <= 20; ++i)
             tab->setCaption(QStringLiteral("Page %1").arg(i));
         QCOMPARE(parts.barWidgets->action(tab)->text(), "Page 20");
