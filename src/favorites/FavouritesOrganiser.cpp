@@ -19,7 +19,7 @@ QString clean(const QString& path)
 
 } // namespace
 
-FavouritesOrganiser::FavouritesOrganiser(QString root) : root_(clean(root)) {}
+FavouritesOrganiser::FavouritesOrganiser(const QString& root) : root_(clean(root)) {}
 
 bool FavouritesOrganiser::inside(const QString& path) const
 {

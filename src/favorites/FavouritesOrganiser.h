@@ -15,7 +15,7 @@ public:
     // the 255 bytes of a file name.
     static constexpr int maxNameBytes = 250;
 
-    explicit FavouritesOrganiser(QString root);
+    explicit FavouritesOrganiser(const QString& root);
 
     // Each returns an empty text when done, else the message to show.
     QString createFolder(const QString& parent, const QString& name) const;

@@ -46,7 +46,7 @@ bool writeShortcut(const QString& folder, const QString& path, const QString& ad
 
 } // namespace
 
-FavouritesTransfer::FavouritesTransfer(QString root) : root_(QDir::cleanPath(std::move(root))) {}
+FavouritesTransfer::FavouritesTransfer(const QString& root) : root_(QDir::cleanPath(root)) {}
 
 QString FavouritesTransfer::fileName(const QString& name)
 {

@@ -13,7 +13,7 @@ class FavouritesScan;
 class FavouritesTransfer
 {
 public:
-    explicit FavouritesTransfer(QString root);
+    explicit FavouritesTransfer(const QString& root);
 
     struct Result
     {

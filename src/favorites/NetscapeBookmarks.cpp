@@ -8,7 +8,7 @@ namespace {
 QString textOf(xmlNode* node)
 {
     xmlChar* content = xmlNodeGetContent(node);
-    const QString text = QString::fromUtf8(reinterpret_cast<const char*>(content)).simplified();
+    QString text = QString::fromUtf8(reinterpret_cast<const char*>(content)).simplified();
     xmlFree(content);
     return text;
 }
@@ -16,7 +16,7 @@ QString textOf(xmlNode* node)
 QString attribute(xmlNode* node, const char* name)
 {
     xmlChar* value = xmlGetProp(node, reinterpret_cast<const xmlChar*>(name));
-    const QString text = QString::fromUtf8(reinterpret_cast<const char*>(value)).trimmed();
+    QString text = QString::fromUtf8(reinterpret_cast<const char*>(value)).trimmed();
     xmlFree(value);
     return text;
 }
@@ -131,7 +131,7 @@ Bookmark readNetscapeBookmarks(const QByteArray& html, int maxDepth)
 
 static void writeFolder(QByteArray& out, const Bookmark& folder, int depth)
 {
-    const QByteArray indent(4 * depth, ' ');
+    const QByteArray indent(qsizetype(4) * depth, ' ');
     out += indent + "<DL><p>\n";
     for (const Bookmark& entry : folder.children) {
         out += indent + "    <DT>";

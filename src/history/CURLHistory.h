@@ -17,8 +17,8 @@ class URLHistoryItem
 {
 public:
     // zone is the system's time zone as it was when the list was read.
-    URLHistoryItem(HistoryRecord record, QTimeZone zone)
-        : record_(std::move(record)), zone_(std::move(zone))
+    URLHistoryItem(HistoryRecord record, const QTimeZone& zone)
+        : record_(std::move(record)), zone_(zone)
     {
     }
 

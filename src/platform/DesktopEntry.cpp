@@ -58,9 +58,9 @@ DesktopEntry installedApplication(const QString& category)
         for (const QFileInfo& file :
              QDir(folder).entryInfoList({QStringLiteral("*.desktop")}, QDir::Files, QDir::Name)) {
             QFile source(file.filePath());
-            if (file.size() > 1024 * 1024 || !source.open(QIODevice::ReadOnly))
+            if (file.size() > qint64(1024) * 1024 || !source.open(QIODevice::ReadOnly))
                 continue;
-            const DesktopEntry entry = DesktopEntry::parse(QString::fromUtf8(source.readAll()));
+            DesktopEntry entry = DesktopEntry::parse(QString::fromUtf8(source.readAll()));
             if (!entry.hidden && !entry.command.isEmpty() && entry.categories.contains(category))
                 return entry;
         }

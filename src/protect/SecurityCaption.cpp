@@ -3,15 +3,15 @@
 QString securityCaption(const QString& labels, int state)
 {
     // Positions from 1, as the cuts are stated; 0 when there is no "|".
-    const int p1 = labels.indexOf(QLatin1Char('|')) + 1;
-    const int p2 = p1 > 0 ? labels.indexOf(QLatin1Char('|'), p1) + 1 : 0;
+    const qsizetype p1 = labels.indexOf(QLatin1Char('|')) + 1;
+    const qsizetype p2 = p1 > 0 ? labels.indexOf(QLatin1Char('|'), p1) + 1 : 0;
     switch (state) {
     case 0:
-        return labels.left(std::max(p1 - 1, 0));
+        return labels.left(std::max(p1 - 1, qsizetype(0)));
     case 1:
         return labels.mid(p1, p1);
     case 2:
-        return labels.mid(p2, std::max(int(labels.size()) - p2 - 1, 0));
+        return labels.mid(p2, std::max(labels.size() - p2 - 1, qsizetype(0)));
     case 3:
         return QStringLiteral("40-bit");
     case 4:

@@ -7,7 +7,7 @@ namespace proxy {
 
 namespace {
 
-constexpr qsizetype maxHead = 64 * 1024;
+constexpr qsizetype maxHead = qsizetype(64) * 1024;
 
 bool headerIs(const QByteArray& line, const char* name)
 {
@@ -240,13 +240,11 @@ void ProxyTunnel::upstreamConnected()
 {
     if (rerouted())
         return;
-    if (!upstreamProxy_) {
-        reached();
-    } else if (upstreamProxy_->kind == ProxyEntry::Kind::Socks5) {
+    if (upstreamProxy_ && upstreamProxy_->kind == ProxyEntry::Kind::Socks5) {
         const bool login = !upstreamProxy_->user.isEmpty();
         upstream_->write(login ? QByteArray("\x05\x02\x00\x02", 4) : QByteArray("\x05\x01\x00", 3));
         state_ = State::SocksGreeting;
-    } else if (tunnel_) {
+    } else if (upstreamProxy_ && tunnel_) {
         upstream_->write(outgoing_);
         state_ = State::UpstreamReply;
     } else {
@@ -346,7 +344,7 @@ void ProxyTunnel::readSocks()
     }
     if (upstreamBuffer_.size() < 5)
         return;
-    const int kind = upstreamBuffer_[3];
+    const int kind = static_cast<unsigned char>(upstreamBuffer_[3]);
     const qsizetype length = kind == 1   ? 10
                              : kind == 4 ? 22
                              : kind == 3 ? 7 + quint8(upstreamBuffer_[4])
