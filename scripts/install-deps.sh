@@ -7,7 +7,7 @@ packages=(g++ cmake ninja-build ccache libgl-dev libxml2-dev
           qt6-base-dev libqt6sql6-sqlite qt6-multimedia-dev qt6-webchannel-dev qt6-webengine-dev libqt6webenginecore6-bin qt6-qpa-plugins libqt6svg6
           adwaita-icon-theme fonts-dejavu-core)
 if [ "${1:-}" = test ]; then
-    packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick libssl3 clang libclang-rt-14-dev clang-tidy)
+    packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick libssl3 clang libclang-rt-14-dev clang-tidy clazy)
 fi
 
 missing=()

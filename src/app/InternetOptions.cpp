@@ -7,7 +7,7 @@
 #include "platform/browser/BrowserView.h"
 
 namespace {
-const QString titleEnding = QStringLiteral(" - Lunched By QUBBROWSER");
+constexpr QLatin1String titleEnding{" - Lunched By QUBBROWSER"};
 } // namespace
 
 InternetOptions::InternetOptions(QWidget& window, Settings& settings,

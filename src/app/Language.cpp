@@ -4,7 +4,7 @@
 #include "platform/ini/ProfileFile.h"
 
 namespace {
-const QString section = QStringLiteral("QUB_Main");
+constexpr QLatin1String section{"QUB_Main"};
 }
 
 QString Language::text(const QString& key) const

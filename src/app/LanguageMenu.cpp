@@ -14,8 +14,8 @@
 #include <QSaveFile>
 
 namespace {
-const QString section = QStringLiteral("QUB_Main");
-const QString activeName = QStringLiteral("lng.ini");
+constexpr QLatin1String section{"QUB_Main"};
+constexpr QLatin1String activeName{"lng.ini"};
 
 QString languageName(const QString& path)
 {

@@ -17,7 +17,7 @@
 #include <QVBoxLayout>
 
 namespace {
-const QString skinName = QStringLiteral("default.tb2");
+constexpr QLatin1String skinName{"default.tb2"};
 } // namespace
 
 MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platform::Shell& shell,

@@ -7,11 +7,11 @@
 
 namespace {
 
-const QString section = QStringLiteral("QUB-BROWSER");
-const QString proxyKey = QStringLiteral("PROXY_IP");
-const QString homeKey = QStringLiteral("HOMEPAGE");
-const QString searchKey = QStringLiteral("SEARCHURL");
-const QString historyDaysKey = QStringLiteral("HISTORYDAYS");
+constexpr QLatin1String section{"QUB-BROWSER"};
+constexpr QLatin1String proxyKey{"PROXY_IP"};
+constexpr QLatin1String homeKey{"HOMEPAGE"};
+constexpr QLatin1String searchKey{"SEARCHURL"};
+constexpr QLatin1String historyDaysKey{"HISTORYDAYS"};
 
 struct Switch
 {

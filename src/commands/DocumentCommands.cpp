@@ -36,7 +36,7 @@ platform::PrintingFacet::SaveFormat formatFor(const QString& path)
 }
 
 // The facts of the properties box, gathered in one question to the page.
-const QString propertiesScript = QStringLiteral(R"((() => {
+constexpr QLatin1String propertiesScript{R"((() => {
   const nav = performance.getEntriesByType('navigation')[0];
   return JSON.stringify({
     type: document.contentType,
@@ -45,7 +45,7 @@ const QString propertiesScript = QStringLiteral(R"((() => {
     modified: document.lastModified,
     charset: document.characterSet
   });
-})())");
+})())"};
 
 QString lockText(int level)
 {
@@ -84,16 +84,16 @@ void showProperties(platform::Dialogs& dialogs, BrowserView& view)
 
 // The body's "scroll" attribute says whether the page scrolls; the engine no
 // longer reads it, so the page's overflow follows it.
-const QString scrollBarsScript = QStringLiteral(R"((() => {
+constexpr QLatin1String scrollBarsScript{R"((() => {
   const body = document.body;
   if (!body) return;
   const off = body.getAttribute('scroll') !== 'no';
   body.setAttribute('scroll', off ? 'no' : 'yes');
   document.documentElement.style.overflow = off ? 'hidden' : '';
-})())");
+})())"};
 
-const QString designModeScript = QStringLiteral(
-    "document.designMode = document.designMode.toLowerCase() === 'on' ? 'off' : 'on'");
+constexpr QLatin1String designModeScript{
+    "document.designMode = document.designMode.toLowerCase() === 'on' ? 'off' : 'on'"};
 
 } // namespace
 

@@ -9,9 +9,9 @@
 
 namespace {
 
-const QString guard =
-    QStringLiteral("<meta http-equiv=\"Content-Security-Policy\" content=\"script-src 'none'; "
-                   "object-src 'none'; frame-src 'none'; base-uri 'none'; form-action 'none'\">");
+constexpr QLatin1String guard{
+    "<meta http-equiv=\"Content-Security-Policy\" content=\"script-src 'none'; "
+    "object-src 'none'; frame-src 'none'; base-uri 'none'; form-action 'none'\">"};
 
 QString escaped(const QString& text)
 {

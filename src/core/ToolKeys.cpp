@@ -6,8 +6,8 @@
 namespace keys {
 
 namespace {
-const QString tabPrefix = QStringLiteral("tabs-");
-const QString blockedPrefix = QStringLiteral("blocked-");
+constexpr QLatin1String tabPrefix{"tabs-"};
+constexpr QLatin1String blockedPrefix{"blocked-"};
 } // namespace
 
 int leadingValue(QStringView text)

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr int captionBytes = 40;
-const QString disabledCaption = QStringLiteral("— Empty —");
+constexpr QStringView disabledCaption = u"— Empty —";
 
 bool isLinksFolder(const QString& name)
 {

@@ -13,8 +13,8 @@ QIcon picture(const QString& path, const QString& themeName)
     return file.isNull() ? QIcon::fromTheme(themeName) : file;
 }
 
-const QString folderTheme = QStringLiteral("folder");
-const QString favouriteTheme = QStringLiteral("text-html");
+constexpr QLatin1String folderTheme{"folder"};
+constexpr QLatin1String favouriteTheme{"text-html"};
 
 } // namespace
 

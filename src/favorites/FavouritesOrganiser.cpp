@@ -9,8 +9,8 @@
 
 namespace {
 
-const QString outside = QStringLiteral("That entry is not in the favourites folder.");
-const QString taken = QStringLiteral("An entry named \"%1\" is already there.");
+constexpr QLatin1String outside{"That entry is not in the favourites folder."};
+constexpr QLatin1String taken{"An entry named \"%1\" is already there."};
 
 QString clean(const QString& path)
 {

@@ -9,7 +9,7 @@
 
 namespace {
 
-const QString emptyCaption = QStringLiteral("— NONE —");
+constexpr QStringView emptyCaption = u"— NONE —";
 
 bool isMenuFolder(const QFileInfo& entry)
 {
@@ -113,5 +113,12 @@ void FavouritesScan::readFolder(const QString& folder, int parent, int depth)
              {}});
     }
     if (parent >= 0 && items_[size_t(parent)].children.empty())
-        add({FavouriteItem::Kind::Empty, emptyCaption, {}, parent, favouriteCount(), 1, 0, {}});
+        add({FavouriteItem::Kind::Empty,
+             emptyCaption.toString(),
+             {},
+             parent,
+             favouriteCount(),
+             1,
+             0,
+             {}});
 }

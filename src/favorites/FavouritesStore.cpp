@@ -77,7 +77,7 @@ bool FavouritesStore::rename(int entry, const QString& oldName, const QString& n
 QString FavouritesStore::sanitizeTitle(QString title)
 {
     // "?/\<>|" only: the asterisk, the colon and the quote have always stayed.
-    for (QChar c : QStringLiteral("?/\\<>|"))
+    for (const QChar c : QStringView(u"?/\\<>|"))
         title.replace(c, u' ');
     return title;
 }

@@ -18,11 +18,12 @@
 namespace {
 // Pairs of description and patterns: bookmark files first, as every browser
 // writes them, then everything.
-const QString bookmarkFilter = QStringLiteral("Bookmark files|*.html;*.htm|All files|*.*");
+constexpr QLatin1String bookmarkFilter{"Bookmark files|*.html;*.htm|All files|*.*"};
 // The tool's caption without its menu mnemonic.
 QString dialogTitle(const commandbar::Tool& tool)
 {
-    return QString(tool.caption()).remove(QRegularExpression(QStringLiteral("&(?!&)")));
+    static const QRegularExpression mnemonic(QStringLiteral("&(?!&)"));
+    return QString(tool.caption()).remove(mnemonic);
 }
 
 } // namespace

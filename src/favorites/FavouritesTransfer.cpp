@@ -14,8 +14,8 @@ namespace {
 // A name's bytes, leaving room for a number and the extension within the 255
 // bytes a file name may have.
 constexpr int nameBytes = 200;
-const QString section = QStringLiteral("InternetShortcut");
-const QString urlKey = QStringLiteral("URL");
+constexpr QLatin1String section{"InternetShortcut"};
+constexpr QLatin1String urlKey{"URL"};
 
 // Firefox's smart bookmarks ("place:" queries of its own history) open
 // nowhere else.

@@ -22,7 +22,7 @@ DragToOpen::DragToOpen(QComboBox& box, QWidget& pageIcon, Tabs& tabs, const Ever
 
 bool DragToOpen::opensFromDrag(const QString& address)
 {
-    return address.left(8).contains(QLatin1String("://"));
+    return QStringView(address).left(8).contains(u"://");
 }
 
 void DragToOpen::draggedOut(platform::BrowserView* view, const QString& address)

@@ -19,8 +19,8 @@
 
 namespace {
 // Pairs of description and patterns; the second pair is kept as it has always been.
-const QString openFileFilter = QStringLiteral(
-    "*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*");
+constexpr QLatin1String openFileFilter{
+    "*.HTML;*.HTM|*.HTML;*.HTM|*.XML;*.SML|*.XML;*.SML|*.MHT;*.MHT|*.MHT;*.MHT|*.*|*.*"};
 } // namespace
 
 HistorySubsystem::HistorySubsystem(QComboBox& box, QWidget& pageIcon, commandbar::CommandBar& bar,

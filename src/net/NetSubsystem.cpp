@@ -40,7 +40,7 @@ NetSubsystem::NetSubsystem(QWidget& window, MainState& state, commandbar::Comman
     });
     commands.on(cmd::Command::OpenFromCompanion, [this](const CommandContext&) {
         const QString text = channel_.text();
-        if (text.left(8).contains(QLatin1String("://")))
+        if (QStringView(text).left(8).contains(u"://"))
             tabs_.newTab(text, true);
     });
     QObject::connect(&channel_, &CompanionChannel::changed, &channel_,

@@ -32,7 +32,7 @@ std::optional<ProxyEntry> ProxyEntry::parse(const QString& text, QString* proble
     if (colon < 0 || colon < authority.lastIndexOf(QLatin1Char(']')))
         return refuse("it names no port");
     bool number = false;
-    const uint port = authority.mid(colon + 1).toUInt(&number);
+    const uint port = QStringView(authority).mid(colon + 1).toUInt(&number);
     if (!number || port == 0 || port > 65535)
         return refuse("its port is not a number from 1 to 65535");
     if (!url.isValid() || url.host().isEmpty())

@@ -209,8 +209,7 @@ void CommandBarWidgets::removeAction(Band* band, int index)
         return;
     toolActions_.remove(action);
     pendingStatus_.remove(tool);
-    for (auto it = buttonTools_.begin(); it != buttonTools_.end();)
-        it = it.value() == tool ? buttonTools_.erase(it) : std::next(it);
+    buttonTools_.removeIf([tool](const auto& entry) { return entry.value() == tool; });
     shortcuts_.remove(tool);
     if (auto* control = qobject_cast<QWidget*>(tool->control()))
         control->setParent(nullptr);
@@ -254,7 +253,8 @@ void CommandBarWidgets::flushStatus()
         statusCalm_.stop();
         return;
     }
-    for (Tool* tool : std::exchange(pendingStatus_, {}))
+    const QSet<Tool*> pending = std::exchange(pendingStatus_, {});
+    for (Tool* tool : pending)
         updateAction(tool);
 }
 

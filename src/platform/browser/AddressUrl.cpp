@@ -32,16 +32,18 @@ bool isAddress(const QString& typed)
         QStringLiteral("^(/|~/|\\.{1,2}/|[A-Za-z]:[\\\\/])"));
     if (pathPattern.match(text).hasMatch())
         return true;
-    if (text.contains(QRegularExpression(QStringLiteral("\\s"))))
+    static const QRegularExpression space(QStringLiteral("\\s"));
+    if (text.contains(space))
         return false;
     if (text.startsWith(QLatin1Char('[')))
         return true; // an IPv6 host
-    const QString host = text.section(QRegularExpression(QStringLiteral("[/?#]")), 0, 0);
+    static const QRegularExpression pathStart(QStringLiteral("[/?#]"));
+    const QString host = text.section(pathStart, 0, 0);
     const qsizetype colon = host.indexOf(QLatin1Char(':'));
     const QString name = colon < 0 ? host : host.left(colon);
     if (colon >= 0) {
         bool numeric = false;
-        host.mid(colon + 1).toUInt(&numeric);
+        static_cast<void>(QStringView(host).mid(colon + 1).toUInt(&numeric));
         if (!numeric)
             return false;
     }

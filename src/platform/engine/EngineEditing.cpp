@@ -35,7 +35,7 @@ namespace {
 
 // What the focused element allows, read from the element itself: the
 // document's own answers change once the menu has taken the focus.
-const QString fieldState = QStringLiteral(R"((() => {
+constexpr QLatin1String fieldState{R"((() => {
   const e = document.activeElement;
   const field = !!e && (e.tagName === 'TEXTAREA' || e.tagName === 'INPUT');
   const typed = field && !e.readOnly && !e.disabled &&
@@ -46,7 +46,7 @@ const QString fieldState = QStringLiteral(R"((() => {
         ? e.selectionStart !== e.selectionEnd : getSelection().type === 'Range',
     secret: field && e.type === 'password'
   };
-})())");
+})())"};
 
 QString enabledScript(EditCommand command)
 {

@@ -61,17 +61,14 @@ void EnginePrinting::printPreview()
     previewing_ = true;
     const std::unique_ptr<QPrinter> printer = newPrinter();
     QPrintPreviewDialog preview(printer.get(), &view_);
-    // The preview paints synchronously; the engine prints asynchronously.
+    // The preview paints synchronously; the engine prints asynchronously, or
+    // at once when it refuses: queued, the end reaches the loop either way.
     connect(&preview, &QPrintPreviewDialog::paintRequested, this, [this](QPrinter* target) {
-        bool finished = false;
         QEventLoop loop;
-        connect(&view_, &QWebEngineView::printFinished, &loop, [&] {
-            finished = true;
-            loop.quit();
-        });
+        connect(&view_, &QWebEngineView::printFinished, &loop, &QEventLoop::quit,
+                Qt::QueuedConnection);
         view_.print(target);
-        if (!finished)
-            loop.exec();
+        loop.exec();
     });
     {
         BrowserView::Prompt waiting(owner_);

@@ -100,7 +100,7 @@ Lines readLines(const QString& path)
     QStringDecoder check(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
     // The decoder decodes only when its result is taken; stateless, so that a
     // sequence cut off at the end counts as an error.
-    const QString decoded = check.decode(bytes);
+    static_cast<void>(QString(check.decode(bytes)));
     lines.encoding = check.hasError() ? Lines::Encoding::Latin1 : Lines::Encoding::Utf8;
     if (!bytes.isEmpty() && !bytes.contains("\r\n"))
         lines.crlf = false;
