@@ -167,17 +167,16 @@ void TabStrip::retire(int index, int position, TabChange::Cause cause)
         return;
     std::unique_ptr<BrowserView> owned = node.mapped()->releaseView();
     BrowserView& v = *owned;
+    v.retire();
     stage_.park(v);
     v.setSilent(true);
     if (!v.locationUrl().isEmpty())
         v.stop();
     // Destroying a view ends its page; only a view that a prompt keeps alive
     // has its page emptied first (emptying a hundred pages made Close All
-    // take seconds). Either way it answers nobody any more.
+    // take seconds).
     if (v.busy() && v.hasDocument())
         v.clearDocument();
-    else
-        v.blockSignals(true);
     v.widget()->hide();
     // The view may be the sender of the signal that led here, or be waiting
     // for the user inside a prompt of its page.

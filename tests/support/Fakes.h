@@ -45,6 +45,7 @@ public:
     ReadyState readyState() const override { return state_; }
     void setSilent(bool silent) override { silent_ = silent; }
     bool silent() const override { return silent_; }
+    void retire() override { blockSignals(true); }
     void clearDocument() override { calls << QStringLiteral("clear"); }
     void focusPage() override { ++focusCalls; }
     void exitFullScreen() override { calls << QStringLiteral("exit full screen"); }

@@ -76,7 +76,11 @@ public:
     // A silent view shows no script dialogs of its pages.
     virtual void setSilent(bool silent) = 0;
     virtual bool silent() const = 0;
-    // Empties the page and stops it reporting anything: used on retirement.
+    // From its tab's close on, the view reports nothing and every answer of
+    // its page still on its way is dropped: the engine may deliver one until
+    // the page itself is gone.
+    virtual void retire() = 0;
+    // Empties the page of a retired view.
     virtual void clearDocument() = 0;
     virtual void focusPage() = 0;
     // Takes the page's element out of full screen, if it is in it.

@@ -346,11 +346,14 @@ bool WebEngineBrowserView::silent() const
     return page_->silent;
 }
 
-void WebEngineBrowserView::clearDocument()
+void WebEngineBrowserView::retire()
 {
-    // A retired view answers nobody any more.
     *alive_ = false;
     blockSignals(true);
+}
+
+void WebEngineBrowserView::clearDocument()
+{
     page_->setHtml(QString());
 }
 

@@ -46,6 +46,7 @@ public:
     ReadyState readyState() const override { return readyState_; }
     void setSilent(bool silent) override;
     bool silent() const override;
+    void retire() override;
     void clearDocument() override;
     void focusPage() override;
     void exitFullScreen() override;
