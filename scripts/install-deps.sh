@@ -1,25 +1,51 @@
 #!/bin/bash
-# Installs the Debian 12 packages that building (and, with "test", testing)
-# QUB-BROWSER needs; does nothing when they are all there.
+# Installs the packages that building (and, with "test", testing) QUB-BROWSER
+# needs on Debian 12 or 13 or Ubuntu 24.04; does nothing when they are all
+# there. Where the releases name a package differently, "a|b" takes the first
+# name the package lists know.
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache libgl-dev libxml2-dev
           qt6-base-dev libqt6sql6-sqlite qt6-multimedia-dev qt6-webchannel-dev qt6-webengine-dev libqt6webenginecore6-bin qt6-qpa-plugins libqt6svg6
           adwaita-icon-theme fonts-dejavu-core)
 if [ "${1:-}" = test ]; then
-    packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick libssl3 clang libclang-rt-14-dev clang-tidy clazy)
+    packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick "libssl3|libssl3t64" clang libclang-rt-dev clang-tidy clazy)
 fi
+
+sudo=()
+[ "$(id -u)" -eq 0 ] || sudo=(sudo)
+export DEBIAN_FRONTEND=noninteractive
+updated=false
+known() {
+    [ -n "$(apt-cache show --no-all-versions "$1" 2> /dev/null)" ]
+}
+installed() {
+    dpkg-query -W -f='${Status}' "$1" 2> /dev/null | grep -q '^install ok installed'
+}
+# Sets package to the name this release uses of the alternatives in $1.
+pick() {
+    local name names
+    IFS='|' read -ra names <<< "$1"
+    for name in "${names[@]}"; do
+        installed "$name" && { package=$name; return; }
+    done
+    if ! $updated; then
+        "${sudo[@]}" apt-get update -qq
+        updated=true
+    fi
+    for name in "${names[@]}"; do
+        known "$name" && { package=$name; return; }
+    done
+    package=${names[0]}
+}
 
 missing=()
 for package in "${packages[@]}"; do
-    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q '^install ok installed' \
-        || missing+=("$package")
+    [[ $package == *'|'* ]] && pick "$package"
+    installed "$package" || missing+=("$package")
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
 
 echo "Installing: ${missing[*]}"
-sudo=()
-[ "$(id -u)" -eq 0 ] || sudo=(sudo)
-export DEBIAN_FRONTEND=noninteractive
-"${sudo[@]}" apt-get update -qq
+$updated || "${sudo[@]}" apt-get update -qq
 "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -3,8 +3,10 @@
 
 QDateTime URLHistoryItem::localised(qint64& millis) const
 {
-    millis += qint64(zone_.offsetFromUtc(QDateTime::fromMSecsSinceEpoch(millis, Qt::UTC))) * 1000;
-    const QDateTime wall = QDateTime::fromMSecsSinceEpoch(millis, Qt::UTC);
+    millis +=
+        qint64(zone_.offsetFromUtc(QDateTime::fromMSecsSinceEpoch(millis, QTimeZone::utc()))) *
+        1000;
+    const QDateTime wall = QDateTime::fromMSecsSinceEpoch(millis, QTimeZone::utc());
     return QDateTime(wall.date(), wall.time(), zone_);
 }
 

@@ -205,7 +205,8 @@ private slots:
         EngineApp app;
         QVERIFY(app.window->start({}));
         MainWindow& w = app.withThreeBlankTabs();
-        // Right-click tab 1 while tab 3 shows, then choose Close Tab in its menu.
+        // Right-click tab 1 while tab 3 shows, then choose Close Tab in its menu
+        // (from the keyboard: Qt 6.8's menus take no synthetic mouse moves).
         QToolButton* first = app.tabButton(1);
         QTest::mouseMove(first);
         QTRY_COMPARE(w.parts().state.targetTab, 1);
@@ -216,10 +217,8 @@ private slots:
         QTRY_VERIFY(menu->isVisible());
         QAction* close =
             w.parts().barWidgets->action(w.parts().bar.tool(key::tabMenu, key::closeTab));
-        const QPoint item = menu->actionGeometry(close).center();
-        QTest::mouseMove(menu, item);
-        QTRY_COMPARE(menu->activeAction(), close);
-        QTest::mouseClick(menu, Qt::LeftButton, {}, item);
+        menu->setActiveAction(close);
+        QTest::keyClick(menu, Qt::Key_Return);
         QTRY_COMPARE(app.tabKeys(), (QStringList{"tabs-2", "tabs-3"}));
 
         // Leaving the tabs disarms the tab menu.
