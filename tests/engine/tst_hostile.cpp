@@ -1,14 +1,16 @@
 // Hostile pages on the real engine: the window keeps answering, a dialog
-// storm ends after a few dialogs, and nothing a page forges counts as the
-// user's click. The longest pause of the event loop is measured and logged;
-// a pause of seconds, a hang, fails.
+// storm ends after a few dialogs, nothing a page forges counts as the user's
+// click, and a page opened from disk reads no other file. The longest pause of the event loop is
+// measured and logged; a pause of seconds, a hang, fails.
 #include "platform/browser/ScriptDialogLimit.h"
 #include "support/EngineApp.h"
+#include "support/Files.h"
 #include "support/LocalHttpServer.h"
 #include "support/LoopWatch.h"
 #include "support/TestMain.h"
 
 #include <QSignalSpy>
+#include <QTemporaryDir>
 
 using namespace platform;
 
@@ -128,6 +130,27 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, 20000);
         for (const QList<QVariant>& click : clicks)
             QVERIFY(!click[0].value<PageClick>().trusted);
+    }
+
+    // A saved or downloaded page is opened from disk, beside the user's files.
+    void localFilesStayLocal()
+    {
+        QTemporaryDir dir;
+        writeFile(dir.filePath("secret.txt"), "TOPSECRET");
+        writeFile(dir.filePath("steal.html"), R"(<title>start</title><script>
+            const read = (address) => new Promise((done) => {
+              const x = new XMLHttpRequest();
+              x.onload = () => done('READ ' + x.responseText.length);
+              x.onerror = () => done('BLOCKED');
+              try { x.open('GET', address); x.send(); } catch (e) { done('BLOCKED'); }
+            });
+            Promise.all([read('secret.txt'), read('./')])
+                .then((answers) => { document.title = answers.join(','); });
+            </script>)");
+        EngineApp app;
+        BrowserView* view = app.startAt(QUrl::fromLocalFile(dir.filePath("steal.html")).toString(),
+                                        "BLOCKED,BLOCKED");
+        QVERIFY2(view, qPrintable(app.engineView(1)->title()));
     }
 };
 

@@ -17,6 +17,8 @@ EngineProfile::EngineProfile(Dialogs& dialogs)
 {
     profile_->settings()->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
     profile_->settings()->setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
+    // A page opened from disk (saved, downloaded) reads no other file.
+    profile_->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
     installPageAgent(*profile_);
     downloads_ = new DownloadManager(*profile_, dialogs_);
     offline_ = new OfflineSwitch;
