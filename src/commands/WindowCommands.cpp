@@ -9,6 +9,7 @@
 #include "platform/browser/BrowserView.h"
 
 #include <QCoreApplication>
+#include <QUrl>
 
 using cmd::Command;
 
@@ -20,10 +21,13 @@ QString aboutText()
            QStringLiteral("QUB-BROWSER is free software.");
 }
 
+// Each field encoded whole: a page's address or title must not add fields of
+// its own (an attachment, a hidden recipient) to the message.
 QString mailText(const QString& to, const QString& subject, const QString& body)
 {
-    return QStringLiteral("mailto:") + to + QStringLiteral("?subject=") + subject +
-           QStringLiteral("&body=") + body;
+    return QStringLiteral("mailto:") + QString::fromLatin1(QUrl::toPercentEncoding(to, "@")) +
+           QStringLiteral("?subject=") + QString::fromLatin1(QUrl::toPercentEncoding(subject)) +
+           QStringLiteral("&body=") + QString::fromLatin1(QUrl::toPercentEncoding(body));
 }
 
 namespace {

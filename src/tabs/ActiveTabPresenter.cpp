@@ -9,15 +9,31 @@
 #include "core/Keys.h"
 #include "platform/Clock.h"
 
+#include <QRegularExpression>
 #include <cmath>
 
 using platform::BrowserView;
 
 namespace {
 
+// Spaces show only after the host, and user-info never: an address cannot
+// push its real host out of sight behind a name of its choosing.
 QString shownAddress(const BrowserView& view)
 {
-    return view.locationUrl().replace(QLatin1String("%20"), QLatin1String(" "));
+    QString address = view.locationUrl();
+    const qsizetype schemeEnd = address.indexOf(QLatin1String("://"));
+    const qsizetype hostStart = schemeEnd < 0 ? 0 : schemeEnd + 3;
+    static const QRegularExpression pathStart(QStringLiteral("[/?#]"));
+    qsizetype hostEnd = schemeEnd < 0 ? 0 : address.indexOf(pathStart, hostStart);
+    if (hostEnd < 0)
+        hostEnd = address.size();
+    if (const qsizetype at = address.lastIndexOf(u'@', hostEnd - 1);
+        schemeEnd >= 0 && at >= hostStart) {
+        address.remove(hostStart, at + 1 - hostStart);
+        hostEnd -= at + 1 - hostStart;
+    }
+    return address.left(hostEnd) +
+           address.mid(hostEnd).replace(QLatin1String("%20"), QLatin1String(" "));
 }
 
 } // namespace

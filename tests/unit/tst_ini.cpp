@@ -101,6 +101,10 @@ private slots:
                      mark + QByteArray(QStringEncoder(encoding).encode(QString::fromUtf8(
                                 "; caf\u00e9\r\n[S]\r\nK=\u4e2d\r\n[New]\r\nN=n\r\n"))));
         }
+        // A value from a page never starts a line of its own.
+        const QString typed = write("[S]\n");
+        QVERIFY(ProfileFile(typed).writeString("S\n[T]", "url1\r\nx=y", "a\nurl2=javascript:b"));
+        QCOMPARE(readFile(typed), QByteArray("[S]\n[S [T]]\nurl1  x=y=a url2=javascript:b\n"));
         const ProfileFile missing(dir.filePath(QStringLiteral("none/absent.ini")));
         QCOMPARE(missing.readString("S", "K", "d"), QStringLiteral("d"));
         QVERIFY(!missing.writeString("S", "K", "v"));

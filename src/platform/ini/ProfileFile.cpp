@@ -170,9 +170,20 @@ std::optional<QString> lookup(const QString& path, const QString& section, const
 
 // Replaces the key's line in the section, or adds it after the section's last
 // entry, or adds the section at the end.
-void setEntry(Lines& lines, const QString& section, const QString& key, const QString& value)
+// A line break in a value written would start an entry of the writer's
+// choosing (a dropped text becoming typed addresses).
+QString oneLine(QString text)
 {
-    const QString newLine = key + QLatin1Char('=') + value;
+    for (const QChar c : {u'\r', u'\n', u'\0'})
+        text.replace(c, u' ');
+    return text;
+}
+
+void setEntry(Lines& lines, const QString& rawSection, const QString& rawKey, const QString& value)
+{
+    const QString section = oneLine(rawSection);
+    const QString key = oneLine(rawKey);
+    const QString newLine = key + QLatin1Char('=') + oneLine(value);
     qsizetype sectionStart = -1;
     qsizetype insertAt = -1;
     for (qsizetype i = 0; i < lines.text.size(); ++i) {
