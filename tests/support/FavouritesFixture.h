@@ -10,7 +10,14 @@
 
 #include <QDir>
 #include <QMainWindow>
+#include <QStandardPaths>
 #include <QTest>
+
+// Deletes go to the trash, which lives in the data folder.
+inline bool makeTrashFolder()
+{
+    return QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation));
+}
 
 inline QStringList entries(const QString& folder)
 {

@@ -83,12 +83,7 @@ class FavouritesMenusTest : public QObject
 {
     Q_OBJECT
 private slots:
-    void initTestCase()
-    {
-        // Deletes go to the trash, which lives in the data folder.
-        QVERIFY(
-            QDir().mkpath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)));
-    }
+    void initTestCase() { QVERIFY(makeTrashFolder()); }
     void init() { testsupport::failOnUnexpectedWarnings(); }
 
     void menusAndTreeFollowTheFolder()
