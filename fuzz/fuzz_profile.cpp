@@ -10,11 +10,13 @@
 
 namespace {
 
-// True when the key's line can be written and read back as it was given.
+// True when the key's line can be written and read back as it was given:
+// a line break or NUL is written as a space, so it cannot.
 bool plain(const QString& section, const QString& key, const QString& value)
 {
     for (const QString& s : {section, key, value})
-        if (s.contains('\n') || s.contains('\r') || s != s.trimmed() || s.startsWith(QChar(0xFEFF)))
+        if (s.contains('\n') || s.contains('\r') || s.contains(QChar(0)) || s != s.trimmed() ||
+            s.startsWith(QChar(0xFEFF)))
             return false;
     if (section.contains(']') || key.isEmpty() || key.contains('=') || key.startsWith(';') ||
         key.startsWith('['))

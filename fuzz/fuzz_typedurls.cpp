@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const QString address = QString::fromUtf8(parts[0]).trimmed();
     platform::recordTypedUrl(registry, address);
     if (address.isEmpty() || address.contains('\r') || address.contains('\n') ||
-        address.size() > 1023 || address.startsWith(QChar(0xFEFF)) ||
+        address.contains(QChar(0)) || address.size() > 1023 || address.startsWith(QChar(0xFEFF)) ||
         !fuzz::holds(parts[1], {address}) ||
         (address.size() >= 2 && (address.front() == '"' || address.front() == '\'') &&
          address.back() == address.front()))
