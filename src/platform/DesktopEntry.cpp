@@ -51,16 +51,21 @@ DesktopEntry DesktopEntry::parse(const QString& text)
     return entry;
 }
 
+DesktopEntry DesktopEntry::load(const QString& path)
+{
+    QFile source(path);
+    if (source.size() > qint64(1024) * 1024 || !source.open(QIODevice::ReadOnly))
+        return {};
+    return parse(QString::fromUtf8(source.readAll()));
+}
+
 DesktopEntry installedApplication(const QString& category)
 {
     for (const QString& folder :
          QStandardPaths::standardLocations(QStandardPaths::ApplicationsLocation)) {
         for (const QFileInfo& file :
              QDir(folder).entryInfoList({QStringLiteral("*.desktop")}, QDir::Files, QDir::Name)) {
-            QFile source(file.filePath());
-            if (file.size() > qint64(1024) * 1024 || !source.open(QIODevice::ReadOnly))
-                continue;
-            DesktopEntry entry = DesktopEntry::parse(QString::fromUtf8(source.readAll()));
+            DesktopEntry entry = DesktopEntry::load(file.filePath());
             if (!entry.hidden && !entry.command.isEmpty() && entry.categories.contains(category))
                 return entry;
         }

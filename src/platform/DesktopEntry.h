@@ -17,6 +17,8 @@ struct DesktopEntry
     bool hidden = false;
 
     static DesktopEntry parse(const QString& text);
+    // The entry of a file; an empty entry when it cannot be read or is huge.
+    static DesktopEntry load(const QString& path);
 };
 
 // The first application installed on this desktop in the category (as

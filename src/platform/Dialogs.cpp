@@ -16,6 +16,7 @@ Dialogs::Answer QtDialogs::message(const QString& text, Buttons buttons, Icon ic
 {
     QMessageBox box(parent_);
     box.setWindowTitle(title.isEmpty() ? QStringLiteral("QUB-BROWSER") : title);
+    box.setTextFormat(Qt::PlainText);
     box.setText(text);
     switch (icon) {
     case Icon::Information:
@@ -73,6 +74,7 @@ bool QtDialogs::credentials(const QString& prompt, QString& user, QString& passw
     dialog.setWindowTitle(QStringLiteral("Sign in"));
     auto* layout = new QFormLayout(&dialog);
     auto* text = new QLabel(prompt, &dialog);
+    text->setTextFormat(Qt::PlainText);
     text->setWordWrap(true);
     layout->addRow(text);
     auto* userBox = new QLineEdit(user, &dialog);
@@ -91,10 +93,18 @@ bool QtDialogs::credentials(const QString& prompt, QString& user, QString& passw
     return true;
 }
 
-QString QtDialogs::inputText(const QString& prompt, const QString& suggested)
+bool QtDialogs::editText(const QString& prompt, QString& text, const QString& title)
 {
-    return QInputDialog::getText(parent_, QStringLiteral("QUB-BROWSER"), prompt, QLineEdit::Normal,
-                                 suggested);
+    QInputDialog dialog(parent_);
+    dialog.setWindowTitle(title.isEmpty() ? QStringLiteral("QUB-BROWSER") : title);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(text);
+    for (QLabel* label : dialog.findChildren<QLabel*>())
+        label->setTextFormat(Qt::PlainText);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    text = dialog.textValue();
+    return true;
 }
 
 int QtDialogs::chooseItem(const QString& prompt, const QStringList& items)

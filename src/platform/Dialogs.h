@@ -1,6 +1,8 @@
 #pragma once
 // Message boxes and the few questions the program asks; QtDialogs shows real
-// ones and tests answer from a script.
+// ones and tests answer from a script. Every text is shown as plain text: a
+// page's words reach them, and markup would let a page dress a dialog up and
+// put links in it.
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -26,8 +28,15 @@ public:
                                  const QString& filter = {}) = 0;
     // A user name and password for prompt; false when cancelled.
     virtual bool credentials(const QString& prompt, QString& user, QString& password) = 0;
+    // A line of text the user may change, starting from text; false when
+    // cancelled. Titled with title, or the program's name when empty.
+    virtual bool editText(const QString& prompt, QString& text, const QString& title = {}) = 0;
     // A line of text, starting from suggested; empty when cancelled.
-    virtual QString inputText(const QString& prompt, const QString& suggested) = 0;
+    QString inputText(const QString& prompt, const QString& suggested)
+    {
+        QString text = suggested;
+        return editText(prompt, text) ? text : QString();
+    }
     // A file to open, starting in folder (the working folder when empty);
     // filter is pairs of description and patterns joined by "|"
     // ("Pages|*.htm;*.html|All|*.*"). Empty when cancelled.
@@ -52,7 +61,7 @@ public:
     QString saveFileName(const QString& title, const QString& suggested,
                          const QString& filter = {}) override;
     bool credentials(const QString& prompt, QString& user, QString& password) override;
-    QString inputText(const QString& prompt, const QString& suggested) override;
+    bool editText(const QString& prompt, QString& text, const QString& title = {}) override;
     QString openFileName(const QString& filter, const QString& title = {},
                          const QString& folder = {}) override;
     int chooseItem(const QString& prompt, const QStringList& items) override;

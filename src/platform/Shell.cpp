@@ -14,7 +14,9 @@
 #include <QMediaDevices>
 #include <QMimeDatabase>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QSoundEffect>
+#include <QStandardPaths>
 #include <QUrl>
 
 namespace platform {
@@ -64,6 +66,27 @@ QIcon DesktopShell::fileIcon(const QString& path)
     return QIcon::fromTheme(type.iconName(),
                             QIcon::fromTheme(type.genericIconName(),
                                              QIcon::fromTheme(QStringLiteral("text-x-generic"))));
+}
+
+QString DesktopShell::handlerName(const QString& scheme)
+{
+    static const QRegularExpression plainScheme(QStringLiteral("^[a-z][a-z0-9+.-]*$"));
+    if (!plainScheme.match(scheme).hasMatch())
+        return {};
+    QProcess query;
+    query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"),
+                                             QStringLiteral("x-scheme-handler/") + scheme});
+    if (!query.waitForFinished(3000)) {
+        query.kill();
+        query.waitForFinished();
+        return {};
+    }
+    const QString id = QString::fromUtf8(query.readAllStandardOutput()).trimmed();
+    if (id.isEmpty() || query.exitCode() != 0)
+        return {};
+    const QString name =
+        DesktopEntry::load(QStandardPaths::locate(QStandardPaths::ApplicationsLocation, id)).name;
+    return name.isEmpty() ? id : name;
 }
 
 void DesktopShell::playSound(const QString& path)

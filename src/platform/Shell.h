@@ -29,6 +29,9 @@ public:
     virtual void playSound(const QString& path) = 0;
     // The desktop's icon for a file or folder; a null icon when it has none.
     virtual QIcon fileIcon(const QString& path) = 0;
+    // The name of the program the desktop starts for an address of scheme
+    // ("ssh"); empty when it has none.
+    virtual QString handlerName(const QString& scheme) = 0;
 };
 
 class DesktopShell : public Shell
@@ -42,6 +45,7 @@ public:
     bool showProperties(const QString& path) override;
     void playSound(const QString& path) override;
     QIcon fileIcon(const QString& path) override;
+    QString handlerName(const QString& scheme) override;
 
 private:
     // Made at the first sound, so a program that never plays one never

@@ -11,7 +11,7 @@ void Program::prepare()
     QApplication::setApplicationVersion(QStringLiteral(QUB_VERSION));
 }
 
-Program::Program() : factory_(dialogs_)
+Program::Program() : factory_(dialogs_, shell_)
 {
     platform::chooseIconTheme();
     window_ = std::make_unique<MainWindow>(platform::appDir(), dialogs_, shell_, factory_, clock_);

@@ -1,7 +1,9 @@
 // Hostile pages on the real engine: the window keeps answering, a dialog
 // storm ends after a few dialogs, nothing a page forges counts as the user's
-// click, and a page opened from disk reads no other file. The longest pause of the event loop is
-// measured and logged; a pause of seconds, a hang, fails.
+// click, a page opened from disk reads no other file, another program starts
+// only when the user says so, and a peer connection sends nothing around the
+// proxy. The longest pause of the event loop is measured and logged; a pause
+// of seconds, a hang, fails.
 #include "platform/browser/ScriptDialogLimit.h"
 #include "support/EngineApp.h"
 #include "support/Files.h"
@@ -9,8 +11,10 @@
 #include "support/LoopWatch.h"
 #include "support/TestMain.h"
 
+#include <QNetworkProxy>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QUdpSocket>
 
 using namespace platform;
 
@@ -69,6 +73,11 @@ private slots:
             "document.getElementById('a').click();"
             "document.getElementById('a').dispatchEvent(new MouseEvent('click', {bubbles: true}));"
             "document.title = 'ready ' + seen;</script>");
+        server.setPage("/prompt.html",
+                       "<script>document.title = 'said ' + prompt('<b>name?</b>', 'x');</script>");
+        server.setPage("/other-program.html",
+                       "<title>ready</title><a href='qubpoc://run?x=1' style='display:block;"
+                       "width:400px;height:200px'>run</a><a id=none href='nohandler://y'>none</a>");
     }
     void init() { testsupport::failOnUnexpectedWarnings(); }
 
@@ -130,6 +139,55 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(clicks.size(), 2, 20000);
         for (const QList<QVariant>& click : clicks)
             QVERIFY(!click[0].value<PageClick>().trusted);
+    }
+
+    void otherProgramsStartOnlyWhenTheUserSaysSo()
+    {
+        EngineApp app;
+        app.shell.handlers["qubpoc"] = "Poc Launcher";
+        app.dialogs.inputs = {"Ann"};
+        BrowserView* view = app.startAt(server.url("/prompt.html"), "said Ann");
+        QVERIFY(view);
+        QCOMPARE(app.dialogs.asked, QStringList{"<b>name?</b> [x]"});
+
+        app.dialogs.asked.clear();
+        view->navigate(server.url("/other-program.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(titled(view, "ready"), 20000);
+        // Script alone, with no click of the user's, is not even asked about.
+        ask(view, "location.href = 'qubpoc://by-script'; document.getElementById('none').click();");
+        app.dialogs.answers = {Dialogs::Answer::Cancel, Dialogs::Answer::Ok};
+        clickPage(app.engineView(1), {100, 50});
+        QTRY_COMPARE_WITH_TIMEOUT(app.dialogs.asked.size(), 1, 10000);
+        QVERIFY2(app.dialogs.asked[0].contains("qubpoc://run?x=1 with Poc Launcher"),
+                 qPrintable(app.dialogs.asked[0]));
+        QVERIFY(app.shell.opened.isEmpty());
+        clickPage(app.engineView(1), {100, 50});
+        QTRY_COMPARE_WITH_TIMEOUT(app.shell.opened, QStringList{"qubpoc://run?x=1"}, 10000);
+        QCOMPARE(app.dialogs.asked.size(), 2);
+        QCOMPARE(view->locationUrl(), server.url("/other-program.html"));
+    }
+
+    // WebRTC's UDP would reach a STUN server straight, whatever proxy is chosen.
+    void peerConnectionsSendNothingAroundTheProxy()
+    {
+        QUdpSocket stun;
+        // The program's own proxy is the application's, and takes no UDP.
+        stun.setProxy(QNetworkProxy::NoProxy);
+        QVERIFY2(stun.bind(QHostAddress(QHostAddress::LocalHost)), qPrintable(stun.errorString()));
+        server.setPage("/peer.html",
+                       "<script>const pc = new RTCPeerConnection({iceServers: [{urls: "
+                       "'stun:127.0.0.1:" +
+                           QByteArray::number(stun.localPort()) +
+                           "'}]}); pc.createDataChannel('x');"
+                           "pc.onicegatheringstatechange = () => { if (pc.iceGatheringState "
+                           "== 'complete') document.title = 'gathered'; };"
+                           "pc.createOffer().then((offer) => pc.setLocalDescription(offer));"
+                           "</script>");
+        EngineApp app;
+        QVERIFY(app.window->start(server.url("/peer.html")));
+        QTRY_VERIFY_WITH_TIMEOUT(
+            titled(app.engineView(1), "gathered") || stun.hasPendingDatagrams(), 20000);
+        QVERIFY(!stun.hasPendingDatagrams());
     }
 
     // A saved or downloaded page is opened from disk, beside the user's files.

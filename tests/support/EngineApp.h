@@ -25,7 +25,7 @@ struct EngineApp
     ScriptedDialogs dialogs;
     RecordingShell shell;
     SettableClock clock;
-    platform::WebEngineViewFactory factory{dialogs};
+    platform::WebEngineViewFactory factory{dialogs, shell};
     std::unique_ptr<MainWindow> window;
 
     // With the skin, both languages, and English in force.

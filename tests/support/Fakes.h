@@ -140,6 +140,8 @@ public:
         iconsAsked << path;
         return {};
     }
+    QString handlerName(const QString& scheme) override { return handlers.value(scheme); }
+    QHash<QString, QString> handlers;
     QStringList iconsAsked;
     QStringList opened;
     QStringList played;
@@ -174,10 +176,13 @@ public:
         std::tie(user, password) = takeFront(logins);
         return true;
     }
-    QString inputText(const QString& prompt, const QString& suggested) override
+    bool editText(const QString& prompt, QString& text, const QString& = {}) override
     {
-        asked << prompt + " [" + suggested + "]";
-        return inputs.empty() ? QString() : takeFront(inputs);
+        asked << prompt + " [" + text + "]";
+        if (inputs.empty())
+            return false;
+        text = takeFront(inputs);
+        return true;
     }
     QString openFileName(const QString& filter, const QString& title = {},
                          const QString& folder = {}) override

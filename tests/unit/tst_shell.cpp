@@ -1,12 +1,16 @@
-// Desktop entries read for the program's own file handlers, and the
-// properties of a file from the file manager or the program's own page.
+// Desktop entries read for the program's own file handlers, the properties
+// of a file from the file manager or the program's own page, and a page's
+// words in the real dialogs.
 #include "platform/DesktopEntry.h"
+#include "platform/Dialogs.h"
 #include "platform/Shell.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/TestMain.h"
 
+#include <QLabel>
 #include <QTemporaryDir>
+#include <QTimer>
 
 class ShellTest : public QObject
 {
@@ -49,6 +53,34 @@ private slots:
         platform::showFileProperties(dir.filePath("gone.url"), shell, dialogs);
         QCOMPARE(dialogs.asked.last(), "cannot open property page");
         QCOMPARE(shell.opened.size(), 2);
+    }
+
+    // Markup from a page neither renders nor becomes a link that starts a
+    // program: every dialog shows it as written.
+    void dialogsShowTextAsWritten()
+    {
+        const QString markup = "<h2>Update</h2><a href='qubpoc://x'>Continue</a>";
+        QList<Qt::TextFormat> formats;
+        QTimer closer;
+        connect(&closer, &QTimer::timeout, [&] {
+            QWidget* dialog = QApplication::activeModalWidget();
+            if (!dialog)
+                return;
+            for (const QLabel* label : dialog->findChildren<QLabel*>())
+                if (label->text() == markup)
+                    formats << label->textFormat();
+            dialog->close();
+        });
+        closer.start(50);
+        platform::QtDialogs dialogs;
+        dialogs.message(markup, platform::Dialogs::Buttons::OkCancel,
+                        platform::Dialogs::Icon::Information);
+        QString text = "x";
+        QVERIFY(!dialogs.editText(markup, text));
+        QString user;
+        QString password;
+        QVERIFY(!dialogs.credentials(markup, user, password));
+        QCOMPARE(formats, QList<Qt::TextFormat>(3, Qt::PlainText));
     }
 };
 

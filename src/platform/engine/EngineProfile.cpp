@@ -10,8 +10,9 @@
 
 namespace platform {
 
-EngineProfile::EngineProfile(Dialogs& dialogs)
-    : dialogs_(dialogs), profile_(new QWebEngineProfile(QStringLiteral("QUB-BROWSER"))),
+EngineProfile::EngineProfile(Dialogs& dialogs, Shell& shell)
+    : dialogs_(dialogs), shell_(shell),
+      profile_(new QWebEngineProfile(QStringLiteral("QUB-BROWSER"))),
       pageLayout_(QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(15, 15, 15, 15),
                   QPageLayout::Millimeter)
 {
@@ -19,6 +20,8 @@ EngineProfile::EngineProfile(Dialogs& dialogs)
     profile_->settings()->setAttribute(QWebEngineSettings::FullScreenSupportEnabled, true);
     // A page opened from disk (saved, downloaded) reads no other file.
     profile_->settings()->setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
+    // A page's peer connections name no address of this machine's own.
+    profile_->settings()->setAttribute(QWebEngineSettings::WebRTCPublicInterfacesOnly, true);
     installPageAgent(*profile_);
     downloads_ = new DownloadManager(*profile_, dialogs_);
     offline_ = new OfflineSwitch;

@@ -1,7 +1,8 @@
 #pragma once
 // What every view of the window shares on the engine: the persistent profile
 // with its page agent, downloads and offline switch, the page layout of
-// printing, the home address and the navigation policy.
+// printing, the home address, the navigation policy, and the dialogs and
+// desktop its pages ask through.
 #include "platform/browser/ViewPolicies.h"
 
 #include <QPageLayout>
@@ -12,13 +13,14 @@ class QWebEngineProfile;
 namespace platform {
 
 class Dialogs;
+class Shell;
 class DownloadManager;
 class OfflineSwitch;
 
 class EngineProfile : public PrivateData
 {
 public:
-    explicit EngineProfile(Dialogs& dialogs);
+    EngineProfile(Dialogs& dialogs, Shell& shell);
     ~EngineProfile() override;
     EngineProfile(const EngineProfile&) = delete;
     EngineProfile& operator=(const EngineProfile&) = delete;
@@ -27,6 +29,7 @@ public:
     DownloadManager& downloads() const { return *downloads_; }
     ConnectionState& connection() const;
     Dialogs& dialogs() const { return dialogs_; }
+    Shell& shell() const { return shell_; }
 
     const QString& homeAddress() const { return homeAddress_; }
     void setHomeAddress(const QString& address) { homeAddress_ = address; }
@@ -39,6 +42,7 @@ public:
 
 private:
     Dialogs& dialogs_;
+    Shell& shell_;
     QWebEngineProfile* profile_;
     DownloadManager* downloads_;
     OfflineSwitch* offline_;

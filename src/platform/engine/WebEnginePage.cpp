@@ -1,5 +1,6 @@
 #include "WebEnginePage.h"
 #include "EngineProfile.h"
+#include "ExternalSchemes.h"
 #include "platform/Dialogs.h"
 
 #include <QWebEngineProfile>
@@ -57,6 +58,16 @@ QString WebEnginePage::dialogTitle(const QUrl& origin)
 
 bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame)
 {
+    // The engine asks about another program's address only on the user's
+    // click, and starts the program itself on a yes; it is always told no,
+    // and the program starts from here once the user has agreed.
+    if (!isPageScheme(url)) {
+        if (!silent) {
+            BrowserView::Prompt prompt(owner_);
+            openExternally(url, engine_.shell(), engine_.dialogs());
+        }
+        return false;
+    }
     const bool allowed =
         engine_.navigationPolicy().allows(owner_, {url, kindOf(type), isMainFrame});
     // Here, not at loadStarted: that signal can arrive after the new
@@ -88,7 +99,12 @@ bool WebEnginePage::javaScriptPrompt(const QUrl& origin, const QString& message,
                                      const QString& fallback, QString* result)
 {
     bool ok = false;
-    showDialog([&] { ok = QWebEnginePage::javaScriptPrompt(origin, message, fallback, result); });
+    showDialog([&] {
+        QString text = fallback;
+        ok = engine_.dialogs().editText(message, text, dialogTitle(origin));
+        if (ok)
+            *result = text;
+    });
     return ok;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 // The engine page of one view: keeps the view busy while a prompt of the page
 // waits for the user, keeps a silent view's pages quiet and a page's dialog
-// storm short, and asks the window's navigation policy before every navigation.
+// storm short, asks the window's navigation policy before every navigation,
+// and the user before an address another program would open.
 #include "platform/browser/ScriptDialogLimit.h"
 
 #include <QElapsedTimer>

@@ -1,5 +1,6 @@
 #pragma once
-// Makes the engine views of one window on the profile they share.
+// Makes the engine views of one window on the profile they share, with the
+// engine started so that nothing of a page goes around the program's proxy.
 #include "EngineProfile.h"
 #include "platform/browser/BrowserView.h"
 
@@ -9,7 +10,7 @@ class WebEngineViewFactory : public BrowserViewFactory
 {
 public:
     // Sets the program's proxy up before the engine makes its profile.
-    explicit WebEngineViewFactory(Dialogs& dialogs);
+    WebEngineViewFactory(Dialogs& dialogs, Shell& shell);
     std::unique_ptr<BrowserView> create(int index) override;
     void setHomeAddress(const QString& address) override { engine_.setHomeAddress(address); }
     void setSearchAddress(const QString& searchTemplate) override
