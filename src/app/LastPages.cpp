@@ -1,4 +1,5 @@
 #include "LastPages.h"
+#include "platform/PrivateFiles.h"
 #include "tabs/TabStrip.h"
 
 #include <QFile>
@@ -9,7 +10,7 @@ bool LastPages::append(const QString& address) const
     // Appended one line at a time on purpose: what was written before a
     // shut-down that ran out of time stays.
     QFile file(fileName());
-    if (!file.open(QIODevice::Append))
+    if (!platform::openPrivate(file, QIODevice::Append))
         return false;
     return file.write(address.toUtf8() + "\r\n") > 0;
 }
@@ -33,8 +34,11 @@ void LastPages::restore(TabStrip& tabs) const
     QFile file(fileName());
     if (!file.open(QIODevice::ReadOnly))
         return;
-    const QStringList addresses = entries(QString::fromUtf8(file.readAll()));
-    file.close();
+    const QStringList addresses =
+        entries(QString::fromUtf8(file.read(qint64(maxPages) * 4096))).mid(0, maxPages);
+    // Gone before the first page opens: a page that brings the program down
+    // cannot make every start open it again.
+    file.remove();
     for (int n = 0; n < addresses.size(); ++n) {
         platform::BrowserView* first = tabs.view(1);
         if (n == 0 && first && first->locationUrl().isEmpty())
@@ -42,5 +46,4 @@ void LastPages::restore(TabStrip& tabs) const
         else
             tabs.newTab(addresses[n], true);
     }
-    file.remove();
 }

@@ -1,5 +1,6 @@
 #include "QuickSave.h"
 #include "core/CommandDispatcher.h"
+#include "platform/PrivateFiles.h"
 #include "platform/Shell.h"
 #include "platform/TextWindow.h"
 #include "platform/browser/BrowserView.h"
@@ -22,7 +23,7 @@ bool QuickSave::writeRecord(const QString& name, const QString& record) const
     // write is what the reader expects.
     QDir().mkpath(savedFilesFolder());
     QFile file(savedFilesFolder() + name);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+    return platform::openPrivate(file, QIODevice::WriteOnly | QIODevice::Truncate) &&
            file.write((record + u'\n').toUtf8()) >= 0;
 }
 

@@ -1,4 +1,5 @@
 #include "HistoryStore.h"
+#include "platform/PrivateFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -195,7 +196,7 @@ private:
 HistoryStore::HistoryStore(const QString& path, QObject* parent)
     : QObject(parent), connection_(QStringLiteral("history-%1").arg(++connections))
 {
-    QDir().mkpath(QFileInfo(path).path());
+    platform::makePrivateFolder(QFileInfo(path).path());
     if (!openFile(path)) {
         // Not a store we can read: kept aside for the user, a new one begun.
         const QString stem =
@@ -220,6 +221,8 @@ HistoryStore::HistoryStore(const QString& path, QObject* parent)
     }
     if (!open_)
         return;
+    // Its write-ahead log takes the same mode when the engine makes it.
+    platform::makePrivate(path);
     thread_ = std::make_unique<QThread>();
     thread_->setObjectName(QStringLiteral("history writer"));
     writer_ = new HistoryWriter(path, connection_ + QStringLiteral("-writer"));

@@ -1,7 +1,7 @@
 #include "UserRegistry.h"
+#include "PrivateFiles.h"
 #include "ini/ProfileFile.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QStringList>
@@ -22,7 +22,7 @@ QString UserRegistry::readValue(const QString& keyPath, const QString& valueName
 
 bool UserRegistry::writeValues(const QString& keyPath, const ProfileFile::Entries& values) const
 {
-    QDir().mkpath(QFileInfo(path_).absolutePath());
+    makePrivateFolder(QFileInfo(path_).absolutePath());
     return ProfileFile(path_).writeStrings(keyPath, values);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
-// Whole-file reads and writes for tests, and a favourites folder of a test's own.
+// Whole-file reads and writes for tests, a file's mode, and a favourites
+// folder of a test's own.
 #include "platform/ini/ProfileFile.h"
 
 #include <QByteArray>
@@ -20,6 +21,14 @@ inline void writeFile(const QString& path, const QByteArray& content)
     QFile file(path);
     file.open(QIODevice::WriteOnly);
     file.write(content);
+}
+
+// True when the file or folder is there and no one but its owner may use it.
+inline bool ownerOnly(const QString& path)
+{
+    constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                          QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+    return QFile::exists(path) && !(QFile::permissions(path) & others);
 }
 
 // While it lives, the user's data folder (where the program finds its

@@ -126,6 +126,27 @@ private slots:
         pages.restore(f.tabs);
         QCOMPARE(f.state.tabCount, 4);
         QVERIFY(!QFile::exists(pages.fileName()));
+
+        // A page's address of twenty thousand fields opens a bounded number,
+        // and a crash among them finds no file to open them again.
+        QStringList fields;
+        for (int n = 0; n < 20000; ++n)
+            fields << QStringLiteral("q%1").arg(n);
+        QVERIFY(pages.append("http://e/#" + fields.join(',')));
+        QVERIFY(ownerOnly(pages.fileName()));
+        bool fileWhileOpening = false;
+        connect(&f.tabs, &TabStrip::changed,
+                [&] { fileWhileOpening |= QFile::exists(pages.fileName()); });
+        pages.restore(f.tabs);
+        QCOMPARE(f.state.tabCount, 4 + LastPages::maxPages);
+        QVERIFY(!fileWhileOpening);
+
+        // A link planted in place of the file is not written through.
+        const QString victim = f.appDir + "victim";
+        writeFile(victim, "mine");
+        QVERIFY(QFile::link(victim, pages.fileName()));
+        QVERIFY(!pages.append("http://f/"));
+        QCOMPARE(readFile(victim), QByteArray("mine"));
     }
 };
 

@@ -38,11 +38,14 @@ private slots:
     void storeKeepsVisitsAcrossRuns()
     {
         QTemporaryDir dir;
-        const QString path = dir.path() + "/History.sqlite";
+        const QString path = dir.path() + "/QUB-BROWSER/History.sqlite";
         const qint64 now = QDateTime::currentMSecsSinceEpoch();
         {
             HistoryStore store(path);
             QVERIFY(store.isOpen());
+            // What the user visited is theirs alone.
+            QVERIFY(ownerOnly(path));
+            QVERIFY(ownerOnly(dir.path() + "/QUB-BROWSER"));
             QVERIFY(store.problem().isEmpty());
             store.addUrl("https://www.example.org/news", "News");
             store.addUrl("https://www.example.org/news", "");

@@ -1,5 +1,5 @@
-// The ini reader and writer keep the old profile-string behaviour; text is
-// cut by its width in the old narrow encoding.
+// The ini reader and writer keep the old profile-string behaviour and write
+// owner-only files; text is cut by its width in the old narrow encoding.
 #include "platform/NarrowText.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/Files.h"
@@ -108,6 +108,22 @@ private slots:
         const ProfileFile missing(dir.filePath(QStringLiteral("none/absent.ini")));
         QCOMPARE(missing.readString("S", "K", "d"), QStringLiteral("d"));
         QVERIFY(!missing.writeString("S", "K", "v"));
+    }
+
+    // Settings hold proxy passwords: the user's alone, and never written
+    // through a link someone planted in the program's folder.
+    void writtenFilesAreTheUsersAlone()
+    {
+        const QString path = write("[S]\nK=old\n");
+        QVERIFY(QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadOther));
+        QVERIFY(ProfileFile(path).writeString("S", "Password", "secret"));
+        QVERIFY(ownerOnly(path));
+
+        const QString victim = write("mine\n");
+        const QString planted = dir.filePath(QStringLiteral("planted.ini"));
+        QVERIFY(QFile::link(victim, planted));
+        QVERIFY(!ProfileFile(planted).writeString("S", "K", "v"));
+        QCOMPARE(readFile(victim), QByteArray("mine\n"));
     }
 
     void narrowLimits()

@@ -178,13 +178,14 @@ private slots:
         server.setResponse("/style.css", {"h1{background:url(bg.png)}", "text/css"});
         const QString folder = dir.filePath("SavedFiles");
         QVERIFY(QDir().mkpath(folder));
-        writeFile(folder + "/QuickSave.dat",
-                  "<head><title>Trip: Photos</title><link rel=stylesheet href=/style.css></head>"
-                  "<body><h1>Hi</h1><img src=pic.png><img src=/pic.png></body>\n");
 
         for (const QString name : {"Trip Photos.html", "Trip Photos (2).html"}) {
+            writeFile(folder + "/QuickSave.dat",
+                      "<head><title>Trip: Photos</title><link rel=stylesheet href=/style.css>"
+                      "</head><body><h1>Hi</h1><img src=pic.png><img src=/pic.png></body>\n");
             const auto [code, out, err] = run({"url:" + server.url("/page.html")});
             QCOMPARE(code, 0);
+            QVERIFY(!QFileInfo::exists(folder + "/QuickSave.dat"));
             QCOMPARE(out, folder + '/' + name + '\n');
             const QByteArray html = readFile(folder + '/' + name);
             const QStringList sources = select(html, "//img/@src");

@@ -44,6 +44,8 @@ int main(int argc, char** argv)
     if (file.size() > maxRecord)
         return fail(QStringLiteral("%1 is too large to be a page").arg(file.fileName()));
     QByteArray record = file.readAll();
+    // Read once: the text of the page, a mail page's too, is not left behind.
+    file.remove();
     if (record.endsWith('\n'))
         record.chop(record.endsWith("\r\n") ? 2 : 1);
 

@@ -1,5 +1,6 @@
 #include "ProfileFile.h"
 #include "../NarrowText.h"
+#include "../PrivateFiles.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -271,7 +272,8 @@ bool ProfileFile::writeStrings(const QString& section, const Entries& entries) c
     for (const auto& [key, value] : entries)
         setEntry(lines, section, key, value);
     QSaveFile file(path_);
-    if (!file.open(QIODevice::WriteOnly))
+    // Settings hold proxy passwords, and the user's own ini the addresses typed.
+    if (!openPrivate(file, QIODevice::WriteOnly))
         return false;
     file.write(lines.joined());
     return file.commit();
