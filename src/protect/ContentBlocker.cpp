@@ -21,8 +21,10 @@ ContentBlocker::ContentBlocker(const MainState& state, commandbar::CommandBar& b
     for (Command command : {Command::RemoveImages, Command::RemoveFlash})
         commands.on(command, [this, &bar, &state, &tabs, command](const CommandContext&) {
             switches::set(bar, command, !switches::isOn(bar, command));
+            // Told even when both are off, so frames that load later keep theirs.
             if (platform::BrowserView* current = tabs.view(state.currentTab))
-                apply(*current);
+                current->document().removeContent(switches::isOn(bar, Command::RemoveImages),
+                                                  switches::isOn(bar, Command::RemoveFlash));
         });
 }
 

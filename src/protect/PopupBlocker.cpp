@@ -98,6 +98,7 @@ PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
 {
     PopupFacts facts = factsFor(opener);
     facts.chosenFromPageMenu = request.chosenFromPageMenu();
+    facts.userActivated = request.userInitiated();
     if (windowAllowed(facts))
         return Verdict::OpenInNewTab;
     sound();

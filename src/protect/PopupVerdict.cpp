@@ -46,7 +46,7 @@ bool userAskedForWindow(const PopupFacts& f)
         return false;
     if (f.chosenFromPageMenu)
         return true;
-    if (f.activeTag.isEmpty())
+    if (!f.userActivated || f.activeTag.isEmpty())
         return false;
     // The click-time test runs whatever the point test found, and only adds.
     const bool byPoint = pointTest(f);

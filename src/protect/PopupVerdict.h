@@ -27,6 +27,10 @@ struct PopupFacts
     bool frameHasActiveElement = false;
     // The user chose "open link in a new tab" (or window) from the page's menu.
     bool chosenFromPageMenu = false;
+    // The engine saw the user act in the requesting frame just now. A page
+    // can stage everything else the rules look at, so nothing passes
+    // without it.
+    bool userActivated = false;
 };
 
 // The detection: true when the facts show the user asked for the window.

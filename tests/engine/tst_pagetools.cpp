@@ -1,5 +1,5 @@
-// The page tools on the real engine: the links page across frames of any
-// origin, filtered once, running nothing a hostile page put in it; the text
+// The page tools on the real engine: the links page across frames of the
+// page's origin, filtered once, running nothing a hostile page put in it; the text
 // view; quick save through the quick saver beside the program.
 #include "platform/TextWindow.h"
 #include "support/EngineApp.h"
@@ -73,7 +73,8 @@ private slots:
                                            "<iframe sandbox='allow-scripts' src='/other.html'>"
                                            "</iframe>"));
         server.setPage("/frame.html", titled("Frame", "<a href='http://f1.test/a.htm'>f1</a>"));
-        // Sandboxed, so of another origin than the page around it.
+        // Sandboxed, so of another origin than the page around it: its links
+        // are its own, and the links page leaves them out.
         server.setPage("/other.html", titled("Other", "<a href='HTTP://F2.TEST/B.HTM'>f2</a>"
                                                       "<a href='http://f2.test/c.php'>c</a>"));
         server.setPage("/text.html", titled("Text", "<p>Plain words here</p>"));
@@ -95,12 +96,11 @@ private slots:
         const QString source = server.url("/links.html");
         QVERIFY(app.startAt(source, "Links"));
 
-        const QStringList all =
-            entries({"http://a.test/one.htm", "http://img.test/pic.HTM",
-                     "@import url(" + server.url("/x.css").toUtf8() + ");/*://*/",
-                     server.url("/ping.gif").toUtf8(), "javascript://%0Afetch('" + ran + "')",
-                     "http://evil.test/'><script>fetch('" + ran + "')</script>",
-                     "http://f1.test/a.htm", "HTTP://F2.TEST/B.HTM", "http://f2.test/c.php"});
+        const QStringList all = entries(
+            {"http://a.test/one.htm", "http://img.test/pic.HTM",
+             "@import url(" + server.url("/x.css").toUtf8() + ");/*://*/",
+             server.url("/ping.gif").toUtf8(), "javascript://%0Afetch('" + ran + "')",
+             "http://evil.test/'><script>fetch('" + ran + "')</script>", "http://f1.test/a.htm"});
         // The frames have loaded once the page has.
         QTRY_VERIFY_WITH_TIMEOUT(
             ask(app.engineView(1), "document.readyState === 'complete'").toBool(), 20000);
@@ -127,7 +127,7 @@ private slots:
         click(app, "sub_View", "b_viewspecial");
         QCOMPARE(linksPage(app, source),
                  entries({"http://a.test/one.htm", "/relative.htm", "http://img.test/pic.HTM",
-                          "http://f1.test/a.htm", "HTTP://F2.TEST/B.HTM"}));
+                          "http://f1.test/a.htm"}));
         w.parts().tabs.activateTab(1);
         click(app, "sub_View", "b_viewlinks");
         QCOMPARE(linksPage(app, source), all);

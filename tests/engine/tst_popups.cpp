@@ -44,14 +44,12 @@ private slots:
         server.setPage("/timer.html",
                        titled("Timer", filling("button", "onclick=\"setTimeout(() => window.open("
                                                          "'/popup.html?timer'), 1000)\"")));
-        server.setPage("/content.html",
-                       titled("Content", "<img src='/pic.gif'><embed src='MOVIE.SWF'>"
-                                         "<embed src='swfinfo.gif'><embed src='clip.mp4'>"
-                                         "<object data='movie'><param name=movie value='a.swf'>"
-                                         "</object><object id=player data='player.wmv'>"
-                                         "<param name=src value='song.wma'></object>"
-                                         "<iframe src='/content-frame.html'></iframe>"));
         server.setPage("/content-frame.html", titled("Frame", "<img src='/pic.gif'>"));
+        // Of another origin: it tells its parent how many pictures it kept.
+        server.setPage("/report-frame.html",
+                       "<img src='/pic.gif'><script>addEventListener('load', () => setTimeout("
+                       "() => parent.postMessage(String(document.images.length), '*')));"
+                       "</script>");
         server.setPage("/submit.html",
                        titled("Submit", "<form action='/popup.html' target=_blank>" +
                                             filling("button", "type=submit") + "</form>"));
@@ -173,6 +171,29 @@ private slots:
         QCOMPARE(w.parts().state.tabCount, tabs);
     }
 
+    // A real press, and under it a forged one on a hidden link at the same
+    // point: the page's staging is not the user's asking.
+    void aForgedPressUnderARealOneOpensNothing()
+    {
+        server.setPage("/forged.html",
+                       titled("Forged",
+                              "<div style='position:fixed;inset:0;background:#eee'>x</div>"
+                              "<a id=l href='/popup.html?hidden' style='position:absolute;"
+                              "left:-999px'>x</a><script>addEventListener('mousedown', (e) => {"
+                              "if (!e.isTrusted) return; l.dispatchEvent(new MouseEvent("
+                              "'mousedown', {bubbles: true, screenX: e.screenX, screenY: "
+                              "e.screenY})); setTimeout(() => window.open("
+                              "'/popup.html?forged'), 100); });</script>"));
+        EngineApp app;
+        MainWindow& w = *app.window;
+        WebEngineBrowserView* view = app.startAt(server.url("/forged.html"), "Forged");
+        QVERIFY(view);
+        w.parts().bar.reportClick(w.parts().bar.tool(key::toolsMenu, "b_stoppopup"));
+        clickPage(view, {50, 50});
+        QTRY_COMPARE_WITH_TIMEOUT(w.parts().bar.band("sub_Blocked")->count(), 1, 20000);
+        QCOMPARE(w.parts().state.tabCount, 1);
+    }
+
     // With blocking on, what the user asks for through the page's own menu,
     // inside a frame of the page, or at another zoom, opens all the same.
     void requestsFromTheMenuFramesAndZoomOpen()
@@ -256,8 +277,24 @@ private slots:
     {
         EngineApp app;
         MainWindow& w = *app.window;
+        QUrl other(server.url("/report-frame.html"));
+        other.setHost("localhost");
+        server.setPage(
+            "/content.html",
+            titled("Content", "<img src='/pic.gif'><embed src='MOVIE.SWF'>"
+                              "<embed src='swfinfo.gif'><embed src='clip.mp4'>"
+                              "<object data='movie'><param name=movie value='a.swf'>"
+                              "</object><object id=player data='player.wmv'>"
+                              "<param name=src value='song.wma'></object>"
+                              "<iframe src='/content-frame.html'></iframe><iframe src='" +
+                                  other.toEncoded() +
+                                  "'></iframe><script>addEventListener('message', "
+                                  "(e) => document.body.dataset.frame = e.data)"
+                                  "</script>"));
         WebEngineBrowserView* view = app.startAt(server.url("/content.html"), "Content");
         QVERIFY(view);
+        const QString frameKept = "document.body.dataset.frame";
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, frameKept).toString(), "1", 20000);
         const QString left =
             "[document.images.length, document.querySelector('iframe').contentDocument.images"
             ".length, Array.from(document.querySelectorAll('embed, object'), e => "
@@ -280,6 +317,8 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(!reloaded.isEmpty(), 20000);
         QTRY_COMPARE_WITH_TIMEOUT(ask(view, left).toString(),
                                   "0|0|MOVIE.SWF swfinfo.gif clip.mp4 movie player.wmv", 20000);
+        // A frame of another origin takes its own out as it loads.
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, frameKept).toString(), "0", 20000);
 
         // A page that never finishes loading (a picture its server never
         // answers) loses its pictures all the same.

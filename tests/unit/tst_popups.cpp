@@ -33,6 +33,7 @@ PopupFacts base()
     f.activeValue = "http://a.test/";
     f.now = 36000;
     f.lastClickTime = 35990;
+    f.userActivated = true;
     return f;
 }
 
@@ -86,6 +87,9 @@ private slots:
         QTest::newRow("press on the focused link") << pressedOn("http://a.test/") << true;
         QTest::newRow("press on the bare body") << focused("BODY", {}, pressedOn({})) << false;
         QTest::newRow("press on another link") << pressedOn("http://b.test/") << true;
+        PopupFacts staged = clicked(0.1, pressedOn("http://b.test/"));
+        staged.userActivated = false;
+        QTest::newRow("every rule met, but the engine saw no user act") << staged << false;
         QTest::newRow("press on a script link")
             << focused("SPAN", {}, pressedOn("javascript:void(0)")) << true;
         QTest::newRow("focused script link")

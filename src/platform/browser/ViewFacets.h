@@ -92,8 +92,9 @@ public:
     // "about:blank".
     virtual void write(const QString& html) = 0;
     // Takes the pictures, or the Flash movies (an EMBED whose source names
-    // "swf", an OBJECT whose inner markup does), out of the page and every
-    // frame as they are now.
+    // "swf", an OBJECT whose inner markup does), out of the page and its
+    // frames of the same origin as they are now, and out of every frame that
+    // loads from now on, in any tab; false for both leaves frames as they load.
     virtual void removeContent(bool pictures, bool flash) = 0;
 };
 

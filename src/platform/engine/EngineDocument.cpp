@@ -1,4 +1,5 @@
 #include "EngineDocument.h"
+#include "PageAgent.h"
 
 #include <QWebEnginePage>
 #include <QWebEngineScript>
@@ -47,6 +48,7 @@ void EngineDocument::write(const QString& html)
 
 void EngineDocument::removeContent(bool pictures, bool flash)
 {
+    setAgentRemoval(*page_.profile(), pictures, flash);
     const QString call = QStringLiteral("window.qubRemoveContent && qubRemoveContent(%1, %2)");
     page_.runJavaScript(call.arg(QLatin1String(pictures ? "true" : "false"),
                                  QLatin1String(flash ? "true" : "false")),

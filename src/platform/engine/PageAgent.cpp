@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QWebChannel>
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
@@ -27,9 +28,12 @@ QString readResource(const QString& path)
     return QString::fromUtf8(file.readAll());
 }
 
+constexpr QLatin1String agentName{"qub-page-agent"};
+
 // Subframes relay their records to the top frame with postMessage; the token
-// marks the relay's messages, and the top frame's agent swallows them before
-// any page listener runs, so pages never learn it.
+// marks the relay's messages. The top frame's agent swallows them before the
+// page's listeners run, but a page that rewrites itself (document.open) takes
+// the agent's listener away and can learn it: it grants nothing.
 QString relayToken()
 {
     return QString::number(QRandomGenerator::system()->generate64(), 36) +
@@ -73,14 +77,32 @@ void installPageAgent(QWebEngineProfile& profile)
     registerAgentResource();
     QString source = readResource(QStringLiteral(":/qtwebchannel/qwebchannel.js"));
     source += readResource(QStringLiteral(":/qub/pageagent.js"))
-                  .replace(QLatin1String("%RELAY_TOKEN%"), relayToken());
+                  .replace(QLatin1String("%RELAY_TOKEN%"), relayToken())
+                  .replace(QLatin1String("%REMOVE_PICTURES%"), QLatin1String("false"))
+                  .replace(QLatin1String("%REMOVE_FLASH%"), QLatin1String("false"));
     QWebEngineScript script;
-    script.setName(QStringLiteral("qub-page-agent"));
+    script.setName(agentName);
     script.setSourceCode(source);
     script.setInjectionPoint(QWebEngineScript::DocumentCreation);
     script.setWorldId(QWebEngineScript::ApplicationWorld);
     script.setRunsOnSubFrames(true);
     profile.scripts()->insert(script);
+}
+
+void setAgentRemoval(QWebEngineProfile& profile, bool pictures, bool flash)
+{
+    static const QRegularExpression flags(QStringLiteral("removeAtLoad = \\[\\w+, \\w+\\];"));
+    const QString wanted = QStringLiteral("removeAtLoad = [%1, %2];")
+                               .arg(QLatin1String(pictures ? "true" : "false"),
+                                    QLatin1String(flash ? "true" : "false"));
+    QWebEngineScriptCollection& scripts = *profile.scripts();
+    const QList<QWebEngineScript> found = scripts.find(agentName);
+    if (found.isEmpty() || found.first().sourceCode().contains(wanted))
+        return;
+    QWebEngineScript script = found.first();
+    scripts.remove(script);
+    script.setSourceCode(script.sourceCode().replace(flags, wanted));
+    scripts.insert(script);
 }
 
 } // namespace platform

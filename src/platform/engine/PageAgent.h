@@ -38,5 +38,8 @@ signals:
 
 // Puts the agent script into the profile's scripts; once per profile.
 void installPageAgent(QWebEngineProfile& profile);
+// Whether the agent of each frame that loads from now on takes the pictures
+// or the Flash movies out of its own document.
+void setAgentRemoval(QWebEngineProfile& profile, bool pictures, bool flash);
 
 } // namespace platform

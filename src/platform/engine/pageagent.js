@@ -1,17 +1,23 @@
 // QUB-BROWSER page agent. Runs at document creation in every frame, in the
-// program's own script world. Reports each mouse-down and click to the
-// program at once, before the page's own handlers run, and the drags that
-// start in the page; gathers the links of the page and its frames when the
-// program asks.
+// program's own script world. Reports each of the user's mouse-downs and
+// clicks to the program at once, before the page's own handlers run, and the
+// drags that start in the page; gathers the links of the page and of its
+// frames of the same origin when the program asks, and takes pictures and
+// Flash out. A frame's agent answers no message: whatever can post to a frame
+// could ask it, page scripts included.
 (function () {
     'use strict';
+    // Marks a frame's records on their way to the top frame's agent. A page
+    // can learn it, so a relayed record is never the user's own click.
     var token = '%RELAY_TOKEN%';
+    // What the user has taken out of pages, as it was when this document began.
+    var removeAtLoad = [%REMOVE_PICTURES%, %REMOVE_FLASH%];
     var isTop = window === window.top;
     var queue = [];
     var agent = null;
-    // A hostile page may hold millions of links; the list stops there.
+    // A hostile page may hold millions of links in hundreds of frames; the
+    // list stops there.
     var linkLimit = 100000;
-    var frameWait = 1500;
 
     function describe(event, kind) {
         var target = event.target;
@@ -31,6 +37,22 @@
             focusedHref: focused && focused.href ? String(focused.href) : '',
             trusted: event.isTrusted,
             subframe: !isTop
+        };
+    }
+
+    // The fields of a frame's record as plain strings and numbers.
+    function describeRelayed(r) {
+        function text(v) { return typeof v === 'string' ? v.slice(0, 4096) : ''; }
+        function number(v) { return typeof v === 'number' && isFinite(v) ? v : 0; }
+        return {
+            kind: r.kind === 'mousedown' ? 'mousedown' : 'click',
+            time: number(r.time),
+            screenX: number(r.screenX), screenY: number(r.screenY),
+            pageX: number(r.pageX), pageY: number(r.pageY),
+            tag: text(r.tag), href: text(r.href), inputType: text(r.inputType),
+            focusedTag: text(r.focusedTag), focusedHref: text(r.focusedHref),
+            trusted: false,
+            subframe: true
         };
     }
 
@@ -65,17 +87,38 @@
         }
     }
 
-    // The page and each of its frames, each frame's agent passing it on.
-    function removeContentEverywhere(pictures, flash) {
-        removeContent(document, pictures, flash);
-        for (var i = 0; i < window.frames.length; ++i)
-            window.frames[i].postMessage({qubAgentRelay: token, remove: [pictures, flash]}, '*');
+    // The document of each frame of the same origin, below win, in frame
+    // order, depth first; a frame of another origin refuses and is left out.
+    function sameOriginFrames(win, found) {
+        for (var i = 0; i < win.frames.length; ++i) {
+            var frame = win.frames[i];
+            var doc = null;
+            try {
+                doc = frame.document;
+            } catch (e) {
+                doc = null;
+            }
+            if (doc) {
+                found.push(doc);
+                sameOriginFrames(frame, found);
+            }
+        }
+        return found;
     }
 
-    function linksOf(doc) {
+    // The page and each of its frames of the same origin; a frame of another
+    // origin takes its content out itself at its next load.
+    function removeContentEverywhere(pictures, flash) {
+        removeContent(document, pictures, flash);
+        sameOriginFrames(window, []).forEach(function (doc) {
+            removeContent(doc, pictures, flash);
+        });
+    }
+
+    function linksOf(doc, room) {
         var found = [];
         var all = doc.getElementsByTagName('*');
-        for (var i = 0; i < all.length && found.length < linkLimit; ++i) {
+        for (var i = 0; i < all.length && found.length < room; ++i) {
             var href = all[i].getAttribute('href');
             if (href !== null)
                 found.push([String(all[i].tagName), String(href)]);
@@ -90,26 +133,26 @@
             window.top.postMessage({qubAgentRelay: token, record: record}, '*');
     }
 
-    window.addEventListener('mousedown', function (e) { send(describe(e, 'mousedown')); }, true);
-    window.addEventListener('click', function (e) { send(describe(e, 'click')); }, true);
-    window.addEventListener('auxclick', function (e) { send(describe(e, 'click')); }, true);
+    // Only the user's own presses: an event a script made is not reported at
+    // all, so a page cannot flood the program or stand in for the user.
+    function reportAs(kind) {
+        return function (e) {
+            if (e.isTrusted)
+                send(describe(e, kind));
+        };
+    }
+    window.addEventListener('mousedown', reportAs('mousedown'), true);
+    window.addEventListener('click', reportAs('click'), true);
+    window.addEventListener('auxclick', reportAs('click'), true);
 
     if (!isTop) {
-        // The frame above asks for this frame's links, or for its content gone.
-        window.addEventListener('message', function (e) {
-            if (!e.data || e.data.qubAgentRelay !== token ||
-                (e.data.collect === undefined && e.data.remove === undefined))
-                return;
-            e.stopImmediatePropagation();
-            if (e.source !== window.parent)
-                return;
-            if (e.data.remove !== undefined) {
-                removeContentEverywhere(!!e.data.remove[0], !!e.data.remove[1]);
-                return;
-            }
-            window.parent.postMessage({qubAgentRelay: token, collected: e.data.collect,
-                                       frame: e.data.frame, links: linksOf(document)}, '*');
-        }, true);
+        if (removeAtLoad[0] || removeAtLoad[1]) {
+            var removeHere = function () {
+                removeContent(document, removeAtLoad[0], removeAtLoad[1]);
+            };
+            document.addEventListener('DOMContentLoaded', removeHere);
+            window.addEventListener('load', removeHere);
+        }
         return;
     }
 
@@ -133,52 +176,27 @@
     // Called by the program in this world.
     window.qubRemoveContent = removeContentEverywhere;
 
-    var collections = {};
-    function finish(id) {
-        var entry = collections[id];
-        if (!entry)
-            return;
-        delete collections[id];
-        clearTimeout(entry.timer);
-        var documents = [entry.main];
-        entry.frames.forEach(function (links) {
-            if (links)
-                documents.push(links);
+    // Called by the program in this world; the answer comes over the channel:
+    // the page's list, then each frame's of the same origin, read here and
+    // never asked of the frame, so no page script can ask in its place.
+    window.qubCollectLinks = function (id) {
+        var room = linkLimit;
+        var documents = [document].concat(sameOriginFrames(window, [])).map(function (doc) {
+            var links = linksOf(doc, room);
+            room -= links.length;
+            return links;
         });
         whenConnected(function (a) { a.linksCollected(id, documents); });
-    }
-    // Called by the program in this world; the answer comes over the channel.
-    window.qubCollectLinks = function (id) {
-        var frames = [];
-        for (var i = 0; i < window.frames.length; ++i)
-            frames.push(window.frames[i]);
-        var entry = {main: linksOf(document), frames: new Array(frames.length),
-                     waiting: frames.length, windows: frames, timer: null};
-        collections[id] = entry;
-        if (!frames.length)
-            return finish(id);
-        entry.timer = setTimeout(function () { finish(id); }, frameWait);
-        frames.forEach(function (frame, n) {
-            frame.postMessage({qubAgentRelay: token, collect: id, frame: n}, '*');
-        });
     };
 
+    // A frame's record, relayed; only its fields are taken, never marked the
+    // user's own.
     window.addEventListener('message', function (e) {
-        if (!e.data || e.data.qubAgentRelay !== token)
+        if (!e.data || e.data.qubAgentRelay !== token || typeof e.data.record !== 'object' ||
+            e.data.record === null)
             return;
         e.stopImmediatePropagation();
-        if (e.data.collected !== undefined) {
-            var entry = collections[e.data.collected];
-            var n = e.data.frame;
-            if (!entry || entry.windows[n] !== e.source || entry.frames[n])
-                return;
-            entry.frames[n] = e.data.links;
-            if (--entry.waiting === 0)
-                finish(e.data.collected);
-            return;
-        }
-        var record = e.data.record;
-        record.subframe = true;
+        var record = describeRelayed(e.data.record);
         deliver(record);
     }, true);
     new QWebChannel(qt.webChannelTransport, function (channel) {
