@@ -1,7 +1,10 @@
 // The quick saver on any record: with every resource it asks for answered,
-// the page it writes parses, and names none of them in a picture or a style
-// any more (read back, it asks for none of them again); the file name made of
-// any title is one a file system takes.
+// the page it writes parses, carries its script policy, holds nothing that
+// runs script (no script element, no handler attribute, no script address
+// in any attribute, no "<" in a style that a browser could read as markup),
+// and names none of the resources in a picture or a style any more (read
+// back, it asks for none of them again); the file name made of any title is
+// one a file system takes.
 #include "FuzzSupport.h"
 #include "quicksaver/SaveTarget.h"
 #include "quicksaver/SavedPage.h"
@@ -18,6 +21,34 @@ QStringList pictures(const QByteArray& html)
     if (!values)
         abort();
     return *values;
+}
+
+QStringList selected(const QByteArray& html, const char* path)
+{
+    std::optional<QStringList> values = selectInPage(html, path);
+    if (!values)
+        abort();
+    return *values;
+}
+
+void checkInert(const QByteArray& html)
+{
+    if (selected(html, "//meta[@http-equiv='Content-Security-Policy']/@content") !=
+        QStringList{QStringLiteral("script-src 'none'; object-src 'none'")})
+        abort();
+    if (!selected(html, "//script").isEmpty() ||
+        !selected(html, "//@*[starts-with(translate(name(), 'ON', 'on'), 'on')]").isEmpty())
+        abort();
+    for (QString value : selected(html, "//@*")) {
+        value = value.toLower();
+        value.removeIf([](QChar c) { return c.isSpace() || c.unicode() < 0x20; });
+        if (value.contains(QLatin1String("javascript:")) ||
+            value.contains(QLatin1String("vbscript:")))
+            abort();
+    }
+    for (const QString& style : selected(html, "//style"))
+        if (style.contains(QLatin1Char('<')))
+            abort();
 }
 
 void checkName(const QString& title)
@@ -47,6 +78,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
                 got.insert(url, {"i{background:url(p" + QByteArray::number(got.size()) + ".png)}",
                                  "image/png", url});
     const QByteArray html = saved.render(got);
+    checkInert(html);
     const QStringList sources = pictures(html);
     // libxml2 reads some trees it recovered (text beside <head>, say) back in
     // another shape; the rest is checked where the page reads back as written.

@@ -283,12 +283,14 @@ bool HistoryStore::openFile(const QString& path)
 
 void HistoryStore::addUrl(const QString& url, const QString& title, quint32 flags, qint64 visitedAt)
 {
-    if (!writer_ || url.isEmpty())
+    if (!writer_ || url.isEmpty() || url.size() > maxUrlLength ||
+        url.startsWith(QLatin1String("data:")) || url.startsWith(QLatin1String("blob:")))
         return;
     const qint64 now = visitedAt ? visitedAt : QDateTime::currentMSecsSinceEpoch();
     const qint64 expires = now + keptDays_ * dayMillis;
     // A later visit without a title keeps the title the page had.
-    QMetaObject::invokeMethod(writer_, [w = writer_, url, title, flags, now, expires] {
+    QMetaObject::invokeMethod(writer_, [w = writer_, url, title = title.left(maxTitleLength), flags,
+                                        now, expires, rows = rowLimit_] {
         w->request(
             QStringLiteral(
                 "INSERT INTO urls (url, title, site, last_visited, last_updated, expires,"
@@ -297,6 +299,10 @@ void HistoryStore::addUrl(const QString& url, const QString& title, quint32 flag
                 " last_visited = excluded.last_visited, last_updated ="
                 " excluded.last_updated, expires = excluded.expires, flags = excluded.flags"),
             {url, title, siteOf(url), now, now, expires, flags});
+        w->request(QStringLiteral("DELETE FROM urls WHERE rowid IN (SELECT rowid FROM urls"
+                                  " ORDER BY last_visited LIMIT max(0, (SELECT count(*) FROM"
+                                  " urls) - ?))"),
+                   {rows});
     });
 }
 

@@ -44,6 +44,14 @@ public:
     const QString& problem() const { return problem_; }
     bool isOpen() const { return open_; }
 
+    // A page names its own address and title, at any length and as often as
+    // it likes: an address longer than this is not kept, nor a data: or
+    // blob: one, a title is kept to its start, and past maxRows the oldest
+    // visits go.
+    static constexpr int maxUrlLength = 8192;
+    static constexpr int maxTitleLength = 1024;
+    static constexpr int maxRows = 200000;
+
     // A visit (or an update of the address's title), now unless a time in
     // milliseconds since the epoch is given.
     void addUrl(const QString& url, const QString& title, quint32 flags = 0, qint64 visitedAt = 0);
@@ -65,6 +73,9 @@ public:
     // file: completed() brings the answer, unless a later request came first.
     void requestCompletion(const QString& text, int limit);
 
+    // Keeps at most rows visits from now on (maxRows unless set).
+    void setRowLimit(int rows) { rowLimit_ = rows; }
+
     // Waits until every visit recorded so far is in the file.
     void flush() const;
 
@@ -78,6 +89,7 @@ private:
     QString problem_;
     bool open_ = false;
     qint64 keptDays_ = 20;
+    int rowLimit_ = maxRows;
     std::unique_ptr<QThread> thread_;
     HistoryWriter* writer_ = nullptr;
     // The store outlives its writer's thread, so the thread may read this.

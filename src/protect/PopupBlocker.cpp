@@ -99,7 +99,7 @@ PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
     PopupFacts facts = factsFor(opener);
     facts.chosenFromPageMenu = request.chosenFromPageMenu();
     facts.userActivated = request.userInitiated();
-    if (windowAllowed(facts))
+    if (windowAllowed(facts) && (facts.stopPopups || facts.userActivated || withinBurst(opener)))
         return Verdict::OpenInNewTab;
     sound();
     // A window that names its address is listed now and never made: loading
@@ -128,6 +128,20 @@ bool PopupBlocker::unasked(const platform::BrowserView& view,
         return false;
     const double input = std::max(hook_.lastPressTime(), hook_.lastKeyTime());
     return input < 0 || clock_.secondsSinceMidnight() - input > pressWindowSeconds;
+}
+
+bool PopupBlocker::withinBurst(const platform::BrowserView& opener)
+{
+    Tab* tab = tabs_.tab(opener.index());
+    if (!tab)
+        return false;
+    Burst& burst = tab->data<Burst>();
+    const double now = clock_.secondsSinceMidnight();
+    if (burst.start < 0 || now < burst.start || now - burst.start >= 1) {
+        burst.start = now;
+        burst.count = 0;
+    }
+    return ++burst.count <= unaskedPerSecond;
 }
 
 void PopupBlocker::sound()

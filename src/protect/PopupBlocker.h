@@ -35,6 +35,9 @@ class PopupBlocker : public platform::NewWindowPolicy, public platform::Navigati
 public:
     // A press counts as recent for 55 hundredths of a second.
     static constexpr double pressWindowSeconds = 55.0 / 100;
+    // With blocking off, the windows a page opens in a second without the
+    // user; the rest are blocked.
+    static constexpr int unaskedPerSecond = 3;
 
     PopupBlocker(const MainState& state, const commandbar::CommandBar& bar, Tabs& tabs,
                  const EveryTabSignals& every, const platform::ClickHook& hook,
@@ -52,6 +55,9 @@ private:
                  const platform::NavigationRequest& request) const;
     void record(const QString& address);
     void sound();
+    // Counts a window the opener asks for without the user; false past
+    // unaskedPerSecond in the current second.
+    bool withinBurst(const platform::BrowserView& opener);
 
     struct Records
     {
@@ -59,6 +65,11 @@ private:
         platform::PageClick lastEvent;
         bool pressed = false;
         bool any = false;
+    };
+    struct Burst
+    {
+        double start = -1;
+        int count = 0;
     };
 
     const MainState& state_;

@@ -1,6 +1,7 @@
 // The popup blocker on the real engine with real clicks: what the user asked
 // for opens in a tab, what the page opened by itself is listed and never
 // fetched.
+#include "protect/PopupBlocker.h"
 #include "support/EngineApp.h"
 #include "support/LocalHttpServer.h"
 #include "support/PageProbes.h"
@@ -192,6 +193,38 @@ private slots:
         clickPage(view, {50, 50});
         QTRY_COMPARE_WITH_TIMEOUT(w.parts().bar.band("sub_Blocked")->count(), 1, 20000);
         QCOMPARE(w.parts().state.tabCount, 1);
+    }
+
+    // With blocking off a page opens only a few windows by itself; a window
+    // refused with blocking on runs nothing its opener writes into it.
+    void windowsNobodyAskedForStayFewAndInert()
+    {
+        server.setPage("/writer.html",
+                       titled("Writer", "<script>const w = window.open(); w.document.write("
+                                        "'<script>setInterval(() => { new Image().src = "
+                                        "\"/beat?\" + Date.now(); }, 100);<\\/script>');"
+                                        "w.document.close(); setInterval(() => { new Image().src"
+                                        " = \"/opener-beat?\" + Date.now(); }, 1000);"
+                                        "</script>"));
+        EngineApp app;
+        MainWindow& w = *app.window;
+        WebEngineBrowserView* view = app.startAt(server.url("/storm.html"), "Storm");
+        QVERIFY(view);
+        const Tool* count = w.parts().bar.tool(key::statusBar, "b_blocked");
+        const int unasked = PopupBlocker::unaskedPerSecond;
+        QTRY_VERIFY_WITH_TIMEOUT(count->caption().endsWith(':' + QString::number(40 - unasked)),
+                                 30000);
+        QCOMPARE(w.parts().state.tabCount, 1 + unasked);
+
+        w.parts().tabs.activateTab(1);
+        w.parts().bar.reportClick(w.parts().bar.tool(key::toolsMenu, "b_stoppopup"));
+        view->navigate(server.url("/writer.html"));
+        // What the opener wrote may get a beat out before the window is
+        // caught; then it is still, while the opener beats on.
+        QTRY_COMPARE_WITH_TIMEOUT(server.requests("/opener-beat"), 1, 20000);
+        const int beats = server.requests("/beat");
+        QTRY_COMPARE_WITH_TIMEOUT(server.requests("/opener-beat"), 2, 20000);
+        QCOMPARE(server.requests("/beat"), beats);
     }
 
     // With blocking on, what the user asks for through the page's own menu,

@@ -55,6 +55,16 @@ private slots:
         }
         HistoryStore store(path);
         QCOMPARE(store.records().size(), 4u);
+        // What a page names at any length: too long an address, or one that
+        // is its own content, is not kept; a long title is kept to its start.
+        store.addUrl("http://long.test/" + QString(HistoryStore::maxUrlLength, 'x'), "Long");
+        store.addUrl("data:text/html,<p>x", "Data");
+        store.addUrl("http://titled.test/", QString(5000, 't'));
+        QCOMPARE(store.records("http://long").size(), 0u);
+        QCOMPARE(store.records("data:").size(), 0u);
+        QCOMPARE(store.records("http://titled.test/")[0].title.size(),
+                 HistoryStore::maxTitleLength);
+        store.deleteUrl("http://titled.test/");
         QCOMPARE(store.records("http").size(), 3u);
         std::vector<HistoryRecord> news = store.records("https://www.example.org/news");
         QCOMPARE(news.size(), 1u);
@@ -85,6 +95,11 @@ private slots:
         QCOMPARE(store.records().size(), 3u);
         store.deleteUrl("file:///tmp/page.html");
         QCOMPARE(store.records().size(), 2u);
+        // Past its limit of rows, the oldest visits go.
+        store.setRowLimit(2);
+        store.addUrl("http://newest.test/", "Newest");
+        QCOMPARE(store.records().size(), 2u);
+        QCOMPARE(store.records("http://newest.test/").size(), 1u);
         store.clear();
         QVERIFY(store.records().empty());
         // Nothing of a visit is left to read in the file or its log.

@@ -137,6 +137,16 @@ private slots:
                           "<iframe srcdoc='&lt;script&gt;x()&lt;/script&gt;'></iframe>")
             << QByteArray("//script | //noscript | //@onload | //@onclick | //a/@* | //@srcdoc")
             << QStringList{};
+        // Markup a browser reads back out of an SVG style, and script
+        // addresses under any attribute name, run nothing; the page forbids
+        // script anyway.
+        QTest::newRow("nothing runs, however it is dressed")
+            << QByteArray("<svg><style><img src=x onerror=go()></style></svg><svg><a "
+                          "xlink:href=' JavaScript:go()'><text>t</text></a><animate "
+                          "attributeName=href values='#;java&#9;script:go()'/></svg>")
+            << QByteArray("//style[contains(., '<')] | //@*[contains(translate(., "
+                          "'JAVSCRIPT', 'javscript'), 'script:')] | //meta[@http-equiv]/@content")
+            << QStringList{"script-src 'none'; object-src 'none'"};
         QTest::newRow("stylesheet becomes <style>")
             << QByteArray("<head><link rel='stylesheet' href='/css/s.css' media='print'></head>")
             << QByteArray("//link | //style | //style/@media")

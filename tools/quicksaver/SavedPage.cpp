@@ -64,11 +64,12 @@ QString content(xmlNode* node)
     return result;
 }
 
-// A style element's text: written raw by the serializer, so it must not be
-// able to close its element.
+// A style element's text: written raw by the serializer, and read back as
+// markup where the style sits in an <svg>, so it holds no "<" at all (CSS
+// reads the escape as the same character in a string).
 void setStyleText(xmlNode* style, QString css)
 {
-    css.replace(QLatin1String("</style"), QLatin1String("<\\/style"), Qt::CaseInsensitive);
+    css.replace(QLatin1Char('<'), QLatin1String("\\3c "));
     while (style->children) {
         xmlNode* child = style->children;
         xmlUnlinkNode(child);
@@ -91,6 +92,18 @@ bool dropped(xmlNode* e)
 {
     return is(e, "script") || is(e, "noscript") || is(e, "base") ||
            (is(e, "meta") && (has(e, "charset") || has(e, "http-equiv")));
+}
+
+// True when the attribute's value holds a script address, however it is
+// spaced or spelled.
+bool namesScript(xmlAttr* a)
+{
+    xmlChar* raw = xmlNodeListGetString(a->doc, a->children, 1);
+    QString value = QString::fromUtf8(reinterpret_cast<const char*>(raw)).toLower();
+    xmlFree(raw);
+    value.removeIf([](QChar c) { return c.isSpace() || c.unicode() < 0x20; });
+    return value.contains(QLatin1String("javascript:")) ||
+           value.contains(QLatin1String("vbscript:"));
 }
 
 // The attribute naming a resource shown with the page, to be inlined.
@@ -375,8 +388,10 @@ QByteArray SavedPage::render(const Resources& got) const
     for (xmlNode* e : elements(doc, &drop)) {
         std::vector<xmlAttr*> unwanted;
         for (xmlAttr* a = e->properties; a; a = a->next)
-            // A frame's inline document would run its own scripts.
-            if (xmlStrncasecmp(a->name, x("on"), 2) == 0 ||
+            // A frame's inline document would run its own scripts; a script
+            // address runs under any attribute name (xlink:href, an
+            // animation's to or values).
+            if (xmlStrncasecmp(a->name, x("on"), 2) == 0 || namesScript(a) ||
                 xmlStrcasecmp(a->name, x("srcset")) == 0 ||
                 xmlStrcasecmp(a->name, x("sizes")) == 0 || xmlStrcasecmp(a->name, x("srcdoc")) == 0)
                 unwanted.push_back(a);
@@ -427,9 +442,14 @@ QByteArray SavedPage::render(const Resources& got) const
         head = xmlNewDocNode(doc, nullptr, x("head"), nullptr);
         root->children ? xmlAddPrevSibling(root->children, head) : xmlAddChild(root, head);
     }
+    // Whatever got past the above, the saved page runs no script of its own.
+    xmlNode* policy = xmlNewDocNode(doc, nullptr, x("meta"), nullptr);
+    xmlSetProp(policy, x("http-equiv"), x("Content-Security-Policy"));
+    xmlSetProp(policy, x("content"), x("script-src 'none'; object-src 'none'"));
+    head->children ? xmlAddPrevSibling(head->children, policy) : xmlAddChild(head, policy);
     xmlNode* meta = xmlNewDocNode(doc, nullptr, x("meta"), nullptr);
     xmlSetProp(meta, x("charset"), x("utf-8"));
-    head->children ? xmlAddPrevSibling(head->children, meta) : xmlAddChild(head, meta);
+    xmlAddPrevSibling(head->children, meta);
     xmlCreateIntSubset(doc, x("html"), nullptr, nullptr);
 
     xmlOutputBuffer* out = xmlAllocOutputBuffer(nullptr);

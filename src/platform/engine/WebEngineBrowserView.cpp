@@ -16,6 +16,7 @@
 #include <QWebEngineFullScreenRequest>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineNewWindowRequest>
+#include <QWebEngineSettings>
 #include <QWebEngineView>
 
 namespace platform {
@@ -38,8 +39,18 @@ public:
     }
     void openIn(BrowserView& view) override
     {
-        if (auto* engine = qobject_cast<WebEngineBrowserView*>(&view))
-            request_.openIn(engine->engineView()->page());
+        auto* engine = qobject_cast<WebEngineBrowserView*>(&view);
+        if (!engine)
+            return;
+        QWebEnginePage* page = engine->engineView()->page();
+        request_.openIn(page);
+        // A refused window caught in the hidden view: what its opener wrote
+        // into it before the catch stops there, timers and all. The engine
+        // takes the freeze only once the window is the view's.
+        if (view.index() == 0)
+            QMetaObject::invokeMethod(
+                page, [page] { page->setLifecycleState(QWebEnginePage::LifecycleState::Frozen); },
+                Qt::QueuedConnection);
     }
 
 private:
@@ -94,6 +105,14 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
     printing_ = new EnginePrinting(*view_, profile.pageLayout(), *this, profile.dialogs());
     security_ = new EngineSecurity(*page_, *gate_, *this);
     wirePage();
+    // The catch view adopts the windows a page was refused, so that its
+    // script gets a window object: one that runs nothing, plays nothing and
+    // asks nothing, whatever the opener writes into it.
+    if (index == 0) {
+        page_->settings()->setAttribute(QWebEngineSettings::JavascriptEnabled, false);
+        page_->setAudioMuted(true);
+        page_->silent = true;
+    }
 }
 
 void WebEngineBrowserView::wirePage()
@@ -338,7 +357,7 @@ QString WebEngineBrowserView::title() const
 
 void WebEngineBrowserView::setSilent(bool silent)
 {
-    page_->silent = silent;
+    page_->silent = silent || index() == 0;
 }
 
 bool WebEngineBrowserView::silent() const
