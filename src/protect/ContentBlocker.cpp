@@ -19,7 +19,7 @@ ContentBlocker::ContentBlocker(const MainState& state, commandbar::CommandBar& b
     QObject::connect(&every, &EveryTabSignals::documentComplete, &events,
                      [this](platform::BrowserView* view) { apply(*view); });
     for (Command command : {Command::RemoveImages, Command::RemoveFlash})
-        commands.on(command, [this, &bar, &state, &tabs, command](const CommandContext&) {
+        commands.on(command, [&bar, &state, &tabs, command](const CommandContext&) {
             switches::set(bar, command, !switches::isOn(bar, command));
             // Told even when both are off, so frames that load later keep theirs.
             if (platform::BrowserView* current = tabs.view(state.currentTab))

@@ -386,6 +386,13 @@ QByteArray SavedPage::render(const Resources& got) const
     };
     std::vector<xmlNode*> drop;
     for (xmlNode* e : elements(doc, &drop)) {
+        // A prefixed name means nothing to a browser's HTML parser, but the
+        // saver's own parser reads "st:style" back as a style, whose text it
+        // takes raw: written with a dash, it is one plain element to both.
+        if (xmlStrchr(e->name, ':'))
+            xmlNodeSetName(e, x(QByteArray(reinterpret_cast<const char*>(e->name))
+                                    .replace(':', '-')
+                                    .constData()));
         std::vector<xmlAttr*> unwanted;
         for (xmlAttr* a = e->properties; a; a = a->next)
             // A frame's inline document would run its own scripts; a script
