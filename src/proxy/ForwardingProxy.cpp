@@ -1,9 +1,12 @@
 #include "ForwardingProxy.h"
 #include "ProxyTunnel.h"
 
+#include <QPointer>
 #include <QRandomGenerator>
 #include <QTcpServer>
 #include <QTcpSocket>
+
+#include <deque>
 
 namespace proxy {
 
@@ -13,7 +16,8 @@ public:
     ProxyServer(const ProxyRouting& routing, QByteArray credentials, int timeoutMs,
                 std::atomic<int>& open, ProxyTunnel::SignInNeeded signInNeeded)
         : routing_(routing), credentials_(std::move(credentials)), timeoutMs_(timeoutMs),
-          open_(open), signInNeeded_(std::move(signInNeeded))
+          headTimeoutMs_(std::min(timeoutMs, ForwardingProxy::headTimeoutMs)), open_(open),
+          signInNeeded_(std::move(signInNeeded))
     {
     }
 
@@ -32,15 +36,35 @@ protected:
             return;
         }
         ++open_;
-        auto* tunnel =
-            new ProxyTunnel(client, routing_, credentials_, timeoutMs_, signInNeeded_, this);
+        auto* tunnel = new ProxyTunnel(client, routing_, credentials_, timeoutMs_, headTimeoutMs_,
+                                       signInNeeded_, this);
         connect(tunnel, &ProxyTunnel::finished, this, [this] { --open_; });
+        keepFewWaiting(tunnel);
     }
 
 private:
+    // Anyone on this computer may connect; only the program has the secret.
+    // The longest waiting of too many connections that have not yet shown it
+    // goes, so a flood of them costs the program little and the engine's own,
+    // which ask at once, get through.
+    void keepFewWaiting(ProxyTunnel* newest)
+    {
+        std::erase_if(waiting_, [](const QPointer<ProxyTunnel>& tunnel) {
+            return !tunnel || !tunnel->waitingForFirstRequest();
+        });
+        while (waiting_.size() >= ForwardingProxy::maxWaiting) {
+            if (waiting_.front())
+                waiting_.front()->close();
+            waiting_.pop_front();
+        }
+        waiting_.emplace_back(newest);
+    }
+
     const ProxyRouting& routing_;
     QByteArray credentials_;
     int timeoutMs_;
+    int headTimeoutMs_;
+    std::deque<QPointer<ProxyTunnel>> waiting_;
     std::atomic<int>& open_;
     ProxyTunnel::SignInNeeded signInNeeded_;
 };

@@ -21,7 +21,13 @@ class ForwardingProxy : public QObject
 {
     Q_OBJECT
 public:
-    // timeoutMs: how long a site or upstream proxy may take to answer.
+    // How many connections may wait at once for their first request, and how
+    // long each may wait.
+    static constexpr std::size_t maxWaiting = 256;
+    static constexpr int headTimeoutMs = 5000;
+
+    // timeoutMs: how long a site or upstream proxy may take to answer (and a
+    // first request to come, when shorter than headTimeoutMs).
     explicit ForwardingProxy(int timeoutMs = 30000);
     ~ForwardingProxy();
 

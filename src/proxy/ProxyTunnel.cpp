@@ -1,70 +1,23 @@
 #include "ProxyTunnel.h"
+#include "HttpHead.h"
 
+#include <QHostInfo>
 #include <QNetworkProxy>
 #include <QTcpSocket>
 
 namespace proxy {
 
-namespace {
-
-constexpr qsizetype maxHead = qsizetype(64) * 1024;
-
-bool headerIs(const QByteArray& line, const char* name)
-{
-    const qsizetype colon = line.indexOf(':');
-    return colon > 0 && line.left(colon).trimmed().compare(name, Qt::CaseInsensitive) == 0;
-}
-
-QByteArray headerValue(const QByteArray& line)
-{
-    return line.mid(line.indexOf(':') + 1).trimmed();
-}
-
-// "host:port" or "[v6]:port"; port 0 when there is none.
-std::pair<QString, quint16> splitAuthority(const QByteArray& authority, quint16 fallback)
-{
-    QByteArray text = authority.mid(authority.lastIndexOf('@') + 1);
-    QByteArray host = text;
-    quint16 port = fallback;
-    const qsizetype colon = text.lastIndexOf(':');
-    if (colon > 0 && colon > text.lastIndexOf(']')) {
-        bool ok = false;
-        const uint value = text.mid(colon + 1).toUInt(&ok);
-        port = ok && value > 0 && value < 65536 ? quint16(value) : 0;
-        host = text.left(colon);
-    }
-    if (host.startsWith('[') && host.endsWith(']'))
-        host = host.mid(1, host.size() - 2);
-    return {QString::fromLatin1(host), port};
-}
-
-// The head at the front of buffer, taken off it with its blank line; nullopt
-// while it has not all come.
-std::optional<QByteArray> takeHead(QByteArray& buffer)
-{
-    const qsizetype end = buffer.indexOf("\r\n\r\n");
-    if (end < 0)
-        return std::nullopt;
-    QByteArray head = buffer.left(end);
-    buffer.remove(0, end + 4);
-    return head;
-}
-
-QByteArray basic(const QString& user, const QString& password)
-{
-    return "Basic " + (user + QLatin1Char(':') + password).toUtf8().toBase64();
-}
-
-} // namespace
+using namespace httphead;
 
 ProxyTunnel::ProxyTunnel(QTcpSocket* client, const ProxyRouting& routing, QByteArray credentials,
-                         int timeoutMs, SignInNeeded signInNeeded, QObject* parent)
+                         int timeoutMs, int headTimeoutMs, SignInNeeded signInNeeded,
+                         QObject* parent)
     : QObject(parent), client_(client), routing_(routing), credentials_(std::move(credentials)),
-      signInNeeded_(std::move(signInNeeded))
+      signInNeeded_(std::move(signInNeeded)), timeoutMs_(timeoutMs)
 {
     client_->setParent(this);
     timeout_.setSingleShot(true);
-    timeout_.setInterval(timeoutMs);
+    timeout_.setInterval(headTimeoutMs);
     connect(&timeout_, &QTimer::timeout, this, [this] {
         if (state_ == State::Head)
             close();
@@ -136,8 +89,10 @@ void ProxyTunnel::startRequest()
     const QByteArray& target = request[1];
     bool authorised = false;
     bodyLeft_ = 0;
-    responseChecked_ = false;
+    responseHeadPassed_ = false;
     upstreamBuffer_.clear();
+    addresses_.clear();
+    lookupId_ = -1;
     QByteArray headers;
     for (qsizetype i = 1; i < lines.size(); ++i) {
         const QByteArray& line = lines[i];
@@ -158,6 +113,10 @@ void ProxyTunnel::startRequest()
         reply(407, "This proxy serves QUB-BROWSER only.",
               "Proxy-Authenticate: Basic realm=\"QUB-BROWSER\"\r\n");
         return;
+    }
+    if (!authorised_) {
+        authorised_ = true;
+        timeout_.setInterval(timeoutMs_);
     }
     QByteArray originTarget;
     if (method == "CONNECT") {
@@ -195,19 +154,75 @@ void ProxyTunnel::startRequest()
             outgoing_ = "CONNECT " + target + " HTTP/1.1\r\nHost: " + target + "\r\n";
             if (!upstreamProxy_->user.isEmpty())
                 outgoing_ += "Proxy-Authorization: " +
-                             basic(upstreamProxy_->user, upstreamProxy_->password) + "\r\n";
+                             basicAuthorization(upstreamProxy_->user, upstreamProxy_->password) +
+                             "\r\n";
             outgoing_ += "\r\n";
         }
     } else {
         outgoing_ =
             method + ' ' + (viaHttp ? target : originTarget) + ' ' + request[2] + "\r\n" + headers;
         if (viaHttp && !upstreamProxy_->user.isEmpty())
-            outgoing_ +=
-                "Proxy-Authorization: " + basic(upstreamProxy_->user, upstreamProxy_->password) +
-                "\r\n";
+            outgoing_ += "Proxy-Authorization: " +
+                         basicAuthorization(upstreamProxy_->user, upstreamProxy_->password) +
+                         "\r\n";
         outgoing_ += "Connection: close\r\n\r\n";
     }
 
+    state_ = State::Connecting;
+    timeout_.start();
+    if (upstreamProxy_) {
+        connectUpstream(upstreamProxy_->host, upstreamProxy_->port);
+        return;
+    }
+    // A host the user's own resolver rules name goes where they say.
+    const QString mapped = routing_.connectHost(host_);
+    if (mapped != host_) {
+        connectUpstream(mapped, port_);
+        return;
+    }
+    lookupId_ = QHostInfo::lookupHost(host_, this, &ProxyTunnel::lookedUp);
+}
+
+bool ProxyTunnel::isThisComputer(const QHostAddress& address)
+{
+    bool v4 = false;
+    const quint32 ip4 = address.toIPv4Address(&v4);
+    if (v4)
+        return (ip4 >> 24) == 127 || (ip4 >> 24) == 0 || (ip4 >> 16) == 0xa9fe;
+    return address.isLoopback() || address.isLinkLocal() || address == QHostAddress::AnyIPv6;
+}
+
+void ProxyTunnel::lookedUp(const QHostInfo& info)
+{
+    if (info.lookupId() != lookupId_ || state_ != State::Connecting)
+        return;
+    lookupId_ = -1;
+    if (info.error() != QHostInfo::NoError || info.addresses().isEmpty()) {
+        reply(502, "Cannot find " + host_.toUtf8() + ": " + info.errorString().toUtf8());
+        return;
+    }
+    for (const QHostAddress& address : info.addresses())
+        if (isThisComputer(address)) {
+            reply(403, host_.toUtf8() + " leads to this computer (" + address.toString().toUtf8() +
+                           "); this proxy takes no page there.");
+            return;
+        }
+    // The addresses checked are the ones connected to: a name that changes
+    // its answer meanwhile is not asked again.
+    addresses_ = info.addresses();
+    connectNextAddress();
+}
+
+void ProxyTunnel::connectNextAddress()
+{
+    if (state_ != State::Connecting || addresses_.isEmpty() ||
+        (upstream_ && upstream_->state() != QAbstractSocket::UnconnectedState))
+        return;
+    connectUpstream(addresses_.takeFirst().toString(), port_);
+}
+
+void ProxyTunnel::connectUpstream(const QString& host, quint16 port)
+{
     if (upstream_) {
         upstream_->disconnect(this);
         upstream_->abort();
@@ -220,6 +235,8 @@ void ProxyTunnel::startRequest()
     connect(upstream_, &QTcpSocket::errorOccurred, this, [this] {
         if (state_ == State::Pipe || state_ == State::Closing)
             close();
+        else if (state_ == State::Connecting && !addresses_.isEmpty())
+            QMetaObject::invokeMethod(this, &ProxyTunnel::connectNextAddress, Qt::QueuedConnection);
         else
             reply(502, "Cannot reach " + (upstreamProxy_ ? upstreamProxy_->host : host_).toUtf8() +
                            ": " + upstream_->errorString().toUtf8());
@@ -228,12 +245,7 @@ void ProxyTunnel::startRequest()
         if (state_ == State::Pipe)
             close();
     });
-    state_ = State::Connecting;
-    timeout_.start();
-    if (upstreamProxy_)
-        upstream_->connectToHost(upstreamProxy_->host, upstreamProxy_->port);
-    else
-        upstream_->connectToHost(routing_.connectHost(host_), port_);
+    upstream_->connectToHost(host, port);
 }
 
 void ProxyTunnel::upstreamConnected()
@@ -257,18 +269,7 @@ void ProxyTunnel::readUpstream()
     upstreamBuffer_ += upstream_->readAll();
     switch (state_) {
     case State::Pipe:
-        if (!responseChecked_ && !tunnel_ && upstreamProxy_ &&
-            upstreamProxy_->kind == ProxyEntry::Kind::Http) {
-            const qsizetype end = upstreamBuffer_.indexOf("\r\n\r\n");
-            if (end < 0 && upstreamBuffer_.size() <= maxHead)
-                return;
-            responseChecked_ = true;
-            if (upstreamBuffer_.startsWith("HTTP/1.") && upstreamBuffer_.mid(9, 3) == "407") {
-                refusedForSignIn(upstreamBuffer_.left(end));
-                return;
-            }
-        }
-        client_->write(std::exchange(upstreamBuffer_, {}));
+        passUpstream();
         break;
     case State::UpstreamReply:
         if (!rerouted())
@@ -285,6 +286,35 @@ void ProxyTunnel::readUpstream()
     }
 }
 
+void ProxyTunnel::passUpstream()
+{
+    if (tunnel_ || responseHeadPassed_)
+        client_->write(std::exchange(upstreamBuffer_, {}));
+    else
+        readResponse();
+}
+
+void ProxyTunnel::readResponse()
+{
+    while (!responseHeadPassed_) {
+        const std::optional<QByteArray> head = takeHead(upstreamBuffer_);
+        if (!head) {
+            if (upstreamBuffer_.size() > maxHead)
+                reply(502, "The site sent an endless head.");
+            return;
+        }
+        const int code = statusOf(*head);
+        if (code == 407 && upstreamProxy_ && upstreamProxy_->kind == ProxyEntry::Kind::Http) {
+            refusedForSignIn(*head);
+            return;
+        }
+        client_->write(closingHead(*head));
+        // An interim answer (100, 103) is followed by the final one.
+        responseHeadPassed_ = code < 100 || code >= 200 || code == 101;
+    }
+    client_->write(std::exchange(upstreamBuffer_, {}));
+}
+
 void ProxyTunnel::readUpstreamReply()
 {
     const std::optional<QByteArray> head = takeHead(upstreamBuffer_);
@@ -293,7 +323,7 @@ void ProxyTunnel::readUpstreamReply()
             reply(502, "The upstream proxy sent an endless head.");
         return;
     }
-    const int code = head->left(head->indexOf("\r\n")).split(' ').value(1).toInt();
+    const int code = statusOf(*head);
     if (code == 407) {
         refusedForSignIn(*head);
         return;
@@ -371,7 +401,7 @@ void ProxyTunnel::reached()
         upstream_->write(std::exchange(outgoing_, {}));
     }
     if (!upstreamBuffer_.isEmpty())
-        client_->write(std::exchange(upstreamBuffer_, {}));
+        passUpstream();
     pipeClient();
 }
 
@@ -380,9 +410,8 @@ void ProxyTunnel::pipeClient()
     if (clientBuffer_.isEmpty())
         return;
     if (bodyLeft_ == 0) {
-        // A next request on a kept connection: routed afresh.
-        state_ = State::Head;
-        readHead();
+        // A next request on a connection its answer said closes: not heard.
+        clientBuffer_.clear();
         return;
     }
     if (generation_ != routing_.generation()) {
@@ -421,6 +450,7 @@ void ProxyTunnel::refusedForSignIn(const QByteArray& responseHead)
 void ProxyTunnel::reply(int status, const QByteArray& reason, const QByteArray& extraHeaders)
 {
     static const QHash<int, QByteArray> texts = {{400, "Bad Request"},
+                                                 {403, "Forbidden"},
                                                  {407, "Proxy Authentication Required"},
                                                  {431, "Request Header Fields Too Large"},
                                                  {502, "Bad Gateway"},
@@ -434,11 +464,12 @@ void ProxyTunnel::reply(int status, const QByteArray& reason, const QByteArray& 
 
 void ProxyTunnel::close()
 {
+    // The last of an answer goes the way the rest went.
+    if (state_ == State::Pipe && upstream_ && upstream_->bytesAvailable())
+        readUpstream();
     if (state_ != State::Closing) {
         state_ = State::Closing;
         timeout_.stop();
-        if (upstream_ && upstream_->bytesAvailable())
-            client_->write(upstream_->readAll());
         for (QTcpSocket* socket : {client_, upstream_})
             if (socket) {
                 connect(socket, &QTcpSocket::disconnected, this, &ProxyTunnel::checkClosed);

@@ -2,20 +2,25 @@
 // One client connection of the forwarding proxy, in the proxy's thread. It
 // reads a request head, refuses a client without the run's credentials, and
 // takes the request where the routing says: straight to the host, through an
-// HTTP proxy, or through a SOCKS5 proxy. CONNECT becomes a byte tunnel; a
-// plain request goes out with "Connection: close", and the next request on
-// the same client connection is routed afresh. When the route changes, a
-// request still waiting for its route to answer is sent the new way; one
-// already out gets its answer the way it went, and nothing more goes out
-// that way.
+// HTTP proxy, or through a SOCKS5 proxy. CONNECT becomes a byte tunnel. A
+// plain request is the connection's only one: it goes out with "Connection:
+// close" and its answer comes back saying the same, so no late byte of one
+// site can pass for the answer to another's request. Straight to a host, a
+// name is looked up here and refused when it leads back to this computer:
+// the engine sends its own loopback addresses past the proxy, so one that
+// arrives is an alias or a rebound name. When the route changes, a request
+// still waiting for its route to answer is sent the new way; one already out
+// gets its answer the way it went, and nothing more goes out that way.
 #include "ProxyRouting.h"
 
 #include <QByteArray>
+#include <QHostAddress>
 #include <QObject>
 #include <QTimer>
 
 #include <functional>
 
+class QHostInfo;
 class QTcpSocket;
 
 namespace proxy {
@@ -28,12 +33,20 @@ public:
     // password it was not given: its host, port and what it calls itself.
     using SignInNeeded = std::function<void(const QString&, quint16, const QString&)>;
 
+    // A client has headTimeoutMs to send its first request head; after that
+    // a site or upstream proxy has timeoutMs to answer.
     ProxyTunnel(QTcpSocket* client, const ProxyRouting& routing, QByteArray credentials,
-                int timeoutMs, SignInNeeded signInNeeded, QObject* parent);
+                int timeoutMs, int headTimeoutMs, SignInNeeded signInNeeded, QObject* parent);
 
     // The routing changed: see the class comment.
     void routeChanged();
+    // Whether no request with the run's secret has come yet.
+    bool waitingForFirstRequest() const { return !authorised_ && state_ == State::Head; }
     void close();
+
+    // An address a page reaches past the proxy by name only at its peril:
+    // this computer's own (loopback, unspecified, link-local).
+    static bool isThisComputer(const QHostAddress& address);
 
 signals:
     void finished();
@@ -55,9 +68,17 @@ private:
     bool rerouted();
     // Sends the request of head_ where the routing says now.
     void startRequest();
+    void lookedUp(const QHostInfo& info);
+    void connectUpstream(const QString& host, quint16 port);
+    void connectNextAddress();
     void upstreamConnected();
     void readUpstream();
     void readUpstreamReply();
+    // A plain request's answer: each head is passed on saying the connection
+    // closes after it.
+    void readResponse();
+    // What came from upstream, on to the client.
+    void passUpstream();
     void readSocks();
     void reached();
     void pipeClient();
@@ -72,6 +93,7 @@ private:
     const ProxyRouting& routing_;
     QByteArray credentials_;
     SignInNeeded signInNeeded_;
+    int timeoutMs_;
     QTimer timeout_;
     State state_ = State::Head;
     // The routing generation the request was sent under.
@@ -90,9 +112,13 @@ private:
     // begin; -1 when the body's end is the connection's end.
     qint64 bodyLeft_ = 0;
     bool finished_ = false;
-    // Whether the status of a plain request's response through an HTTP
-    // upstream has been looked at.
-    bool responseChecked_ = false;
+    // Whether a plain request's final answer head has passed.
+    bool responseHeadPassed_ = false;
+    bool authorised_ = false;
+    // The addresses a direct host's name led to, tried in turn; the lookup
+    // whose answer is awaited.
+    QList<QHostAddress> addresses_;
+    int lookupId_ = -1;
 };
 
 } // namespace proxy

@@ -5,6 +5,7 @@
 #include "platform/ConnectionHelper.h"
 #include "proxy/ForwardingProxy.h"
 #include "proxy/ProxyEntry.h"
+#include "proxy/ProxyTunnel.h"
 #include "support/FakeApp.h"
 #include "support/Files.h"
 #include "support/LoggingProxy.h"
@@ -61,6 +62,30 @@ QByteArray authorisation(const ForwardingProxy& proxy)
     return "Proxy-Authorization: Basic " +
            (ForwardingProxy::user() + ':' + proxy.secret()).toUtf8().toBase64() + "\r\n";
 }
+
+// As the tests start the engine: every .test name is this computer.
+HostRules testNames()
+{
+    return HostRules::fromArguments({"--host-resolver-rules=MAP *.test 127.0.0.1"});
+}
+
+// Keeps what each connection sent it; the test answers through sockets.
+struct Recorder : QTcpServer
+{
+    Recorder()
+    {
+        listen(QHostAddress::LocalHost, 0);
+        connect(this, &QTcpServer::pendingConnectionAvailable, this, [this] {
+            while (QTcpSocket* socket = nextPendingConnection()) {
+                sockets.push_back(socket);
+                connect(socket, &QTcpSocket::readyRead, socket,
+                        [this, socket] { received += socket->readAll(); });
+            }
+        });
+    }
+    QByteArray received;
+    std::vector<QTcpSocket*> sockets;
+};
 
 } // namespace
 
@@ -127,7 +152,25 @@ private slots:
     {
         EchoServer echo;
         ForwardingProxy proxy(300);
-        const QByteArray target = "127.0.0.1:" + QByteArray::number(echo.serverPort());
+        proxy.setHostRules(testNames());
+        const QByteArray port = QByteArray::number(echo.serverPort());
+        const QByteArray target = "echo.test:" + port;
+
+        // A name or address that leads back here, unless the user's own rules
+        // say so: the engine sends its loopback past the proxy, so this is an
+        // alias or a rebound name of a page's.
+        for (const QByteArray host : {"127.0.0.1", "127.3.2.1", "localhost", "[::1]", "0.0.0.0",
+                                      "169.254.0.1", "[::ffff:127.0.0.1]"}) {
+            Client here(proxy);
+            here.socket.write("CONNECT " + host + ':' + port + " HTTP/1.1\r\n" +
+                              authorisation(proxy) + "\r\n");
+            QVERIFY2(here.waitFor("403 Forbidden"), host.constData());
+        }
+        Client plain(proxy);
+        plain.socket.write("GET http://localhost:" + port + "/ HTTP/1.1\r\nHost: localhost\r\n" +
+                           authorisation(proxy) + "\r\n");
+        QVERIFY(plain.waitFor("leads to this computer (127.0.0.1)"));
+        QCOMPARE(echo.accepted, 0);
 
         Client stranger(proxy);
         stranger.socket.write("CONNECT " + target + " HTTP/1.1\r\n\r\n");
@@ -164,6 +207,103 @@ private slots:
             [&] { return before.socket.state() == QAbstractSocket::UnconnectedState; }, 5000));
         QVERIFY(!before.received.contains("after the switch"));
         QTRY_COMPARE(proxy.openConnections(), 0);
+    }
+
+    // A crowd of connections that never show the secret, as any local user
+    // can open: the oldest give way to new ones, all are gone within the head
+    // time, and the program's own are served meanwhile.
+    void strangersCannotCrowdTheProxyOut()
+    {
+        EchoServer echo;
+        ForwardingProxy proxy(1000);
+        proxy.setHostRules(testNames());
+        std::vector<std::unique_ptr<QTcpSocket>> crowd;
+        for (std::size_t i = 0; i < ForwardingProxy::maxWaiting + 50; ++i) {
+            crowd.push_back(std::make_unique<QTcpSocket>());
+            crowd.back()->setProxy(QNetworkProxy::NoProxy);
+            crowd.back()->connectToHost(QHostAddress::LocalHost, proxy.port());
+        }
+        QTRY_COMPARE(proxy.openConnections(), int(ForwardingProxy::maxWaiting));
+        Client own(proxy);
+        own.socket.write("CONNECT echo.test:" + QByteArray::number(echo.serverPort()) +
+                         " HTTP/1.1\r\n" + authorisation(proxy) + "\r\n");
+        QVERIFY(own.waitFor("200 Connection established"));
+        QTRY_COMPARE(proxy.openConnections(), 1);
+        own.socket.write("still here");
+        QVERIFY(own.waitFor("still here"));
+    }
+
+    // One plain request per connection, its answer saying so: bytes a site
+    // sends after its answer can never pass for the answer to the next
+    // request, which the engine makes on a new connection.
+    void aSiteCannotAnswerForAnother()
+    {
+        Recorder hostile;
+        EchoServer victim;
+        ForwardingProxy proxy;
+        proxy.setHostRules(testNames());
+        Client client(proxy);
+        client.socket.write("GET http://evil.test:" + QByteArray::number(hostile.serverPort()) +
+                            "/a HTTP/1.1\r\nHost: evil.test\r\n" + authorisation(proxy) + "\r\n");
+        QTRY_VERIFY(hostile.received.contains("\r\n\r\n"));
+        QVERIFY(hostile.received.contains("Connection: close\r\n"));
+        hostile.sockets[0]->write("HTTP/1.1 200 OK\r\nConnection: keep-alive\r\nKeep-Alive: "
+                                  "timeout=60\r\nContent-Length: 2\r\n\r\nok");
+        QVERIFY(client.waitFor("ok"));
+        const QByteArray head = client.received.left(client.received.indexOf("\r\n\r\n") + 2);
+        QVERIFY(head.contains("\r\nConnection: close\r\nProxy-Connection: close\r\n"));
+        QVERIFY(!head.contains("keep-alive") && !head.contains("Keep-Alive"));
+
+        client.socket.write("GET http://victim.test:" + QByteArray::number(victim.serverPort()) +
+                            "/ HTTP/1.1\r\nHost: victim.test\r\n" + authorisation(proxy) + "\r\n");
+        hostile.sockets[0]->write("HTTP/1.1 200 OK\r\nContent-Length: 6\r\n\r\nforged");
+        QVERIFY(client.waitFor("forged"));
+        QVERIFY(!client.waitFor("victim.test", 300));
+        QCOMPARE(victim.accepted, 0);
+        client.socket.abort();
+        hostile.sockets[0]->abort();
+        QTRY_COMPARE(proxy.openConnections(), 0);
+    }
+
+    // A route changed while a request waits for the old route's answer: the
+    // tunnel hears of it only later (the change is queued to its thread), so
+    // it checks at each answer and sends not one more byte the old way.
+    void aSwitchSendsNothingMoreTheOldWay()
+    {
+        LoggingProxy fresh("B", LoggingProxy::Kind::Socks5);
+        for (const bool socks : {true, false}) {
+            Recorder old;
+            QTcpServer front;
+            QVERIFY(front.listen(QHostAddress::LocalHost, 0));
+            QTcpSocket engine;
+            engine.setProxy(QNetworkProxy::NoProxy);
+            engine.connectToHost(QHostAddress::LocalHost, front.serverPort());
+            QTRY_VERIFY(front.hasPendingConnections());
+            ProxyRouting routing;
+            routing.setUpstream(ProxyEntry::parse((socks ? "socks5://127.0.0.1:" : "127.0.0.1:") +
+                                                  QString::number(old.serverPort())));
+            QObject owner;
+            new ProxyTunnel(front.nextPendingConnection(), routing, "Basic dA==", 5000, 5000, {},
+                            &owner);
+            engine.write(
+                "CONNECT site.test:80 HTTP/1.1\r\nProxy-Authorization: Basic dA==\r\n\r\n");
+            const QByteArray sent = socks ? QByteArray("\x05\x01\x00", 3)
+                                          : QByteArray("CONNECT site.test:80 HTTP/1.1\r\n"
+                                                       "Host: site.test:80\r\n\r\n");
+            QTRY_COMPARE(old.received, sent);
+            routing.setUpstream(ProxyEntry::parse(fresh.entry()));
+            old.sockets[0]->write(socks
+                                      ? QByteArray("\x05\x00", 2)
+                                      : QByteArray("HTTP/1.1 200 Connection established\r\n\r\n"));
+            QByteArray answer;
+            QVERIFY(QTest::qWaitFor([&] {
+                return (answer += engine.readAll()).contains("200 Connection established");
+            }));
+            engine.write("GET / HTTP/1.1\r\nHost: site.test\r\n\r\n");
+            QVERIFY(
+                QTest::qWaitFor([&] { return (answer += engine.readAll()).contains("via B"); }));
+            QCOMPARE(old.received, sent);
+        }
     }
 
     // A change of route spares the requests on their way: one whose old route
