@@ -8,6 +8,7 @@
 #include "tabs/Tabs.h"
 
 #include <QShortcut>
+#include <QUrl>
 #include <QWidget>
 
 namespace {
@@ -17,7 +18,7 @@ constexpr int floatingWidthTwips = 3000;
 FullScreen::FullScreen(QWidget& window, commandbar::CommandBar& bar, Tabs& tabs,
                        ActiveTabPresenter& events, CommandDispatcher& commands)
     : window_(window), bar_(bar), tabs_(tabs),
-      leavePage_(new QShortcut(QKeySequence(Qt::Key_Escape), &window))
+      leavePage_(new QShortcut(QKeySequence(Qt::Key_Escape), &window)), notice_(window)
 {
     leavePage_->setEnabled(false);
     connect(leavePage_, &QShortcut::activated, this, [this] {
@@ -47,6 +48,11 @@ void FullScreen::pageFullScreen(bool on)
         enter();
         forPage_ = true;
         leavePage_->setEnabled(true);
+        if (platform::BrowserView* view = tabs_.currentView()) {
+            const QUrl page(view->locationUrl());
+            notice_.show(page.host().isEmpty() ? page.toDisplayString(QUrl::RemoveUserInfo)
+                                               : page.host());
+        }
     } else if (!on && active() && forPage_) {
         forPage_ = false; // the page is out already
         leave();
@@ -87,6 +93,7 @@ void FullScreen::leave()
         view->exitFullScreen();
     forPage_ = false;
     leavePage_->setEnabled(false);
+    notice_.hide();
     setChecked(false);
     if (commandbar::Band* menu = bar_.band(key::menuBar))
         menu->setVisible(true);

@@ -3,7 +3,9 @@
 // main toolbar floating over the page. The check of the View menu's tool is
 // the mode. Leaving it brings every band back and the window to where it
 // was. A page's own full screen (a video's button) goes through the same
-// toggle, and Esc then leaves it.
+// toggle, and Esc then leaves it; a notice names the site and says so.
+#include "FullScreenNotice.h"
+
 #include <QObject>
 
 class CommandDispatcher;
@@ -47,4 +49,5 @@ private:
     // The page asked for full screen, so its Esc leaves it.
     bool forPage_ = false;
     QShortcut* leavePage_;
+    FullScreenNotice notice_;
 };

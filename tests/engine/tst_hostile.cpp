@@ -191,6 +191,50 @@ private slots:
     }
 
     // A saved or downloaded page is opened from disk, beside the user's files.
+    // Sign-in boxes over a page come only from the page's own site, and a
+    // click that starts twenty downloads brings up a few save dialogs.
+    void noPageBuriesTheUserInDialogs()
+    {
+        LocalHttpServer other;
+        other.setResponse("/private.png", {"", "image/png", "", "ann:secret"});
+        other.setResponse("/private.html",
+                          {"<title>framed</title>", "text/html", "", "ann:secret"});
+        const QString elsewhere = other.url("/private").replace("127.0.0.1", "localhost");
+        server.setPage("/pictures.html",
+                       ("<img src='" + elsewhere + ".png?1'><img src='" + elsewhere +
+                        ".png?2'><iframe src='" + elsewhere +
+                        ".html'></iframe>"
+                        "<script>onload = () => document.title = 'ready';</script>")
+                           .toUtf8());
+        server.setResponse("/own.html", {"<title>own</title>", "text/html", "", "ann:secret"});
+        server.setPage("/downloads.html",
+                       "<title>ready</title><button style='width:400px;height:200px' onclick=\""
+                       "for (let i = 0; i < 20; ++i) { const a = document.createElement('a');"
+                       "a.href = 'data:text/plain,x'; a.download = 'Invoice' + i + '.pdf.desktop';"
+                       "a.click(); }\">get</button>");
+        EngineApp app;
+        BrowserView* view = app.startAt(server.url("/pictures.html"), "ready");
+        QVERIFY(view);
+        QCOMPARE(other.requests("/private.png"), 2);
+        QVERIFY2(app.dialogs.asked.isEmpty(), qPrintable(app.dialogs.asked.join('|')));
+        app.dialogs.logins = {{"ann", "secret"}};
+        view->navigate(server.url("/own.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(titled(view, "own"), 20000);
+        QCOMPARE(app.dialogs.asked.size(), 1);
+
+        app.dialogs.asked.clear();
+        view->navigate(server.url("/downloads.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(titled(view, "ready"), 20000);
+        QVERIFY(drawn(view));
+        clickPage(app.engineView(1), {100, 50});
+        QTRY_VERIFY_WITH_TIMEOUT(!app.dialogs.asked.isEmpty(), 20000);
+        QTest::qWait(1000);
+        QCOMPARE(app.dialogs.asked.size(), ScriptDialogLimit::burst);
+        for (const QString& asked : app.dialogs.asked)
+            QVERIFY2(asked.contains("/Invoice") && asked.endsWith(".pdf.desktop"),
+                     qPrintable(asked));
+    }
+
     void localFilesStayLocal()
     {
         QTemporaryDir dir;

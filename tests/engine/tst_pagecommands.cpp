@@ -13,6 +13,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QWebEngineCookieStore>
 #include <QWebEngineProfile>
@@ -63,6 +64,12 @@ private slots:
         server.setPage("/video.html",
                        "<title>Video</title><button id=b style='width:100%;height:300px' "
                        "onclick='document.body.requestFullscreen()'>full</button>");
+        server.setPage("/later.html",
+                       "<title>Later</title><button style='width:100%;height:300px' onclick="
+                       "\"setTimeout(() => (document.title = 'asked') && "
+                       "document.body.requestFullscreen().then(() => document.title = 'full'),"
+                       "1500)"
+                       "\">later</button>");
         server.setPage("/edit.html", "<title>Edit</title><p id=p>plain words</p>"
                                      "<textarea id=t>typed words</textarea>"
                                      "<input id=w type=password value=secret>"
@@ -183,11 +190,29 @@ private slots:
         QTest::mouseClick(surface, Qt::LeftButton, {}, QPoint(100, 100));
         QTRY_VERIFY_WITH_TIMEOUT(w.isFullScreen(), 20000);
         QVERIFY(mainBar->isWindow() && mainBar->isVisible() && !menuBar->isVisible());
+        // Which site took the screen, and how to leave, over the page.
+        const auto* notice = w.findChild<QLabel*>(QStringLiteral("fullScreenNotice"));
+        QVERIFY(notice && notice->isVisible());
+        QCOMPARE(notice->text(), "127.0.0.1 is now full screen. Press Esc to leave.");
+        QCOMPARE(notice->textFormat(), Qt::PlainText);
         QTRY_COMPARE(ask(view, "document.fullscreenElement === document.body").toBool(), true);
         QTest::keyClick(&w, Qt::Key_Escape);
         QTRY_VERIFY_WITH_TIMEOUT(w.isMaximized(), 20000);
         QCOMPARE(ask(view, "document.fullscreenElement").toString(), QString());
-        QVERIFY(!mainBar->isWindow() && menuBar->isVisible());
+        QVERIFY(!mainBar->isWindow() && menuBar->isVisible() && !notice->isVisible());
+
+        // A tab the user has left cannot take the screen, not even with the
+        // click it had before.
+        view->navigate(server.url("/later.html"));
+        QTRY_VERIFY_WITH_TIMEOUT(view->title() == "Later", 20000);
+        QVERIFY(drawn(view));
+        QTest::mouseClick(view->engineView()->focusProxy(), Qt::LeftButton, {}, QPoint(100, 100));
+        w.parts().tabs.newTab({}, true);
+        QTRY_COMPARE_WITH_TIMEOUT(view->title(), QStringLiteral("asked"), 20000);
+        // Refused, the engine leaves the page's promise unsettled.
+        QTest::qWait(500);
+        QCOMPARE(view->title(), QStringLiteral("asked"));
+        QVERIFY(ask(view, "document.fullscreenElement === null").toBool() && !w.isFullScreen());
     }
 
     void offlineFindAndSource()

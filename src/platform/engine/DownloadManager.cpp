@@ -6,12 +6,15 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 #include <QWebEngineDownloadRequest>
+#include <QWebEnginePage>
 #include <QWebEngineProfile>
+#include <QWebEngineView>
 
 namespace platform {
 
 DownloadManager::DownloadManager(QWebEngineProfile& profile, Dialogs& dialogs) : dialogs_(dialogs)
 {
+    clock_.start();
     connect(&profile, &QWebEngineProfile::downloadRequested, this, &DownloadManager::requested);
 }
 
@@ -47,7 +50,40 @@ void DownloadManager::requested(QWebEngineDownloadRequest* download)
     window_->raise();
 }
 
+bool DownloadManager::mayAsk(QWebEnginePage* page)
+{
+    if (asking_)
+        return false;
+    if (!page)
+        return true;
+    if (!pages_.contains(page)) {
+        // The first is the page's to ask for, even from a tab opened behind
+        // (a link to a file opened in a new tab).
+        pages_.insert(page, {});
+        connect(page, &QWebEnginePage::loadStarted, this, [this, page] { pages_[page].reset(); });
+        connect(page, &QObject::destroyed, this, [this, page] { pages_.remove(page); });
+        return true;
+    }
+    const QWebEngineView* view = QWebEngineView::forPage(page);
+    return view && view->isVisible() && pages_[page].allows();
+}
+
 QString DownloadManager::askPath(const QWebEngineDownloadRequest& download)
+{
+    QWebEnginePage* page = download.page();
+    if (!mayAsk(page))
+        return {};
+    const QPointer<QWebEnginePage> asked(page);
+    const qint64 shown = clock_.elapsed();
+    asking_ = true;
+    const QString path = askUser(download);
+    asking_ = false;
+    if (asked)
+        pages_[asked].answered(shown, clock_.elapsed());
+    return path;
+}
+
+QString DownloadManager::askUser(const QWebEngineDownloadRequest& download)
 {
     // The dialog opens in the downloads folder only if it exists.
     const QString folder = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);

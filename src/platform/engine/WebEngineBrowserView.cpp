@@ -154,7 +154,12 @@ void WebEngineBrowserView::wirePage()
             [this] { emit windowClosing(false); });
     connect(page_, &QWebEnginePage::fullScreenRequested, this,
             [this](QWebEngineFullScreenRequest request) {
-                // The window follows: it goes full screen with the page.
+                // Only the tab in view may take the screen; the window
+                // follows it.
+                if (request.toggleOn() && !view_->isVisible()) {
+                    request.reject();
+                    return;
+                }
                 request.accept();
                 emit fullScreenRequested(request.toggleOn());
             });
@@ -169,7 +174,8 @@ void WebEngineBrowserView::wirePage()
             });
     connect(page_, &QWebEnginePage::authenticationRequired, this,
             [this](const QUrl& url, QAuthenticator* authenticator) {
-                askCredentials(url, authenticator, {});
+                if (!page_->askSignIn(url, [&] { askCredentials(url, authenticator, {}); }))
+                    *authenticator = QAuthenticator(); // declined
             });
     connect(page_, &QWebEnginePage::proxyAuthenticationRequired, this,
             &WebEngineBrowserView::askCredentials);

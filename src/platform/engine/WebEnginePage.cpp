@@ -50,6 +50,22 @@ template <typename Ask> void WebEnginePage::showDialog(Ask ask)
     dialogLimit_.answered(shown, clock_.elapsed());
 }
 
+bool WebEnginePage::askSignIn(const QUrl& url, const std::function<void()>& ask)
+{
+    const auto sameSite = [&url](const QUrl& page) {
+        return page.scheme() == url.scheme() && page.host() == url.host() &&
+               page.port() == url.port();
+    };
+    if (!sameSite(this->url()) && !sameSite(navigatingTo_))
+        return false;
+    bool asked = false;
+    showDialog([&] {
+        ask();
+        asked = true;
+    });
+    return asked;
+}
+
 QString WebEnginePage::dialogTitle(const QUrl& origin)
 {
     return QStringLiteral("The page at %1 says")
@@ -72,8 +88,10 @@ bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type
         engine_.navigationPolicy().allows(owner_, {url, kindOf(type), isMainFrame});
     // Here, not at loadStarted: that signal can arrive after the new
     // document's first script has already asked.
-    if (allowed && isMainFrame)
+    if (allowed && isMainFrame) {
         dialogLimit_.reset();
+        navigatingTo_ = url;
+    }
     return allowed;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 // The engine page of one view: keeps the view busy while a prompt of the page
 // waits for the user, keeps a silent view's pages quiet and a page's dialog
-// storm short, asks the window's navigation policy before every navigation,
+// and sign-in storm short, asks the window's navigation policy before every navigation,
 // and the user before an address another program would open.
 #include "platform/browser/ScriptDialogLimit.h"
 
@@ -20,6 +20,11 @@ public:
     WebEnginePage(EngineProfile& profile, BrowserView& owner, QObject* parent);
 
     bool silent = false;
+
+    // Calls ask for a sign-in the site at url wants, only when it is the
+    // page's own site (a picture or frame of another site asks nothing) and
+    // within the page's dialog limit; false when ask was not called.
+    bool askSignIn(const QUrl& url, const std::function<void()>& ask);
     // Called when the engine reports that the page asked for content over an
     // unencrypted connection.
     std::function<void()> mixedContent;
@@ -47,6 +52,9 @@ private:
     EngineProfile& engine_;
     BrowserView& owner_;
     ScriptDialogLimit dialogLimit_;
+    // Where the main frame was last allowed to go, redirects included: the
+    // page's own site while it loads.
+    QUrl navigatingTo_;
     QElapsedTimer clock_;
 };
 
