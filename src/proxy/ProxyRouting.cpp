@@ -52,6 +52,12 @@ QString ProxyRouting::connectHost(const QString& host) const
     return hostRules_.map(host);
 }
 
+bool ProxyRouting::listedStraight(const QString& host) const
+{
+    QMutexLocker lock(&mutex_);
+    return bypassed(bypass_, host);
+}
+
 bool ProxyRouting::bypassed(const QStringList& hosts, const QString& host)
 {
     for (QString entry : hosts) {

@@ -31,6 +31,8 @@ public:
     Route routeFor(const QString& host) const;
     quint64 generation() const;
     QString connectHost(const QString& host) const;
+    // Whether host is on the user's list of hosts reached straight.
+    bool listedStraight(const QString& host) const;
 
     // A bypass entry matches its host and every host below it.
     static bool bypassed(const QStringList& hosts, const QString& host);

@@ -174,9 +174,10 @@ void ProxyTunnel::startRequest()
         connectUpstream(upstreamProxy_->host, upstreamProxy_->port);
         return;
     }
-    // A host the user's own resolver rules name goes where they say.
+    // A host the user's own resolver rules name goes where they say, and one
+    // the user listed to be reached straight may be on this computer.
     const QString mapped = routing_.connectHost(host_);
-    if (mapped != host_) {
+    if (mapped != host_ || routing_.listedStraight(host_)) {
         connectUpstream(mapped, port_);
         return;
     }

@@ -8,9 +8,9 @@
 // site can pass for the answer to another's request. Straight to a host, a
 // name is looked up here and refused when it leads back to this computer:
 // the engine sends its own loopback addresses past the proxy, so one that
-// arrives is an alias or a rebound name. When the route changes, a request
-// still waiting for its route to answer is sent the new way; one already out
-// gets its answer the way it went, and nothing more goes out that way.
+// arrives is an alias or a rebound name (unless the user listed the name). When the route changes,
+// a request still waiting for its route to answer is sent the new way; one already out gets its
+// answer the way it went, and nothing more goes out that way.
 #include "ProxyRouting.h"
 
 #include <QByteArray>

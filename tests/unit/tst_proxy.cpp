@@ -206,6 +206,15 @@ private slots:
         QVERIFY(QTest::qWaitFor(
             [&] { return before.socket.state() == QAbstractSocket::UnconnectedState; }, 5000));
         QVERIFY(!before.received.contains("after the switch"));
+
+        // A name the user listed to be reached straight may be this computer.
+        proxy.setUpstream({});
+        proxy.setBypass({"localhost"});
+        Client listed(proxy);
+        listed.socket.write("CONNECT localhost:" + port + " HTTP/1.1\r\n" + authorisation(proxy) +
+                            "\r\n");
+        QVERIFY(listed.waitFor("200 Connection established"));
+        listed.socket.abort();
         QTRY_COMPARE(proxy.openConnections(), 0);
     }
 
