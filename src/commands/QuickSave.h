@@ -2,8 +2,9 @@
 // Quick save and the text view, which both hand a page over through a file in
 // the program's "SavedFiles" folder. Quick save writes the page's markup to
 // "QuickSave.dat" and starts the quick saver beside the program, which makes
-// a page of it there; the text view writes the page's text to "temp.dat",
-// shows it in a text window and deletes the file at once.
+// a page of it there, fetching the page's pictures and styles through the
+// program's own proxy (so the user's proxy choice and Work Offline hold); the text view writes the
+// page's text to "temp.dat", shows it in a text window and deletes the file at once.
 #include "core/MainState.h"
 
 #include <QString>
@@ -13,6 +14,7 @@ class QWidget;
 
 namespace platform {
 class BrowserView;
+class BrowserViewFactory;
 class Dialogs;
 class Shell;
 } // namespace platform
@@ -21,7 +23,11 @@ class QuickSave
 {
 public:
     QuickSave(QWidget& window, const MainState& state, platform::Dialogs& dialogs,
-              platform::Shell& shell, CommandDispatcher& commands);
+              platform::Shell& shell, platform::BrowserViewFactory& engine,
+              CommandDispatcher& commands);
+
+    // The saver's environment variable naming the proxy it fetches through.
+    static constexpr const char* proxyVariable = "QUB_SAVER_PROXY";
 
     QString savedFilesFolder() const { return state_.appDir + QStringLiteral("SavedFiles/"); }
     void save(platform::BrowserView& view);
@@ -35,4 +41,5 @@ private:
     const MainState& state_;
     platform::Dialogs& dialogs_;
     platform::Shell& shell_;
+    platform::BrowserViewFactory& engine_;
 };

@@ -36,12 +36,20 @@ bool DesktopShell::openAddressBook()
     if (command.isEmpty())
         return false;
     const QString program = command.takeFirst();
-    return start(program, command);
+    return start(program, command, {});
 }
 
-bool DesktopShell::start(const QString& program, const QStringList& arguments)
+bool DesktopShell::start(const QString& program, const QStringList& arguments,
+                         const QHash<QString, QString>& added)
 {
-    return QProcess::startDetached(program, arguments);
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (auto it = added.begin(); it != added.end(); ++it)
+        environment.insert(it.key(), it.value());
+    QProcess process;
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setProcessEnvironment(environment);
+    return process.startDetached();
 }
 
 bool DesktopShell::showProperties(const QString& path)

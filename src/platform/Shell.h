@@ -3,6 +3,7 @@
 // desktop chose for it (a mailto: text opens a new mail message), start its
 // address book, start a program, show a file's properties, or play a sound.
 // DesktopShell asks the desktop; tests record the calls instead.
+#include <QHash>
 #include <QIcon>
 #include <QString>
 #include <QStringList>
@@ -20,8 +21,10 @@ public:
     virtual bool open(const QString& address) = 0;
     // False when no address book program is installed.
     virtual bool openAddressBook() = 0;
-    // Starts a program without waiting for it; false when it cannot start.
-    virtual bool start(const QString& program, const QStringList& arguments) = 0;
+    // Starts a program without waiting for it, with variables added to this
+    // program's environment; false when it cannot start.
+    virtual bool start(const QString& program, const QStringList& arguments,
+                       const QHash<QString, QString>& added) = 0;
     // The file manager's properties of a file; false when none answers.
     virtual bool showProperties(const QString& path) = 0;
     // Plays a sound file without waiting; nothing happens without a file or
@@ -41,7 +44,8 @@ public:
     ~DesktopShell() override;
     bool open(const QString& address) override;
     bool openAddressBook() override;
-    bool start(const QString& program, const QStringList& arguments) override;
+    bool start(const QString& program, const QStringList& arguments,
+               const QHash<QString, QString>& added) override;
     bool showProperties(const QString& path) override;
     void playSound(const QString& path) override;
     QIcon fileIcon(const QString& path) override;

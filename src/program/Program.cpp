@@ -3,12 +3,19 @@
 #include "platform/IconTheme.h"
 
 #include <QApplication>
+#include <cstdio>
 
 void Program::prepare()
 {
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication::setApplicationName(QStringLiteral("QUB-BROWSER"));
     QApplication::setApplicationVersion(QStringLiteral(QUB_VERSION));
+    // Possible only as root, where the engine will not start otherwise; the
+    // user should know that pages then run unconfined.
+    if (!qEnvironmentVariableIsEmpty("QTWEBENGINE_DISABLE_SANDBOX") ||
+        qEnvironmentVariable("QTWEBENGINE_CHROMIUM_FLAGS").contains(QLatin1String("--no-sandbox")))
+        std::fprintf(stderr, "qub-browser: the engine's sandbox is off, so pages run unconfined. "
+                             "Run the browser as an ordinary user to keep it on.\n");
 }
 
 Program::Program() : factory_(dialogs_, shell_)

@@ -124,9 +124,11 @@ public:
         opened << QStringLiteral("address book");
         return handled;
     }
-    bool start(const QString& program, const QStringList& arguments) override
+    bool start(const QString& program, const QStringList& arguments,
+               const QHash<QString, QString>& added) override
     {
         opened << (QStringList{program} + arguments).join(' ');
+        startedWith = added;
         return handled;
     }
     bool showProperties(const QString& path) override
@@ -144,6 +146,8 @@ public:
     QHash<QString, QString> handlers;
     QStringList iconsAsked;
     QStringList opened;
+    // What the last program started had added to its environment.
+    QHash<QString, QString> startedWith;
     QStringList played;
     bool handled = true;
 };

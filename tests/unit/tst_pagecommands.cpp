@@ -62,6 +62,32 @@ private slots:
         QVERIFY(!enabled("b_paste"));
     }
 
+    // Quick save hands the saver the browser's own proxy in an environment,
+    // which only the user can read, and puts nothing on the command line,
+    // which every local user can, that might be a secret; offline it starts
+    // nothing.
+    void quickSaveHandsOverNoSecretInTheOpen()
+    {
+        CommandsFixture f;
+        FakeBrowserView* view = f.view(1);
+        view->navigate(QStringLiteral("http://ann:pw@mail.test/inbox?token=s3cret#m1"));
+        view->documentFacet.answers = {QStringLiteral("<body>mail</body>")};
+        f.commands.run(cmd::Command::QuickSave);
+        QCOMPARE(f.shell.opened, QStringList{"qsexdll url:http://mail.test/inbox"});
+        QCOMPARE(f.shell.startedWith.value("QUB_SAVER_PROXY"),
+                 QStringLiteral("http://qub:%1@127.0.0.1:%2")
+                     .arg(f.factory.proxy.secret())
+                     .arg(f.factory.proxy.port()));
+
+        f.shell.opened.clear();
+        f.factory.connectionState.setOffline(true);
+        view->documentFacet.answers = {QStringLiteral("<body>mail</body>")};
+        f.commands.run(cmd::Command::QuickSave);
+        QVERIFY(f.shell.opened.isEmpty());
+        QCOMPARE(f.dialogs.asked.size(), 1);
+        QVERIFY(f.dialogs.asked[0].contains("working offline"));
+    }
+
     void fullScreenComesBackToTheWindowItLeft()
     {
         CommandsFixture f;

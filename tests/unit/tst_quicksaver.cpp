@@ -1,10 +1,12 @@
 // The quick saver: its file names, its never-overwriting save, the page it
 // writes, and the built qsexdll against a local server.
+#include "proxy/ForwardingProxy.h"
 #include "quicksaver/SaveTarget.h"
 #include "quicksaver/SavedPage.h"
 #include "support/Files.h"
 #include "support/HtmlQuery.h"
 #include "support/LocalHttpServer.h"
+#include "support/LoggingProxy.h"
 #include "support/TestMain.h"
 
 #include <QDir>
@@ -209,6 +211,24 @@ private slots:
             QVERIFY(!html.contains(server.url("/").toUtf8()));
         }
         QCOMPARE(server.requests("/pic.png"), 2);
+
+        // Given the browser's proxy, it fetches through it, so the user's
+        // choice of upstream holds; this computer's own pages go straight,
+        // as the engine sends them.
+        LoggingProxy upstream("U", LoggingProxy::Kind::Http);
+        proxy::ForwardingProxy forwarder;
+        forwarder.setUpstream(upstream.entry());
+        const QString through = QStringLiteral("http://qub:%1@127.0.0.1:%2")
+                                    .arg(forwarder.secret())
+                                    .arg(forwarder.port());
+        const QByteArray page = "<body><img src=pic.png></body>\n";
+        writeFile(folder + "/QuickSave.dat", page);
+        QCOMPARE(run({"url:http://site.test/page.html"}, {}, through).code, 0);
+        QCOMPARE(upstream.hosts, QStringList{"site.test"});
+        writeFile(folder + "/QuickSave.dat", page);
+        QCOMPARE(run({"url:" + server.url("/page.html")}, {}, through).code, 0);
+        QCOMPARE(server.requests("/pic.png"), 3);
+        QCOMPARE(upstream.hosts.size(), 1);
     }
 
     void badInput()
@@ -234,11 +254,13 @@ private:
         QString out;
         QString err;
     };
-    Run run(const QStringList& arguments, const QString& appDir = {})
+    Run run(const QStringList& arguments, const QString& appDir = {}, const QString& proxy = {})
     {
         QProcess saver;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("QUB_APPDIR", appDir.isEmpty() ? dir.path() : appDir);
+        if (!proxy.isEmpty())
+            environment.insert("QUB_SAVER_PROXY", proxy);
         saver.setProcessEnvironment(environment);
         saver.start(QCoreApplication::applicationDirPath() + "/qsexdll", arguments);
         // The server answers from this event loop while the saver runs.

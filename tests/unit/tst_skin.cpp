@@ -8,6 +8,7 @@
 #include "support/TestMain.h"
 
 #include <QMainWindow>
+#include <QTextDocument>
 
 using namespace commandbar;
 
@@ -153,6 +154,12 @@ private slots:
         QTRY_COMPARE(line("one"), 1);
         QCOMPARE(line("two"), 0);
         QCOMPARE(line("three"), 2);
+
+        // A caption can be a page's title, and a tooltip would read markup.
+        bar.tool("one", "b_a")->setCaption("<img src=x><b>Bank</b>");
+        QTextDocument tip;
+        tip.setHtml(widgets.action(bar.tool("one", "b_a"))->toolTip());
+        QCOMPARE(tip.toPlainText(), "<img src=x><b>Bank</b>");
 
         bar.band("three")->setVisible(false);
         QCOMPARE(line("three"), -1);

@@ -1,8 +1,37 @@
 #include "Fetcher.h"
 
+#include <QHostAddress>
+#include <QNetworkProxyFactory>
 #include <QNetworkReply>
 
 namespace quicksaver {
+
+namespace {
+
+class ProxyButForThisComputer : public QNetworkProxyFactory
+{
+public:
+    explicit ProxyButForThisComputer(QNetworkProxy proxy) : proxy_(std::move(proxy)) {}
+
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override
+    {
+        const QString host = query.peerHostName().toLower();
+        const bool here = host == QLatin1String("localhost") ||
+                          host.endsWith(QLatin1String(".localhost")) ||
+                          QHostAddress(host).isLoopback();
+        return {here ? QNetworkProxy(QNetworkProxy::NoProxy) : proxy_};
+    }
+
+private:
+    QNetworkProxy proxy_;
+};
+
+} // namespace
+
+void Fetcher::setProxy(const QNetworkProxy& proxy)
+{
+    network_.setProxyFactory(new ProxyButForThisComputer(proxy));
+}
 
 int Fetcher::fetch(const QList<QUrl>& urls)
 {

@@ -4,6 +4,7 @@
 #include "SavedPage.h"
 
 #include <QNetworkAccessManager>
+#include <QNetworkProxy>
 #include <QObject>
 #include <QSet>
 
@@ -21,6 +22,9 @@ public:
     static constexpr int maxRequests = 1000;
     static constexpr int transferTimeoutMs = 20000;
 
+    // Everything but this computer's own addresses goes through proxy, as
+    // the browser's engine sends them.
+    void setProxy(const QNetworkProxy& proxy);
     // Queues the addresses not asked for before and starts them; how many.
     int fetch(const QList<QUrl>& urls);
     // Aborts what is under way and takes no more.

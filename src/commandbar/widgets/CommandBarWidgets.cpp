@@ -14,6 +14,7 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QTabWidget>
+#include <QTextDocument>
 #include <QToolBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -22,6 +23,17 @@
 #include <utility>
 
 namespace commandbar {
+
+namespace {
+// A tooltip reads markup when its text looks like some, and a caption can be
+// a page's title: such a text is shown escaped, as written.
+QString plainToolTip(const QString& text)
+{
+    return Qt::mightBeRichText(text) ? QStringLiteral("<p style='white-space:pre'>") +
+                                           text.toHtmlEscaped() + QStringLiteral("</p>")
+                                     : text;
+}
+} // namespace
 
 CommandBarWidgets::CommandBarWidgets(CommandBar& bar, QMainWindow& window, RedrawPacer& pacer)
     : QObject(&window), bar_(bar), window_(window), pacer_(pacer), lines_(bar, window, containers_),
@@ -272,7 +284,7 @@ void CommandBarWidgets::updateAction(Tool* tool)
                         ? tool->shownCaption() + QLatin1Char('\t') +
                               QKeySequence(tool->shortcut()).toString(QKeySequence::NativeText)
                         : tool->shownCaption());
-    action->setToolTip(tool->tooltip().isEmpty() ? tool->caption() : tool->tooltip());
+    action->setToolTip(plainToolTip(tool->tooltip().isEmpty() ? tool->caption() : tool->tooltip()));
     action->setCheckable(tool->checkable());
     action->setChecked(tool->checked());
     action->setEnabled(tool->enabled());
