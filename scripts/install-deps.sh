@@ -7,7 +7,7 @@ set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache libgl-dev libxml2-dev
           qt6-base-dev libqt6sql6-sqlite qt6-multimedia-dev qt6-webchannel-dev qt6-webengine-dev libqt6webenginecore6-bin qt6-qpa-plugins libqt6svg6
-          adwaita-icon-theme fonts-dejavu-core)
+          adwaita-icon-theme fonts-dejavu-core xdg-utils)
 if [ "${1:-}" = test ]; then
     packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick "libssl3|libssl3t64" clang libclang-rt-dev clang-tidy clazy)
 fi

@@ -11,7 +11,7 @@ namespace {
 class ProxyButForThisComputer : public QNetworkProxyFactory
 {
 public:
-    explicit ProxyButForThisComputer(QNetworkProxy proxy) : proxy_(std::move(proxy)) {}
+    explicit ProxyButForThisComputer(const QNetworkProxy& proxy) : proxy_(proxy) {}
 
     QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery& query) override
     {

@@ -76,7 +76,7 @@ QString DownloadManager::askPath(const QWebEngineDownloadRequest& download)
     const QPointer<QWebEnginePage> asked(page);
     const qint64 shown = clock_.elapsed();
     asking_ = true;
-    const QString path = askUser(download);
+    QString path = askUser(download);
     asking_ = false;
     if (asked)
         pages_[asked].answered(shown, clock_.elapsed());
