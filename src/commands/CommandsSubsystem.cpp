@@ -13,7 +13,8 @@ CommandsSubsystem::CommandsSubsystem(QWidget& window, commandbar::CommandBar& ba
       window_(dialogs, shell, bar, engine.privateData(), commands),
       fullScreen_(window, bar, tabs.strip(), tabs.presenter(), commands),
       page_(bar, tabs.strip(), engine.connection(), commands, events),
-      links_(tabs.strip(), dialogs, commands), quickSave_(window, state, dialogs, shell, engine, commands),
+      links_(tabs.strip(), dialogs, commands),
+      quickSave_(window, state, dialogs, shell, engine, commands),
       findBar_(new FindBar(tabs.strip(), tabs.active(), &window))
 {
     commands.on(cmd::Command::Find, [this](const CommandContext&) { findBar_->open(); });

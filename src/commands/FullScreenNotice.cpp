@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QLabel>
+#include <QMainWindow>
 #include <QWidget>
 
 FullScreenNotice::FullScreenNotice(QWidget& window) : window_(window), label_(new QLabel(&window))
@@ -29,7 +30,10 @@ bool FullScreenNotice::eventFilter(QObject* watched, QEvent* event)
 
 void FullScreenNotice::place()
 {
-    label_->move((window_.width() - label_->width()) / 2, 24);
+    // Over the page, clear of the bands above it.
+    const auto* main = qobject_cast<QMainWindow*>(&window_);
+    const int top = main && main->centralWidget() ? main->centralWidget()->geometry().top() : 0;
+    label_->move((window_.width() - label_->width()) / 2, top + 24);
     label_->raise();
 }
 

@@ -24,7 +24,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    // Top centre of the window, as the window is now.
+    // Top centre of the page area, as the window is now.
     void place();
 
     QWidget& window_;

@@ -18,13 +18,18 @@ constexpr QLatin1String guard{
 QString escaped(const QString& text)
 {
     QString out = text.toHtmlEscaped();
-    return out.replace(u'\'', QLatin1String("&#39;"));
+    // A NUL is read as a replacement character by some parsers and as the
+    // end of the text by others: written as what a browser reads.
+    return out.replace(u'\'', QLatin1String("&#39;")).replace(QChar(0), QChar(0xFFFD));
 }
 
-// Tag names come from the page's own elements; anything but a plain name is
-// written as an anchor.
+// Tag names come from the page's own elements; anything but a plain name of
+// a tag's length (some parsers cut longer ones, and read the rest as an
+// attribute) is written as an anchor.
 QString tagName(const QString& tag)
 {
+    if (tag.size() > 32)
+        return QStringLiteral("A");
     for (QChar c : tag)
         if (!c.isLetterOrNumber() && c != u'-' && c != u'_' && c != u':' && c != u'.')
             return QStringLiteral("A");
