@@ -43,6 +43,10 @@ private slots:
     // Every page sets its title to "ready" once its attack is under way.
     void initTestCase()
     {
+        // Names of the internet for pages, all served here.
+        qputenv("QTWEBENGINE_CHROMIUM_FLAGS",
+                qgetenv("QTWEBENGINE_CHROMIUM_FLAGS") +
+                    " --host-resolver-rules=\"MAP *.test 127.0.0.1\"");
         const QByteArray ready = "<title>ready</title>";
         server.setPage("/loop.html",
                        ready + "<script>setTimeout(() => { for (;;) {} }, 50);</script>");
@@ -235,6 +239,26 @@ private slots:
                      qPrintable(asked));
     }
 
+    // A page from the internet reaches nothing of this computer or the local
+    // network but by the user's navigation, whatever route the request takes.
+    void thePageStaysOutsideTheLocalNetwork()
+    {
+        server.setPage("/inward.html",
+                       "<script>const ask = (address) => fetch(address, {mode: 'no-cors'})"
+                       ".then(() => 'reached', () => 'blocked');"
+                       "Promise.all([ask('http://192.168.255.254:9/router'),"
+                       "ask(location.href.replace('public.test', '127.0.0.1') + '?here')])"
+                       ".then((answers) => document.title = answers.join(','));</script>");
+        EngineApp app;
+        const QString page = server.url("/inward.html").replace("127.0.0.1", "public.test");
+        BrowserView* view = app.startAt(page, "blocked,blocked");
+        QVERIFY2(view, qPrintable(app.engineView(1)->title()));
+        QCOMPARE(server.requests("/inward.html"), 1);
+        // The user's own way there is theirs.
+        view->navigate(server.url("/inward.html"));
+        QTRY_COMPARE_WITH_TIMEOUT(server.requests("/inward.html"), 2, 20000);
+    }
+
     void localFilesStayLocal()
     {
         QTemporaryDir dir;
@@ -256,5 +280,17 @@ private slots:
     }
 };
 
-QUB_TEST_MAIN(HostileTest)
+// Names of the internet for pages, all served here: the engine and the
+// program's proxy find them in the arguments.
+int main(int argc, char** argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+    std::vector<char*> args(argv, argv + argc);
+    char rules[] = "--host-resolver-rules=MAP *.test 127.0.0.1";
+    args.push_back(rules);
+    int count = int(args.size());
+    QApplication app(count, args.data());
+    HostileTest test;
+    return QTest::qExec(&test, argc, argv);
+}
 #include "tst_hostile.moc"

@@ -7,6 +7,7 @@
 #include "history/DragToOpen.h"
 #include "history/HistoryStore.h"
 #include "platform/UserRegistry.h"
+#include "proxy/InwardRequest.h"
 #include "support/Fakes.h"
 #include "support/Files.h"
 #include "support/StripFixture.h"
@@ -55,6 +56,27 @@ class AddressTest : public QObject
     Q_OBJECT
 private slots:
     void init() { testsupport::failOnUnexpectedWarnings(); }
+
+    // What a page from outside may not ask for but by navigating to it.
+    void inwardRequests()
+    {
+        const QUrl outside("http://news.example/");
+        for (const char* inward :
+             {"http://192.168.1.1/cgi", "https://10.0.0.7/", "http://172.16.3.4/",
+              "http://127.0.0.1/", "http://[::1]:631/", "http://[fd00::1]/",
+              "http://169.254.169.254/latest", "http://0.0.0.0:8000/", "ws://router/",
+              "http://printer.local/", "http://nas.lan/", "http://localhost:3000/",
+              "http://app.localhost/", "http://100.64.1.1/"})
+            QVERIFY2(proxy::reachesInward(outside, QUrl(inward)), inward);
+        for (const char* outward : {"http://172.32.0.1/", "https://example.org/", "http://8.8.8.8/",
+                                    "http://[2001:db8::1]/", "data:text/plain,x", "blob:x"})
+            QVERIFY2(!proxy::reachesInward(outside, QUrl(outward)), outward);
+        // From inside, or from no page at all, anything goes.
+        QVERIFY(!proxy::reachesInward(QUrl("http://192.168.1.10/"), QUrl("http://192.168.1.1/")));
+        QVERIFY(!proxy::reachesInward(QUrl("http://intranet/"), QUrl("http://10.0.0.7/")));
+        QVERIFY(!proxy::reachesInward(QUrl("file:///tmp/a.html"), QUrl("http://127.0.0.1/")));
+        QVERIFY(!proxy::reachesInward(QUrl(), QUrl("http://127.0.0.1/")));
+    }
 
     void narrowTrim_data()
     {

@@ -1,4 +1,5 @@
 #include "OfflineSwitch.h"
+#include "proxy/InwardRequest.h"
 
 namespace platform {
 
@@ -13,6 +14,9 @@ bool isNetworkAddress(const QUrl& url)
 void OfflineSwitch::interceptRequest(QWebEngineUrlRequestInfo& info)
 {
     if (offline_ && isNetworkAddress(info.requestUrl()))
+        info.block(true);
+    else if (info.resourceType() != QWebEngineUrlRequestInfo::ResourceTypeMainFrame &&
+             proxy::reachesInward(info.initiator(), info.requestUrl()))
         info.block(true);
 }
 

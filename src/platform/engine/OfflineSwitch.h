@@ -1,7 +1,9 @@
 #pragma once
-// Work offline for the whole profile: while on, every request that would
-// leave the machine is refused before it is sent; local files, the program's
-// own pages and data addresses still load.
+// The profile's gate for every request. Work offline: while on, every
+// request that would leave the machine is refused before it is sent; local
+// files, the program's own pages and data addresses still load. And always: a
+// page from outside gets nothing from this computer's or the local network's
+// addresses (reachesInward) but by the user's own navigation.
 #include "platform/browser/ViewFacets.h"
 
 #include <QWebEngineUrlRequestInterceptor>
