@@ -13,10 +13,10 @@ bool isNetworkAddress(const QUrl& url)
 
 void OfflineSwitch::interceptRequest(QWebEngineUrlRequestInfo& info)
 {
-    if (offline_ && isNetworkAddress(info.requestUrl()))
-        info.block(true);
-    else if (info.resourceType() != QWebEngineUrlRequestInfo::ResourceTypeMainFrame &&
-             proxy::reachesInward(info.initiator(), info.requestUrl()))
+    const bool leaves = offline_ && isNetworkAddress(info.requestUrl());
+    const bool inward = info.resourceType() != QWebEngineUrlRequestInfo::ResourceTypeMainFrame &&
+                        proxy::reachesInward(info.initiator(), info.requestUrl());
+    if (leaves || inward)
         info.block(true);
 }
 
