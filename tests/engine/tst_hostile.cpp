@@ -280,17 +280,6 @@ private slots:
     }
 };
 
-// Names of the internet for pages, all served here: the engine and the
-// program's proxy find them in the arguments.
-int main(int argc, char** argv)
-{
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-    std::vector<char*> args(argv, argv + argc);
-    char rules[] = "--host-resolver-rules=MAP *.test 127.0.0.1";
-    args.push_back(rules);
-    int count = int(args.size());
-    QApplication app(count, args.data());
-    HostileTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+// Names of the internet for pages, all served here.
+QUB_TEST_MAIN_WITH_TEST_NAMES(HostileTest)
 #include "tst_hostile.moc"

@@ -107,17 +107,6 @@ private slots:
     }
 };
 
-// The engine and the program's proxy find the test's host names here.
-int main(int argc, char** argv)
-{
-    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
-    std::vector<char*> args(argv, argv + argc);
-    char rules[] = "--host-resolver-rules=MAP *.test 127.0.0.1";
-    args.push_back(rules);
-    int count = int(args.size());
-    QApplication app(count, args.data());
-    ProxyTest test;
-    return QTest::qExec(&test, argc, argv);
-}
+QUB_TEST_MAIN_WITH_TEST_NAMES(ProxyTest)
 
 #include "tst_proxy.moc"

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QRegularExpression>
 #include <QtTest>
+#include <vector>
 
 namespace testsupport {
 
@@ -25,6 +26,21 @@ inline void failOnUnexpectedWarnings()
     {                                                                                              \
         QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);                                \
         QApplication app(argc, argv);                                                              \
+        TestClass test;                                                                            \
+        return QTest::qExec(&test, argc, argv);                                                    \
+    }
+
+// As QUB_TEST_MAIN, with every ".test" name this computer: the engine and the
+// program's proxy both read the rule from the arguments.
+#define QUB_TEST_MAIN_WITH_TEST_NAMES(TestClass)                                                   \
+    int main(int argc, char** argv)                                                                \
+    {                                                                                              \
+        QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);                                \
+        std::vector<char*> args(argv, argv + argc);                                                \
+        char rules[] = "--host-resolver-rules=MAP *.test 127.0.0.1";                               \
+        args.push_back(rules);                                                                     \
+        int count = int(args.size());                                                              \
+        QApplication app(count, args.data());                                                      \
         TestClass test;                                                                            \
         return QTest::qExec(&test, argc, argv);                                                    \
     }
