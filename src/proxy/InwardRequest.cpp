@@ -1,8 +1,15 @@
 #include "InwardRequest.h"
 
-#include <QHostAddress>
-
 namespace proxy {
+
+bool isThisComputer(const QHostAddress& address)
+{
+    bool v4 = false;
+    const quint32 ip4 = address.toIPv4Address(&v4);
+    if (v4)
+        return (ip4 >> 24) == 127 || (ip4 >> 24) == 0 || (ip4 >> 16) == 0xa9fe;
+    return address.isLoopback() || address.isLinkLocal() || address == QHostAddress::AnyIPv6;
+}
 
 bool isInwardHost(const QString& name)
 {
@@ -11,14 +18,14 @@ bool isInwardHost(const QString& name)
         host = host.mid(1, host.size() - 2);
     QHostAddress address;
     if (address.setAddress(host)) {
+        if (isThisComputer(address))
+            return true;
         bool v4 = false;
         const quint32 ip = address.toIPv4Address(&v4);
         if (v4)
-            return (ip >> 24) == 10 || (ip >> 24) == 127 || (ip >> 24) == 0 ||
-                   (ip >> 20) == 0xac1 || (ip >> 16) == 0xc0a8 || (ip >> 16) == 0xa9fe ||
+            return (ip >> 24) == 10 || (ip >> 20) == 0xac1 || (ip >> 16) == 0xc0a8 ||
                    (ip >> 22) == (100u << 2 | 1u); // 100.64.0.0/10, shared address space
-        return address.isLoopback() || address.isLinkLocal() || address.isUniqueLocalUnicast() ||
-               address == QHostAddress::AnyIPv6;
+        return address.isUniqueLocalUnicast();
     }
     static const QStringList localSuffixes = {
         QStringLiteral(".localhost"), QStringLiteral(".local"),     QStringLiteral(".lan"),

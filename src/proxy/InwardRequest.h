@@ -6,9 +6,14 @@
 // program's own proxy hides from the engine where an answer came from, so
 // the program makes this check itself, by address; a name that only resolves
 // to such an address is the proxy's to judge.
+#include <QHostAddress>
 #include <QUrl>
 
 namespace proxy {
+
+// This computer's own address: loopback, unspecified ("this network") or
+// link-local, IPv4 also when written as IPv6.
+bool isThisComputer(const QHostAddress& address);
 
 // An address whose host is this computer's or the local network's: a
 // loopback, private, link-local or unspecified IP literal, "localhost", a

@@ -1,5 +1,6 @@
 #include "ProxyTunnel.h"
 #include "HttpHead.h"
+#include "InwardRequest.h"
 
 #include <QHostInfo>
 #include <QNetworkProxy>
@@ -182,15 +183,6 @@ void ProxyTunnel::startRequest()
         return;
     }
     lookupId_ = QHostInfo::lookupHost(host_, this, &ProxyTunnel::lookedUp);
-}
-
-bool ProxyTunnel::isThisComputer(const QHostAddress& address)
-{
-    bool v4 = false;
-    const quint32 ip4 = address.toIPv4Address(&v4);
-    if (v4)
-        return (ip4 >> 24) == 127 || (ip4 >> 24) == 0 || (ip4 >> 16) == 0xa9fe;
-    return address.isLoopback() || address.isLinkLocal() || address == QHostAddress::AnyIPv6;
 }
 
 void ProxyTunnel::lookedUp(const QHostInfo& info)

@@ -44,10 +44,6 @@ public:
     bool waitingForFirstRequest() const { return !authorised_ && state_ == State::Head; }
     void close();
 
-    // An address a page reaches past the proxy by name only at its peril:
-    // this computer's own (loopback, unspecified, link-local).
-    static bool isThisComputer(const QHostAddress& address);
-
 signals:
     void finished();
 
