@@ -56,8 +56,8 @@ done
 facilities=(
     'QWebEngine|QtWebEngine|QWebChannel|QtWebChannel:qub_engine:the engine'
     'QSql|QtSql:qub_history:Qt SQL'
-    'QTcp|QUdp|QSsl|QNetwork|QHostAddress|QLocalServer|QLocalSocket|QtNetwork:qub_proxy qub_engine:the network'
-    'QProcess|QDesktopServices|QDBus|QtDBus|QSoundEffect|QMedia|QAudio|QtMultimedia|windows\.h|unistd\.h|malloc\.h|sys/:qub_platform qub_engine:an OS facility'
+    'QTcp|QUdp|QSsl|QNetwork|QHostAddress|QLocalServer|QLocalSocket|QtNetwork:qub_proxy qub_engine qub_instance:the network'
+    'QProcess|QDesktopServices|QDBus|QtDBus|QSoundEffect|QMedia|QAudio|QtMultimedia|windows\.h|unistd\.h|malloc\.h|sys/:qub_platform qub_engine qub_instance:an OS facility'
 )
 
 breaches=0

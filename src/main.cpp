@@ -1,14 +1,35 @@
 #include "app/CommandLine.h"
+#include "platform/instance/OneProgram.h"
 #include "program/Program.h"
 
 #include <QApplication>
+#include <cstdio>
 
 int main(int argc, char** argv)
 {
     Program::prepare();
     QApplication app(argc, argv);
-    Program program;
-    if (!program.start(commandLineAddress(QApplication::arguments())))
+    const QString address = commandLineAddress(QApplication::arguments());
+    // Before the window is made, so a later start writes nothing.
+    platform::OneProgram one;
+    switch (one.begin(address)) {
+    case platform::OneProgram::Start::HandedOver:
+        return 0;
+    case platform::OneProgram::Start::Refused:
+        std::fprintf(stderr, "qub-browser is already running, but %s.\n",
+                     qPrintable(one.problem()));
         return 1;
+    case platform::OneProgram::Start::Alone:
+        std::fprintf(stderr, "qub-browser: later starts will run apart: %s.\n",
+                     qPrintable(one.problem()));
+        break;
+    case platform::OneProgram::Start::First:
+        break;
+    }
+    Program program;
+    if (!program.start(address))
+        return 1;
+    QObject::connect(&one, &platform::OneProgram::addressHandedOver, &program.window(),
+                     &MainWindow::openHandedOver);
     return program.run();
 }

@@ -42,11 +42,11 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       languages_(appDir, bar_, dialogs, commands_),
       net_(
           *this, state_, bar_, tabs_.strip(), proxies_, dialogs,
-          [this](const QString& key, const QString& fallback) {
-              const QString text = language_.text(key);
-              return text.isEmpty() ? fallback : text;
-          },
+          [this](const QString& key, const QString& fallback) { return caption(key, fallback); },
           commands_),
+      session_(
+          appDir, tabs_.strip(), tabs_.every(), factory,
+          [this](const QString& key, const QString& fallback) { return caption(key, fallback); }),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
     state_.appDir = appDir;
@@ -55,6 +55,8 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
     hideFrame_->setObjectName(QStringLiteral("HideFrame"));
 
     commands_.on(cmd::Command::Quit, [this](const CommandContext&) { quit(); });
+    // The session is written whole and marked clean before the tabs close.
+    exit_.addStep([this] { session_.finish(); });
     addShutdownSteps(exit_, settings_, clickHook_, appDir);
     connect(&languages_, &LanguageMenu::switched, this, [this] {
         protect_.relabel([this] { applyLanguage(); });
@@ -96,7 +98,8 @@ MainWindow::Parts MainWindow::parts()
             favourites_,
             history_,
             net_,
-            connection_};
+            connection_,
+            session_};
 }
 
 bool MainWindow::loadSkin()
@@ -162,6 +165,7 @@ bool MainWindow::start(const QString& commandLineAddress)
         [this] { QTimer::singleShot(1000, this, [] { platform::returnFreeMemory(); }); },
         Qt::SingleShotConnection);
     lastPages_.restore(tabs_.strip());
+    session_.start();
     clickHook_.start();
     // Thousands of favourites take a while to read: the window shows first.
     afterFirstPaint(*this, [this] { favourites_.start(); });
@@ -180,6 +184,16 @@ void MainWindow::quit()
     close();
 }
 
+void MainWindow::openHandedOver(const QString& address)
+{
+    if (!address.isEmpty())
+        tabs_.strip().newTab(address, true);
+    if (isMinimized())
+        showMaximized();
+    raise();
+    activateWindow();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     if (!exit_.closeRequested()) {
@@ -195,6 +209,12 @@ void MainWindow::resizeEvent(QResizeEvent* event)
     QMainWindow::resizeEvent(event);
     if (!isMinimized())
         layoutAddressTool();
+}
+
+QString MainWindow::caption(const QString& key, const QString& fallback) const
+{
+    const QString text = language_.text(key);
+    return text.isEmpty() ? fallback : text;
 }
 
 void MainWindow::layoutAddressTool()

@@ -25,6 +25,7 @@
 #include "platform/UserRegistry.h"
 #include "platform/browser/WidgetViewStage.h"
 #include "protect/ProtectSubsystem.h"
+#include "session/SessionSubsystem.h"
 #include "tabs/TabSubsystem.h"
 #include "translate/TranslateSubsystem.h"
 
@@ -50,6 +51,8 @@ public:
     bool start(const QString& commandLineAddress);
     // Asks the exit question, then closes the window as the answer says.
     void quit();
+    // A later start's address, in a new tab; the window comes to the front.
+    void openHandedOver(const QString& address);
 
     // The parts, for tests and tools that look inside.
     struct Parts
@@ -72,6 +75,7 @@ public:
         HistorySubsystem& history;
         NetSubsystem& net;
         platform::ConnectionHelper& connection;
+        SessionSubsystem& session;
     };
     Parts parts();
 
@@ -83,6 +87,8 @@ private:
     bool loadSkin();
     void applyLanguage();
     void layoutAddressTool();
+    // A text of the language file, or the fallback when it has none.
+    QString caption(const QString& key, const QString& fallback) const;
 
     platform::Dialogs& dialogs_;
     platform::BrowserViewFactory& factory_;
@@ -112,6 +118,7 @@ private:
     ProtectSubsystem protect_;
     LanguageMenu languages_;
     NetSubsystem net_;
+    SessionSubsystem session_;
     ExitFlow exit_;
     commandbar::CommandBarWidgets* barWidgets_ = nullptr;
 };

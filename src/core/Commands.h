@@ -89,6 +89,7 @@ enum class Command {
     HistoryPanel,
     FavouritesPanel,
     BypassProxy,
+    ReopenClosed,
 };
 
 struct CommandInfo
@@ -175,6 +176,7 @@ inline constexpr std::array commandTable = {
     CommandInfo{HistoryPanel, "b_history", Nothing},
     CommandInfo{FavouritesPanel, "b_showfav", Nothing},
     CommandInfo{BypassProxy, "b_addtononproxy", TargetTab},
+    CommandInfo{ReopenClosed, "b_reopenclosed", Nothing},
 };
 
 inline constexpr int commandCount = int(commandTable.size());

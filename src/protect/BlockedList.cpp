@@ -17,6 +17,10 @@ BlockedList::BlockedList(commandbar::CommandBar& bar, Tabs& tabs, CommandDispatc
         if (!target.isEmpty())
             tabs.openEntry(target);
     });
+    commands.on(cmd::Command::ReopenClosed, [this, &tabs](const CommandContext&) {
+        if (!closed_.isEmpty())
+            tabs.newTab(closed_.takeLast(), true);
+    });
 }
 
 // The count follows the first ":" of the caption (the whole caption when it
@@ -53,6 +57,10 @@ void BlockedList::record(const QString& shortText, const QString& address)
 
 void BlockedList::recordClosed(const QString& shortTitle, const QString& address)
 {
+    constexpr int kept = 100;
+    if (closed_.size() == kept)
+        closed_.removeFirst();
+    closed_.append(address);
     add(shortTitle, address);
 }
 

@@ -6,6 +6,8 @@
 // page is listed by its title and does not count as blocked. Entries keep
 // their captions; when the list is full the oldest goes and the others move
 // up a place, names and addresses with them. Kept in memory for one run.
+// "Reopen Closed Tab" opens the closed pages again, the latest first, each
+// once, however many entries have slid out of the menu since.
 #include <QString>
 #include <QStringList>
 
@@ -35,4 +37,6 @@ private:
 
     commandbar::CommandBar& bar_;
     QStringList addresses_;
+    // The closed pages not yet reopened by the command, the latest last.
+    QStringList closed_;
 };

@@ -22,7 +22,7 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, commandbar::CommandBa
       content_(state, bar, tabs, every, events, commands), security_(state, bar, tabs, every)
 {
     tabs.setNewWindowPolicy(blocker_);
-    views.setNavigationPolicy(blocker_);
+    views.addNavigationPolicy(blocker_);
     // Each switch is read where it acts: new windows, navigations, new tabs.
     switches::registerFlips(
         bar, commands, {cmd::Command::StopPopups, cmd::Command::KillPopups, cmd::Command::Silent});

@@ -78,7 +78,7 @@ private slots:
     {
         RefuseWord refuseOne("/refused.html");
         EngineApp app;
-        app.factory.setNavigationPolicy(refuseOne);
+        app.factory.addNavigationPolicy(refuseOne);
         WebEngineBrowserView* view = app.startAt(server.url("/text.html"), "Facets");
         QVERIFY(view);
         view->navigate(server.url("/refused.html"));

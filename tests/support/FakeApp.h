@@ -28,4 +28,11 @@ struct FakeApp
                         appDir + name);
         window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
     }
+    // A second run of the program in the same folder, as after a restart.
+    void restart()
+    {
+        window.reset();
+        factory.navigations.clear();
+        window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
+    }
 };

@@ -87,12 +87,23 @@ public:
     }
     void setHomeAddress(const QString& address) override { home = address; }
     void setSearchAddress(const QString&) override {}
-    void setNavigationPolicy(platform::NavigationPolicy& policy) override { navigation = &policy; }
+    void addNavigationPolicy(platform::NavigationPolicy& policy) override
+    {
+        navigations.push_back(&policy);
+    }
+    // As the engine asks: every policy, all must allow.
+    bool allows(platform::BrowserView& view, const platform::NavigationRequest& request) const
+    {
+        bool allowed = true;
+        for (platform::NavigationPolicy* policy : navigations)
+            allowed = policy->allows(view, request) && allowed;
+        return allowed;
+    }
     platform::ConnectionState& connection() override { return connectionState; }
     platform::PrivateData& privateData() override { return privacy; }
     proxy::ForwardingProxy& forwardingProxy() override { return proxy; }
     std::vector<FakeBrowserView*> created;
-    platform::NavigationPolicy* navigation = nullptr;
+    std::vector<platform::NavigationPolicy*> navigations;
     QString home;
     FakeConnection connectionState;
     FakePrivateData privacy;

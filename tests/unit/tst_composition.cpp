@@ -109,7 +109,7 @@ private slots:
         QCOMPARE(readFile(app.appDir + "BlockList.txt"), QByteArray("http://ads.test/page.html\n"));
         platform::NavigationRequest next{QUrl("http://www.ads.test/next"),
                                          platform::NavigationRequest::Kind::Typed, true};
-        QVERIFY(!app.factory.navigation->allows(*parts.tabs.view(1), next));
+        QVERIFY(!app.factory.allows(*parts.tabs.view(1), next));
 
         app.dialogs.answers = {Dialogs::Answer::Yes};
         app.window->quit();

@@ -162,8 +162,9 @@ public:
     // with "{query}" for the words, or empty for a page of the program's own
     // that names them.
     virtual void setSearchAddress(const QString& searchTemplate) = 0;
-    // Asked before every navigation of every view, made before or after.
-    virtual void setNavigationPolicy(NavigationPolicy& policy) = 0;
+    // Asked before every navigation of every view, made before or after,
+    // with every policy added before it; all must allow.
+    virtual void addNavigationPolicy(NavigationPolicy& policy) = 0;
     virtual ConnectionState& connection() = 0;
     virtual PrivateData& privateData() = 0;
     // The program's proxy that every view's requests go through.

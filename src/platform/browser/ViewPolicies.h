@@ -28,12 +28,6 @@ public:
     virtual Verdict decide(BrowserView& opener, const NewWindowRequest& request) = 0;
 };
 
-class AllowEveryNavigation : public NavigationPolicy
-{
-public:
-    bool allows(BrowserView&, const NavigationRequest&) override { return true; }
-};
-
 class OpenEveryNewWindow : public NewWindowPolicy
 {
 public:

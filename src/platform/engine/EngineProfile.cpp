@@ -40,6 +40,14 @@ ConnectionState& EngineProfile::connection() const
     return *offline_;
 }
 
+bool EngineProfile::allowsNavigation(BrowserView& view, const NavigationRequest& request) const
+{
+    bool allowed = true;
+    for (NavigationPolicy* policy : navigationPolicies_)
+        allowed = policy->allows(view, request) && allowed;
+    return allowed;
+}
+
 void EngineProfile::clear(int kinds)
 {
     if (kinds & Cookies)

@@ -7,6 +7,7 @@
 
 #include <QPageLayout>
 #include <QString>
+#include <vector>
 
 class QWebEngineProfile;
 
@@ -35,8 +36,9 @@ public:
     void setHomeAddress(const QString& address) { homeAddress_ = address; }
     const QString& searchAddress() const { return searchAddress_; }
     void setSearchAddress(const QString& searchTemplate) { searchAddress_ = searchTemplate; }
-    NavigationPolicy& navigationPolicy() const { return *navigationPolicy_; }
-    void setNavigationPolicy(NavigationPolicy& policy) { navigationPolicy_ = &policy; }
+    // Every policy is asked, in the order added; all must allow.
+    bool allowsNavigation(BrowserView& view, const NavigationRequest& request) const;
+    void addNavigationPolicy(NavigationPolicy& policy) { navigationPolicies_.push_back(&policy); }
     QPageLayout& pageLayout() { return pageLayout_; }
     void clear(int kinds) override;
 
@@ -46,8 +48,7 @@ private:
     QWebEngineProfile* profile_;
     DownloadManager* downloads_;
     OfflineSwitch* offline_;
-    AllowEveryNavigation allowEveryNavigation_;
-    NavigationPolicy* navigationPolicy_ = &allowEveryNavigation_;
+    std::vector<NavigationPolicy*> navigationPolicies_;
     QString homeAddress_ = QStringLiteral("about:blank");
     QString searchAddress_;
     QPageLayout pageLayout_;

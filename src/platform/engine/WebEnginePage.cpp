@@ -85,7 +85,7 @@ bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type
         return false;
     }
     const bool allowed =
-        engine_.navigationPolicy().allows(owner_, {url, kindOf(type), isMainFrame});
+        engine_.allowsNavigation(owner_, {url, kindOf(type), isMainFrame});
     // Here, not at loadStarted: that signal can arrive after the new
     // document's first script has already asked.
     if (allowed && isMainFrame) {

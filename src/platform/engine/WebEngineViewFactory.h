@@ -17,9 +17,9 @@ public:
     {
         engine_.setSearchAddress(searchTemplate);
     }
-    void setNavigationPolicy(NavigationPolicy& policy) override
+    void addNavigationPolicy(NavigationPolicy& policy) override
     {
-        engine_.setNavigationPolicy(policy);
+        engine_.addNavigationPolicy(policy);
     }
     ConnectionState& connection() override { return engine_.connection(); }
     PrivateData& privateData() override { return engine_; }
