@@ -25,8 +25,11 @@ cat > "$work/page.html" <<'HTML'
 <p>Served from a file beside the test.</p></body></html>
 HTML
 
+# A runtime folder of its own: a browser the user has open is not this run's.
+mkdir -m 700 "$work/run"
 export QUB_APPDIR="$work" QTWEBENGINE_DISABLE_SANDBOX=1 QTWEBENGINE_CHROMIUM_FLAGS="--disable-gpu" \
-    XDG_DATA_HOME="$work/data" XDG_CACHE_HOME="$work/cache" XDG_CONFIG_HOME="$work/config"
+    XDG_DATA_HOME="$work/data" XDG_CACHE_HOME="$work/cache" XDG_CONFIG_HOME="$work/config" \
+    XDG_RUNTIME_DIR="$work/run"
 "$bin/qub-browser" "file://$work/page.html" > "$work/run.log" 2>&1 &
 pid=$!
 
@@ -48,5 +51,6 @@ wait "$pid"; code=$?
 pid=
 [ "$code" -eq 0 ] || fail "exit code $code"
 grep -q '^K=v' "$work/Browser.ini" || fail "Browser.ini lost the user's line"
+grep -q '"cleanExit": true' "$work/Session.json" || fail "the session was not marked as ended cleanly"
 grep -q '^ADDRESSBAR=1' "$work/Browser.ini" || fail "Browser.ini has no settings"
 echo "smoke: window drawn ($colours colours), exit question answered, settings saved"

@@ -3,6 +3,7 @@
 // the settings all old or all new, the typed addresses an unbroken list, the
 // last pages whole lines numbered without a gap.
 #include "history/HistoryStore.h"
+#include "session/SessionFiles.h"
 #include "platform/UserRegistry.h"
 #include "platform/ini/ProfileFile.h"
 #include "support/TestMain.h"
@@ -10,7 +11,9 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QRegularExpression>
+#include <QDeadlineTimer>
 #include <QTemporaryDir>
+#include <deque>
 
 namespace {
 
@@ -90,6 +93,72 @@ private slots:
             }
         }
         qInfo("%d of 40 kills fell between a typed address and its page line", killedWhileWriting);
+    }
+
+    // The program killed at random moments while its tabs change: after each
+    // kill the session file is whole and holds the tabs as they stood at a
+    // change no older than the last one a second before the kill, and the
+    // next start offers exactly its pages.
+    void theSessionSurvivesEveryKill()
+    {
+        QTemporaryDir dir;
+        const QString appDir = dir.path() + '/';
+        for (const char* name : {"default.tb2", "English.lng"})
+            QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, appDir + name));
+        QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), appDir + "lng.ini"));
+        const SessionFiles files(appDir);
+        QRandomGenerator random = killMoments();
+        QStringList expectedOffer;
+        std::optional<SessionState> onDisk;
+        int changes = 0;
+        for (int round = 0; round < 50; ++round) {
+            QProcess writer;
+            writer.start(QStringLiteral(QUB_SESSION_WRITER),
+                         {appDir, QString::number(random.generate())});
+            QVERIFY(writer.waitForReadyRead(20000));
+            QVERIFY(writer.canReadLine());
+            const QString offered = QString::fromUtf8(writer.readLine()).trimmed();
+            QCOMPARE(offered.section(' ', 1), expectedOffer.join(' '));
+
+            // Each change with the moment it was made, as the writer saw it.
+            const QDeadlineTimer killAt(int(random.bounded(100, 2000)));
+            while (!killAt.hasExpired())
+                writer.waitForReadyRead(int(std::max<qint64>(1, killAt.remainingTime())));
+            writer.kill();
+            QVERIFY(writer.waitForFinished());
+            const qint64 killed = QDateTime::currentMSecsSinceEpoch();
+            std::deque<std::pair<qint64, SessionState>> states;
+            for (const QByteArray& line : writer.readAllStandardOutput().split('\n')) {
+                const QList<QByteArray> words = line.split(' ');
+                if (words.size() == 3 && words[0] == "state")
+                    states.emplace_back(words[1].toLongLong(),
+                                        *readSession(QByteArray::fromBase64(words[2])));
+            }
+            QVERIFY(!states.empty());
+            changes += int(states.size());
+
+            // The changes a second old or more must be on disk: all but the
+            // last of them may have been overwritten.
+            while (states.size() > 1 && states[1].first <= killed - 1000)
+                states.pop_front();
+            const bool oneIsDue = states.front().first <= killed - 1000;
+            // Missing only before the first write, never torn.
+            const std::optional<SessionState> read = files.read(0);
+            QVERIFY(read || !QFile::exists(files.fileName(0)));
+            const bool fromThisRun = read && std::any_of(states.begin(), states.end(),
+                                                         [&](const auto& state) {
+                                                             return state.second == *read;
+                                                         });
+            QVERIFY2(fromThisRun || (!oneIsDue && read == onDisk),
+                     qPrintable(QStringLiteral("round %1: the file holds no change of the last "
+                                               "second or later")
+                                    .arg(round)));
+            onDisk = read;
+            expectedOffer.clear();
+            for (const SessionTab& page : read ? read->pages() : QList<SessionTab>())
+                expectedOffer << page.address;
+        }
+        qInfo("%d changes over 50 kills", changes);
     }
 
     // Killed in the middle of a thousand visits, the store opens with every
