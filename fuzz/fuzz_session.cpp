@@ -16,7 +16,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         state->current >= state->tabs.size())
         abort();
     for (const SessionTab& tab : state->tabs)
-        if (tab.address.size() > SessionState::maxAddress || tab.title.size() > SessionState::maxTitle)
+        if (tab.address.size() > SessionState::maxAddress ||
+            tab.title.size() > SessionState::maxTitle)
             abort();
     if (readSession(sessionText(*state)) != state)
         abort();

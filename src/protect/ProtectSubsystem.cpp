@@ -19,10 +19,10 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, commandbar::CommandBa
                                    platform::Shell& shell, CommandDispatcher& commands)
     : blocked_(bar, tabs, commands), killList_(state.appDir),
       blocker_(state, bar, tabs, every, hook, clock, shell, blocked_, killList_),
-      content_(state, bar, tabs, every, events, commands), security_(state, bar, tabs, every)
+      blockerAsked_(views, blocker_), content_(state, bar, tabs, every, events, commands),
+      security_(state, bar, tabs, every)
 {
     tabs.setNewWindowPolicy(blocker_);
-    views.addNavigationPolicy(blocker_);
     // Each switch is read where it acts: new windows, navigations, new tabs.
     switches::registerFlips(
         bar, commands, {cmd::Command::StopPopups, cmd::Command::KillPopups, cmd::Command::Silent});

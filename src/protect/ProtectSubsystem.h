@@ -34,6 +34,7 @@ private:
     BlockedList blocked_;
     KillList killList_;
     PopupBlocker blocker_;
+    platform::ScopedNavigationPolicy blockerAsked_;
     ContentBlocker content_;
     SecurityIndicator security_;
 };

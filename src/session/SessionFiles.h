@@ -17,7 +17,7 @@ class SessionFiles
 public:
     static constexpr int backups = 3;
     // Longer files are not sessions.
-    static constexpr qint64 maxSize = 16 * 1024 * 1024;
+    static constexpr qint64 maxSize = qint64{16} * 1024 * 1024;
 
     explicit SessionFiles(QString folder,
                           std::chrono::milliseconds backupEvery = std::chrono::minutes(1))

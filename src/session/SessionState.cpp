@@ -39,7 +39,8 @@ std::optional<SessionState> readSession(const QByteArray& text)
         return std::nullopt;
     SessionState state;
     state.cleanExit = root.value(QStringLiteral("cleanExit")).toBool();
-    for (const QJsonValue& entry : root.value(QStringLiteral("tabs")).toArray()) {
+    const QJsonArray tabs = root.value(QStringLiteral("tabs")).toArray();
+    for (const auto& entry : tabs) {
         if (state.tabs.size() == SessionState::maxTabs)
             break;
         const QJsonObject tab = entry.toObject();

@@ -1,12 +1,11 @@
 #include "SessionSubsystem.h"
-#include "platform/browser/BrowserView.h"
 
 SessionSubsystem::SessionSubsystem(const QString& folder, TabStrip& tabs, EveryTabSignals& every,
                                    platform::BrowserViewFactory& views, RestorePage::Text text)
     : files_(folder), recorder_(folder, tabs, every),
-      restorePage_(tabs, std::move(text), [this] { recorder_.resume(); })
+      restorePage_(tabs, std::move(text), [this] { recorder_.resume(); }),
+      restorePageAsked_(views, restorePage_)
 {
-    views.addNavigationPolicy(restorePage_);
 }
 
 void SessionSubsystem::start()

@@ -3,10 +3,7 @@
 // the program did not end cleanly, the page that offers them back.
 #include "RestorePage.h"
 #include "SessionRecorder.h"
-
-namespace platform {
-class BrowserViewFactory;
-} // namespace platform
+#include "platform/browser/BrowserView.h"
 
 class SessionSubsystem
 {
@@ -27,4 +24,5 @@ private:
     SessionFiles files_;
     SessionRecorder recorder_;
     RestorePage restorePage_;
+    platform::ScopedNavigationPolicy restorePageAsked_;
 };

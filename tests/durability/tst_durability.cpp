@@ -3,15 +3,15 @@
 // the settings all old or all new, the typed addresses an unbroken list, the
 // last pages whole lines numbered without a gap.
 #include "history/HistoryStore.h"
-#include "session/SessionFiles.h"
 #include "platform/UserRegistry.h"
 #include "platform/ini/ProfileFile.h"
+#include "session/SessionFiles.h"
 #include "support/TestMain.h"
 
+#include <QDeadlineTimer>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QRegularExpression>
-#include <QDeadlineTimer>
 #include <QTemporaryDir>
 #include <deque>
 
@@ -145,10 +145,9 @@ private slots:
             // Missing only before the first write, never torn.
             const std::optional<SessionState> read = files.read(0);
             QVERIFY(read || !QFile::exists(files.fileName(0)));
-            const bool fromThisRun = read && std::any_of(states.begin(), states.end(),
-                                                         [&](const auto& state) {
-                                                             return state.second == *read;
-                                                         });
+            const bool fromThisRun =
+                read && std::any_of(states.begin(), states.end(),
+                                    [&](const auto& state) { return state.second == *read; });
             QVERIFY2(fromThisRun || (!oneIsDue && read == onDisk),
                      qPrintable(QStringLiteral("round %1: the file holds no change of the last "
                                                "second or later")

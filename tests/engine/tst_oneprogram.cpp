@@ -8,7 +8,7 @@
 #include "support/TestMain.h"
 
 #include <QDir>
-#include <QElapsedTimer>
+#include <QLockFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -18,7 +18,8 @@ namespace {
 QMap<QString, QByteArray> filesOf(const QString& folder)
 {
     QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::System, QDirIterator::Subdirectories);
+    QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::System,
+                    QDirIterator::Subdirectories);
     while (it.hasNext()) {
         const QString path = it.next();
         if (!QFileInfo(path).fileName().startsWith("Session"))
@@ -47,8 +48,16 @@ class OneProgramTest : public QObject
             env.insert(QStringLiteral("XDG_%1_HOME").arg(name), home.path() + "/" + name);
         program->setProcessEnvironment(env);
         program->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        program->start(QStringLiteral(QUB_PROGRAM), address.isEmpty() ? QStringList() : QStringList{address});
+        program->start(QStringLiteral(QUB_PROGRAM),
+                       address.isEmpty() ? QStringList() : QStringList{address});
         return program;
+    }
+    qint64 lockHolder() const
+    {
+        const QLockFile lock(runtime + "/qub-browser.lock");
+        qint64 pid = 0;
+        QString host, application;
+        return lock.getLockInfo(&pid, &host, &application) ? pid : 0;
     }
 
 private slots:
@@ -80,17 +89,12 @@ private slots:
         };
         const QMap<QString, QByteArray> before = programFiles();
 
-        QElapsedTimer took;
-        took.start();
         QProcess* second = start(server.url("/two.html"));
         QVERIFY(second->waitForFinished(10000));
-        qInfo("the second start ended after %lld ms", took.elapsed());
         QCOMPARE(second->exitStatus(), QProcess::NormalExit);
         QCOMPARE(second->exitCode(), 0);
-        QVERIFY(took.elapsed() < 1000);
-        QTRY_VERIFY_WITH_TIMEOUT(session.read(0)->tabs.size() == 2 &&
-                                     session.read(0)->tabs[1].title == "two",
-                                 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(
+            session.read(0)->tabs.size() == 2 && session.read(0)->tabs[1].title == "two", 30000);
         QCOMPARE(session.read(0)->current, 1);
         QCOMPARE(server.requests("/two.html"), 1);
         QCOMPARE(programFiles(), before);
@@ -101,6 +105,8 @@ private slots:
         QVERIFY(first->waitForFinished());
         QVERIFY(QFile::exists(runtime + "/qub-browser.socket"));
         QProcess* third = start({});
+        // Started together, either could become the running one.
+        QTRY_VERIFY_WITH_TIMEOUT(lockHolder() == third->processId(), 10000);
         QProcess* fourth = start(server.url("/three.html"));
         QVERIFY(fourth->waitForFinished(10000));
         QCOMPARE(fourth->exitCode(), 0);

@@ -32,7 +32,6 @@ struct FakeApp
     void restart()
     {
         window.reset();
-        factory.navigations.clear();
         window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
     }
 };

@@ -91,6 +91,10 @@ public:
     {
         navigations.push_back(&policy);
     }
+    void removeNavigationPolicy(platform::NavigationPolicy& policy) override
+    {
+        std::erase(navigations, &policy);
+    }
     // As the engine asks: every policy, all must allow.
     bool allows(platform::BrowserView& view, const platform::NavigationRequest& request) const
     {

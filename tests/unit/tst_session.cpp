@@ -192,6 +192,8 @@ private slots:
         // Going elsewhere from the offer counts as starting new.
         QVERIFY(crashed.write(latest));
         app.restart();
+        // The first window's policies went with it: only the new one's are asked.
+        QCOMPARE(app.factory.navigations.size(), size_t(2));
         QVERIFY(app.window->start({}));
         QVERIFY(app.window->parts().session.restorePage().pending());
         QVERIFY(

@@ -163,12 +163,33 @@ public:
     // that names them.
     virtual void setSearchAddress(const QString& searchTemplate) = 0;
     // Asked before every navigation of every view, made before or after,
-    // with every policy added before it; all must allow.
+    // with every policy added before it; all must allow. A policy is removed
+    // before it goes: the factory may outlive the window that added it.
     virtual void addNavigationPolicy(NavigationPolicy& policy) = 0;
+    virtual void removeNavigationPolicy(NavigationPolicy& policy) = 0;
     virtual ConnectionState& connection() = 0;
     virtual PrivateData& privateData() = 0;
     // The program's proxy that every view's requests go through.
     virtual proxy::ForwardingProxy& forwardingProxy() = 0;
+};
+
+// A navigation policy asked for as long as this lives; declared after the
+// policy, so it is no longer asked once the policy is gone.
+class ScopedNavigationPolicy
+{
+public:
+    ScopedNavigationPolicy(BrowserViewFactory& views, NavigationPolicy& policy)
+        : views_(views), policy_(policy)
+    {
+        views_.addNavigationPolicy(policy_);
+    }
+    ~ScopedNavigationPolicy() { views_.removeNavigationPolicy(policy_); }
+    ScopedNavigationPolicy(const ScopedNavigationPolicy&) = delete;
+    ScopedNavigationPolicy& operator=(const ScopedNavigationPolicy&) = delete;
+
+private:
+    BrowserViewFactory& views_;
+    NavigationPolicy& policy_;
 };
 
 // Where views live on screen: the one active view fills the client area, every

@@ -39,6 +39,10 @@ public:
     // Every policy is asked, in the order added; all must allow.
     bool allowsNavigation(BrowserView& view, const NavigationRequest& request) const;
     void addNavigationPolicy(NavigationPolicy& policy) { navigationPolicies_.push_back(&policy); }
+    void removeNavigationPolicy(NavigationPolicy& policy)
+    {
+        std::erase(navigationPolicies_, &policy);
+    }
     QPageLayout& pageLayout() { return pageLayout_; }
     void clear(int kinds) override;
 

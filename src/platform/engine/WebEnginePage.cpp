@@ -84,8 +84,7 @@ bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type
         }
         return false;
     }
-    const bool allowed =
-        engine_.allowsNavigation(owner_, {url, kindOf(type), isMainFrame});
+    const bool allowed = engine_.allowsNavigation(owner_, {url, kindOf(type), isMainFrame});
     // Here, not at loadStarted: that signal can arrive after the new
     // document's first script has already asked.
     if (allowed && isMainFrame) {

@@ -21,6 +21,10 @@ public:
     {
         engine_.addNavigationPolicy(policy);
     }
+    void removeNavigationPolicy(NavigationPolicy& policy) override
+    {
+        engine_.removeNavigationPolicy(policy);
+    }
     ConnectionState& connection() override { return engine_.connection(); }
     PrivateData& privateData() override { return engine_; }
     proxy::ForwardingProxy& forwardingProxy() override { return proxy_; }

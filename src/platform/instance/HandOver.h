@@ -9,7 +9,7 @@
 namespace platform::handover {
 
 // Longer messages are cut off unread.
-constexpr qsizetype maxMessage = 32 * 1024;
+constexpr qsizetype maxMessage = qsizetype{32} * 1024;
 
 QByteArray message(const QString& address);
 // The address of a whole message; nothing when it is not one, or not yet whole.

@@ -42,7 +42,7 @@ bool fromThisUser(const QLocalSocket& socket)
 
 } // namespace
 
-OneProgram::OneProgram(QString folder)
+OneProgram::OneProgram(const QString& folder)
     : folder_(runtimeFolder(folder)), lock_(folder_ + QStringLiteral("/qub-browser.lock"))
 {
     // A running program's lock never grows stale by age: only a lock whose

@@ -19,7 +19,7 @@ class OneProgram : public QObject
 public:
     // folder: where the lock and the socket live; the user's runtime folder
     // when empty.
-    explicit OneProgram(QString folder = {});
+    explicit OneProgram(const QString& folder = {});
     ~OneProgram() override;
 
     enum class Start {
