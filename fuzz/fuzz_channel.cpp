@@ -24,7 +24,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         const QString appDir = fuzz::scratchFile("app/");
         QDir().mkpath(appDir);
         QFile::copy(QStringLiteral(QUB_SKIN_FILE), appDir + "default.tb2");
-        auto* made = new MainWindow(appDir, *dialogs, *shell, *factory, *clock);
+        auto* made =
+            new MainWindow(platform::ProgramFolder(appDir), *dialogs, *shell, *factory, *clock);
         if (!made->start({}))
             abort();
         return made;

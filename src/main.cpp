@@ -8,6 +8,14 @@
 int main(int argc, char** argv)
 {
     Program::prepare();
+    // Answered before the application is made: no display is needed for it.
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    if (const auto answer = commandLineAnswer(arguments, QApplication::applicationVersion())) {
+        std::fputs(qPrintable(*answer), stdout);
+        return 0;
+    }
     QApplication app(argc, argv);
     const QString address = commandLineAddress(QApplication::arguments());
     // Before the window is made, so a later start writes nothing.

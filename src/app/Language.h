@@ -3,6 +3,8 @@
 // command bar, the window title template and the messages, all in section
 // "QUB_Main". A missing key or empty value keeps the caption in force, so a
 // language applied over another replaces every text it has.
+#include "platform/ProgramFolder.h"
+
 #include <QString>
 
 #include <optional>
@@ -14,9 +16,9 @@ class CommandBar;
 class Language
 {
 public:
-    explicit Language(QString appDir) : appDir_(std::move(appDir)) {}
+    explicit Language(platform::ProgramFolder folder) : folder_(std::move(folder)) {}
 
-    QString fileName() const { return appDir_ + QStringLiteral("lng.ini"); }
+    QString fileName() const { return folder_.read(QStringLiteral("lng.ini")); }
     // A message or caption by key; empty when the file has none.
     QString text(const QString& key) const;
     // Captions every band (but menus) and tool, and returns the window title
@@ -26,6 +28,6 @@ public:
     QString apply(commandbar::CommandBar& bar, const QString& version);
 
 private:
-    QString appDir_;
+    platform::ProgramFolder folder_;
     std::optional<QString> skinSecurityLabel_;
 };

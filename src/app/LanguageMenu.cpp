@@ -33,19 +33,18 @@ bool copyOver(const QString& source, const QString& target)
 }
 } // namespace
 
-LanguageMenu::LanguageMenu(QString appDir, commandbar::CommandBar& bar, platform::Dialogs& dialogs,
-                           CommandDispatcher& commands)
-    : appDir_(std::move(appDir)), bar_(bar), dialogs_(dialogs)
+LanguageMenu::LanguageMenu(platform::ProgramFolder folder, commandbar::CommandBar& bar,
+                           platform::Dialogs& dialogs, CommandDispatcher& commands)
+    : folder_(std::move(folder)), bar_(bar), dialogs_(dialogs)
 {
     commands.on(cmd::Route::Language, [this](const CommandContext& c) { choose(c.tool); });
 }
 
 void LanguageMenu::build()
 {
-    const QStringList files =
-        QDir(appDir_).entryList({QStringLiteral("*.lng")}, QDir::Files, QDir::Name);
+    const QStringList files = folder_.names({QStringLiteral("*.lng")});
     for (int i = 0; i < files.size(); ++i) {
-        QString caption = languageName(appDir_ + files[i]);
+        QString caption = languageName(folder_.read(files[i]));
         if (caption.isEmpty())
             caption = QFileInfo(files[i]).completeBaseName();
         if (commandbar::Tool* tool = commandbar::AddBandTool(
@@ -60,16 +59,16 @@ void LanguageMenu::build()
 
 void LanguageMenu::choose(const commandbar::Tool& tool)
 {
-    const QString source = appDir_ + tool.tag();
+    const QString source = folder_.read(tool.tag());
     if (!QFileInfo::exists(source)) {
         dialogs_.message(QStringLiteral("Cannot find source file"), platform::Dialogs::Buttons::Ok,
                          platform::Dialogs::Icon::None);
         return;
     }
-    if (!copyOver(source, appDir_ + activeName)) {
-        dialogs_.message(
-            QStringLiteral("Cannot write %1").arg(QDir::toNativeSeparators(appDir_ + activeName)),
-            platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::Critical);
+    if (!copyOver(source, folder_.own(activeName))) {
+        dialogs_.message(QStringLiteral("Cannot write %1")
+                             .arg(QDir::toNativeSeparators(folder_.own(activeName))),
+                         platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::Critical);
         return;
     }
     checkCurrent();
@@ -82,9 +81,9 @@ void LanguageMenu::checkCurrent()
     commandbar::Band* menu = bar_.band(QLatin1String(key::languageMenu));
     if (!menu)
         return;
-    const QString current = languageName(appDir_ + activeName);
+    const QString current = languageName(folder_.read(activeName));
     for (int i = 0; i < menu->count(); ++i) {
         commandbar::Tool* tool = menu->at(i);
-        tool->setChecked(!current.isEmpty() && languageName(appDir_ + tool->tag()) == current);
+        tool->setChecked(!current.isEmpty() && languageName(folder_.read(tool->tag())) == current);
     }
 }

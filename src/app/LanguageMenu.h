@@ -4,6 +4,8 @@
 // name in its tag. Choosing one copies that file over "lng.ini" and reports
 // the switch, so the window can caption itself anew; the entry of the
 // language in force is checked.
+#include "platform/ProgramFolder.h"
+
 #include <QObject>
 #include <QString>
 
@@ -21,8 +23,8 @@ class LanguageMenu : public QObject
 {
     Q_OBJECT
 public:
-    LanguageMenu(QString appDir, commandbar::CommandBar& bar, platform::Dialogs& dialogs,
-                 CommandDispatcher& commands);
+    LanguageMenu(platform::ProgramFolder folder, commandbar::CommandBar& bar,
+                 platform::Dialogs& dialogs, CommandDispatcher& commands);
 
     static constexpr const char* nameKey = "lng_Name";
 
@@ -35,7 +37,7 @@ private:
     void choose(const commandbar::Tool& tool);
     void checkCurrent();
 
-    QString appDir_;
+    platform::ProgramFolder folder_;
     commandbar::CommandBar& bar_;
     platform::Dialogs& dialogs_;
 };

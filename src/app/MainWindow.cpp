@@ -20,11 +20,13 @@ namespace {
 constexpr QLatin1String skinName{"default.tb2"};
 } // namespace
 
-MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platform::Shell& shell,
-                       platform::BrowserViewFactory& factory, const platform::Clock& clock)
-    : dialogs_(dialogs), factory_(factory), connection_(appDir, factory.forwardingProxy(), dialogs),
-      proxies_(bar_, connection_), language_(appDir), settings_(appDir, bar_, proxies_),
-      clickHook_(clock), lastPages_(appDir), controls_(*this), clientArea_(new QWidget(this)),
+MainWindow::MainWindow(const platform::ProgramFolder& folder, platform::Dialogs& dialogs,
+                       platform::Shell& shell, platform::BrowserViewFactory& factory,
+                       const platform::Clock& clock)
+    : dialogs_(dialogs), factory_(factory),
+      connection_(folder.own(), factory.forwardingProxy(), dialogs), proxies_(bar_, connection_),
+      language_(folder), settings_(folder.own(), bar_, proxies_), clickHook_(clock),
+      lastPages_(folder.own()), controls_(*this), clientArea_(new QWidget(this)),
       hideFrame_(new QWidget(this)), stage_(*clientArea_, *hideFrame_),
       display_(*this, *controls_.addressBox(), *controls_.statusText(), *controls_.progress(),
                pacer_),
@@ -34,22 +36,23 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
       history_(*controls_.addressBox(), *controls_.pageIcon(), bar_, tabs_.strip(), tabs_.every(),
                tabs_.presenter(), registry_, dialogs, factory.privateData(), commands_),
       commandSet_(*this, bar_, state_, tabs_, dialogs, shell, factory, commands_, barEvents_),
-      favourites_(*this, appDir, bar_, tabs_.strip(), dialogs, shell, commands_, barEvents_),
-      translate_(*this, appDir, bar_, tabs_.strip(), dialogs, commands_),
+      favourites_(*this, folder.read(QStringLiteral("res/")), bar_, tabs_.strip(), dialogs, shell,
+                  commands_, barEvents_),
+      translate_(*this, folder, bar_, tabs_.strip(), dialogs, commands_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
       protect_(state_, bar_, tabs_.strip(), tabs_.every(), tabs_.presenter(), factory, clickHook_,
                clock, shell, commands_),
-      languages_(appDir, bar_, dialogs, commands_),
+      languages_(folder, bar_, dialogs, commands_),
       net_(
           *this, state_, bar_, tabs_.strip(), proxies_, dialogs,
           [this](const QString& key, const QString& fallback) { return caption(key, fallback); },
           commands_),
       session_(
-          appDir, tabs_.strip(), tabs_.every(), factory,
+          folder.own(), tabs_.strip(), tabs_.every(), factory,
           [this](const QString& key, const QString& fallback) { return caption(key, fallback); }),
       exit_(state_, tabs_.strip(), language_, dialogs, clock)
 {
-    state_.appDir = appDir;
+    state_.folder = folder;
     setObjectName(QStringLiteral("frm_Main"));
     clientArea_->setObjectName(QStringLiteral("pic_WB"));
     hideFrame_->setObjectName(QStringLiteral("HideFrame"));
@@ -57,7 +60,7 @@ MainWindow::MainWindow(const QString& appDir, platform::Dialogs& dialogs, platfo
     commands_.on(cmd::Command::Quit, [this](const CommandContext&) { quit(); });
     // The session is written whole and marked clean before the tabs close.
     exit_.addStep([this] { session_.finish(); });
-    addShutdownSteps(exit_, settings_, clickHook_, appDir);
+    addShutdownSteps(exit_, settings_, clickHook_, folder.own());
     connect(&languages_, &LanguageMenu::switched, this, [this] {
         protect_.relabel([this] { applyLanguage(); });
         net_.recaption();
@@ -104,13 +107,14 @@ MainWindow::Parts MainWindow::parts()
 
 bool MainWindow::loadSkin()
 {
-    if (!QFileInfo::exists(state_.appDir + skinName)) {
+    const QString skin = state_.folder.read(skinName);
+    if (!QFileInfo::exists(skin)) {
         dialogs_.message(QStringLiteral("Cannot find skin file:") + skinName,
                          platform::Dialogs::Buttons::Ok, platform::Dialogs::Icon::None);
         return false;
     }
     QString problem;
-    if (auto error = commandbar::SkinLoader::loadFile(bar_, state_.appDir + skinName))
+    if (auto error = commandbar::SkinLoader::loadFile(bar_, skin))
         problem = error->text(skinName);
     else if (auto tabs = TabBand::skinProblem(bar_))
         problem = tabs->text(skinName);

@@ -43,8 +43,9 @@ class MainWindow : public QMainWindow
 {
     Q_OBJECT
 public:
-    MainWindow(const QString& appDir, platform::Dialogs& dialogs, platform::Shell& shell,
-               platform::BrowserViewFactory& factory, const platform::Clock& clock);
+    MainWindow(const platform::ProgramFolder& folder, platform::Dialogs& dialogs,
+               platform::Shell& shell, platform::BrowserViewFactory& factory,
+               const platform::Clock& clock);
     ~MainWindow() override;
 
     // Runs the start-up; false when the program must end (no usable skin).

@@ -60,9 +60,12 @@ void QuickSave::save(platform::BrowserView& view)
                                 QStringLiteral("http://%1:%2@127.0.0.1:%3")
                                     .arg(proxy::ForwardingProxy::user(), forwarder.secret())
                                     .arg(forwarder.port());
-                            shell_.start(state_.appDir + QStringLiteral("qsexdll"),
+                            // The saver writes into the user's folder, wherever
+                            // the program itself lies.
+                            shell_.start(state_.folder.helper(QStringLiteral("qsexdll")),
                                          {QStringLiteral("url:") + address},
-                                         {{QLatin1String(proxyVariable), proxy}});
+                                         {{QLatin1String(proxyVariable), proxy},
+                                          {QStringLiteral("QUB_APPDIR"), state_.folder.own()}});
                         });
 }
 

@@ -29,7 +29,7 @@ public:
     // The saver's environment variable naming the proxy it fetches through.
     static constexpr const char* proxyVariable = "QUB_SAVER_PROXY";
 
-    QString savedFilesFolder() const { return state_.appDir + QStringLiteral("SavedFiles/"); }
+    QString savedFilesFolder() const { return state_.folder.own(QStringLiteral("SavedFiles/")); }
     void save(platform::BrowserView& view);
     void showText(platform::BrowserView& view);
 

@@ -3,13 +3,14 @@
 // and is read by the subsystems the main window wires together. Plain data.
 #include "TabMenuState.h"
 #include "TabState.h"
+#include "platform/ProgramFolder.h"
 
 #include <QString>
 
 struct MainState : TabState, TabMenuState
 {
     // Set at start-up only.
-    QString appDir;
+    platform::ProgramFolder folder;
     // Written by the language file's loader.
     QString baseTitle;
 

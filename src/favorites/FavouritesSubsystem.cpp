@@ -28,15 +28,14 @@ QString dialogTitle(const commandbar::Tool& tool)
 
 } // namespace
 
-FavouritesSubsystem::FavouritesSubsystem(QWidget& window, const QString& appDir,
+FavouritesSubsystem::FavouritesSubsystem(QWidget& window, const QString& pictures,
                                          commandbar::CommandBar& bar, Tabs& tabs,
                                          platform::Dialogs& dialogs, platform::Shell& shell,
                                          CommandDispatcher& commands, BarEventRouter& events)
     : window_(window), bar_(bar), dialogs_(dialogs), folder_(FavouritesFolder::userRoot()),
       store_(folder_.root(), dialogs, shell), watch_(store_), menus_(bar, shell),
       switches_(bar, commands, events),
-      panel_(new FavouritesPanel(store_, tabs, dialogs, shell, appDir + QStringLiteral("res/"),
-                                 &window))
+      panel_(new FavouritesPanel(store_, tabs, dialogs, shell, pictures, &window))
 {
     panel_->hide();
     QObject::connect(&store_, &FavouritesStore::rebuilt, &store_,

@@ -26,7 +26,8 @@ class CommandBar;
 class FavouritesSubsystem
 {
 public:
-    FavouritesSubsystem(QWidget& window, const QString& appDir, commandbar::CommandBar& bar,
+    // pictures: the folder of the side panel's pictures.
+    FavouritesSubsystem(QWidget& window, const QString& pictures, commandbar::CommandBar& bar,
                         Tabs& tabs, platform::Dialogs& dialogs, platform::Shell& shell,
                         CommandDispatcher& commands, BarEventRouter& events);
 

@@ -1,6 +1,6 @@
 #include "Program.h"
-#include "platform/AppDir.h"
 #include "platform/IconTheme.h"
+#include "platform/ProgramFolder.h"
 
 #include <QApplication>
 #include <cstdio>
@@ -10,6 +10,8 @@ void Program::prepare()
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication::setApplicationName(QStringLiteral("QUB-BROWSER"));
     QApplication::setApplicationVersion(QStringLiteral(QUB_VERSION));
+    // The desktop knows the window by its entry: its icon, its name.
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.qub_browser.Browser"));
     // Possible only as root, where the engine will not start otherwise; the
     // user should know that pages then run unconfined.
     if (!qEnvironmentVariableIsEmpty("QTWEBENGINE_DISABLE_SANDBOX") ||
@@ -21,7 +23,11 @@ void Program::prepare()
 Program::Program() : factory_(dialogs_, shell_)
 {
     platform::chooseIconTheme();
-    window_ = std::make_unique<MainWindow>(platform::appDir(), dialogs_, shell_, factory_, clock_);
+    const platform::ProgramFolder folder = platform::ProgramFolder::ofThisProgram();
+    if (!folder.makeOwn())
+        std::fprintf(stderr, "qub-browser: cannot make %s; settings and pages will not be kept.\n",
+                     qPrintable(folder.own()));
+    window_ = std::make_unique<MainWindow>(folder, dialogs_, shell_, factory_, clock_);
     dialogs_.setParent(window_.get());
 }
 

@@ -146,7 +146,7 @@ bool PopupBlocker::withinBurst(const platform::BrowserView& opener)
 
 void PopupBlocker::sound()
 {
-    shell_.playSound(state_.appDir + QStringLiteral("block.wav"));
+    shell_.playSound(state_.folder.read(QStringLiteral("block.wav")));
 }
 
 void PopupBlocker::record(const QString& address)

@@ -17,7 +17,7 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, commandbar::CommandBa
                                    ActiveTabPresenter& events, platform::BrowserViewFactory& views,
                                    const platform::ClickHook& hook, const platform::Clock& clock,
                                    platform::Shell& shell, CommandDispatcher& commands)
-    : blocked_(bar, tabs, commands), killList_(state.appDir),
+    : blocked_(bar, tabs, commands), killList_(state.folder),
       blocker_(state, bar, tabs, every, hook, clock, shell, blocked_, killList_),
       blockerAsked_(views, blocker_), content_(state, bar, tabs, every, events, commands),
       security_(state, bar, tabs, every)

@@ -7,10 +7,12 @@
 #include "platform/browser/BrowserView.h"
 #include "tabs/Tabs.h"
 
-TranslateSubsystem::TranslateSubsystem(QWidget& window, QString appDir, commandbar::CommandBar& bar,
-                                       Tabs& tabs, platform::Dialogs& dialogs,
-                                       CommandDispatcher& commands)
-    : window_(window), appDir_(std::move(appDir)), bar_(bar), dialogs_(dialogs)
+#include <QFile>
+
+TranslateSubsystem::TranslateSubsystem(QWidget& window, platform::ProgramFolder folder,
+                                       commandbar::CommandBar& bar, Tabs& tabs,
+                                       platform::Dialogs& dialogs, CommandDispatcher& commands)
+    : window_(window), folder_(std::move(folder)), bar_(bar), dialogs_(dialogs)
 {
     commands.on(cmd::Route::Translation, [this, &tabs](const CommandContext& c) {
         platform::BrowserView* view = tabs.currentView();
@@ -21,13 +23,18 @@ TranslateSubsystem::TranslateSubsystem(QWidget& window, QString appDir, commandb
             tabs.newTab(address, true);
     });
     commands.on(cmd::Command::EditTranslations, [this](const CommandContext&) {
-        platform::TextWindow::editFile(listPath(), dialogs_, &window_)->show();
+        // Edited, the list becomes the user's own copy; the shipped one is
+        // its first text.
+        const QString own = folder_.own(QLatin1String(TranslationList::fileName));
+        if (listPath() != own && QFile::copy(listPath(), own))
+            QFile::setPermissions(own, QFile::ReadOwner | QFile::WriteOwner);
+        platform::TextWindow::editFile(own, dialogs_, &window_)->show();
     });
 }
 
 QString TranslateSubsystem::listPath() const
 {
-    return appDir_ + QLatin1String(TranslationList::fileName);
+    return folder_.read(QLatin1String(TranslationList::fileName));
 }
 
 void TranslateSubsystem::start(const QString& editCaption)

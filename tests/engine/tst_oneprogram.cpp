@@ -17,14 +17,10 @@ namespace {
 // Every file under folder but the session's, with its content.
 QMap<QString, QByteArray> filesOf(const QString& folder)
 {
-    QMap<QString, QByteArray> files;
-    QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::System,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-        const QString path = it.next();
-        if (!QFileInfo(path).fileName().startsWith("Session"))
-            files[path] = QFileInfo(path).isFile() ? readFile(path) : QByteArray("(other)");
-    }
+    QMap<QString, QByteArray> files = filesUnder(folder);
+    for (const QString& path : files.keys())
+        if (QFileInfo(path).fileName().startsWith("Session"))
+            files.remove(path);
     return files;
 }
 

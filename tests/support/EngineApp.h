@@ -36,14 +36,16 @@ struct EngineApp
                 QFile::copy(QStringLiteral(QUB_SKIN_DIR "/") + name, appDir + name);
             QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), appDir + "lng.ini");
         }
-        window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
+        window = std::make_unique<MainWindow>(platform::ProgramFolder(appDir), dialogs, shell,
+                                              factory, clock);
     }
     // A second run of the program in the same folder, as after a restart.
     void restart()
     {
         window.reset();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
+        window = std::make_unique<MainWindow>(platform::ProgramFolder(appDir), dialogs, shell,
+                                              factory, clock);
     }
     platform::WebEngineBrowserView* engineView(int index) const
     {

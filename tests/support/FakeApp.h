@@ -26,12 +26,14 @@ struct FakeApp
                                                                 ? QStringLiteral("English.lng")
                                                                 : name),
                         appDir + name);
-        window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
+        window = std::make_unique<MainWindow>(platform::ProgramFolder(appDir), dialogs, shell,
+                                              factory, clock);
     }
     // A second run of the program in the same folder, as after a restart.
     void restart()
     {
         window.reset();
-        window = std::make_unique<MainWindow>(appDir, dialogs, shell, factory, clock);
+        window = std::make_unique<MainWindow>(platform::ProgramFolder(appDir), dialogs, shell,
+                                              factory, clock);
     }
 };

@@ -5,7 +5,10 @@
 
 #include <QByteArray>
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
+#include <QMap>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -21,6 +24,19 @@ inline void writeFile(const QString& path, const QByteArray& content)
     QFile file(path);
     file.open(QIODevice::WriteOnly);
     file.write(content);
+}
+
+// Every file under folder with its content; a socket or device as "(other)".
+inline QMap<QString, QByteArray> filesUnder(const QString& folder)
+{
+    QMap<QString, QByteArray> files;
+    QDirIterator it(folder, QDir::Files | QDir::Hidden | QDir::System,
+                    QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString path = it.next();
+        files[path] = QFileInfo(path).isFile() ? readFile(path) : QByteArray("(other)");
+    }
+    return files;
 }
 
 // True when the file or folder is there and no one but its owner may use it.

@@ -32,7 +32,7 @@ struct Frame
     platform::ConnectionHelper connection{appDir, proxy, dialogs};
     ProxyMenu proxies{bar, connection};
     Settings settings{appDir, bar, proxies};
-    Language language{appDir};
+    Language language{platform::ProgramFolder(appDir)};
     FakeViewFactory factory;
     FakeStage stage;
     TabStrip tabs{state, bar, factory, stage};
@@ -42,10 +42,13 @@ struct Frame
 
     Frame()
     {
-        state.appDir = appDir;
+        state.folder = platform::ProgramFolder(appDir);
         addShutdownSteps(exit, settings, hook, appDir);
         commandbar::SkinLoader::loadFile(bar, QStringLiteral(QUB_SKIN_FILE));
     }
-    bool checked(const QString& band, const QString& tool) { return bar.tool(band, tool)->checked(); }
+    bool checked(const QString& band, const QString& tool)
+    {
+        return bar.tool(band, tool)->checked();
+    }
     QString ini() { return QString::fromUtf8(readFile(appDir + "Browser.ini")); }
 };

@@ -78,6 +78,9 @@ private slots:
                  QStringLiteral("http://qub:%1@127.0.0.1:%2")
                      .arg(f.factory.proxy.secret())
                      .arg(f.factory.proxy.port()));
+        // It saves into the user's folder, wherever it is installed itself.
+        QVERIFY(f.shell.startedWith.contains("QUB_APPDIR"));
+        QCOMPARE(f.shell.startedWith.value("QUB_APPDIR"), f.state.folder.own());
 
         f.shell.opened.clear();
         f.factory.connectionState.setOffline(true);

@@ -172,7 +172,7 @@ private slots:
     void killRuleStopsListedSitesAndClosesTheirTabs()
     {
         QTemporaryDir dir;
-        const QString appDir = dir.path() + '/';
+        const platform::ProgramFolder appDir(dir.path());
         KillList kill(appDir);
         QVERIFY(kill.add("http://ads.test/page.html"));
         QVERIFY(!kill.add("no host"));
@@ -200,7 +200,7 @@ private slots:
         request.mainFrame = true;
         QVERIFY(!blocker.allows(*f.view(2), request));
         QCOMPARE(blocked.address(1), "http://x.ads.test/");
-        QCOMPARE(shell.played, QStringList{f.state.appDir + "block.wav"});
+        QCOMPARE(shell.played, QStringList{f.state.folder.read("block.wav")});
         QTRY_VERIFY(!f.tabs.view(2));
         QVERIFY(f.tabs.view(1));
 
@@ -246,7 +246,7 @@ private slots:
         QTemporaryDir dir;
         QVERIFY(QFile::copy(QStringLiteral(QUB_SKIN_DIR "/English.lng"), dir.filePath("lng.ini")));
         StripFixture f;
-        Language(dir.path() + '/').apply(f.bar, "1.0.0");
+        Language(platform::ProgramFolder(dir.path())).apply(f.bar, "1.0.0");
         SecurityIndicator indicator(f.state, f.bar, f.tabs, f.subsystem.every());
         f.tabs.newTab("https://a.test/", true);
         f.tabs.newTab("http://b.test/", true);

@@ -52,7 +52,8 @@ private slots:
         StripFixture f;
         ScriptedDialogs dialogs;
         QWidget window;
-        TranslateSubsystem translate(window, appDir, f.bar, f.tabs, dialogs, f.commands);
+        TranslateSubsystem translate(window, platform::ProgramFolder(appDir), f.bar, f.tabs,
+                                     dialogs, f.commands);
         translate.start("Edit the list");
         QStringList keys;
         QList<int> ids;
