@@ -1,15 +1,18 @@
 #!/bin/bash
-# Installs the packages that building (and, with "test", testing) QUB-BROWSER
-# needs on Debian 12 or 13 or Ubuntu 24.04; does nothing when they are all
-# there. Where the releases name a package differently, "a|b" takes the first
-# name the package lists know.
+# Installs the packages that building (and, with "test", testing, or with
+# "package", packaging) QUB-BROWSER needs on Debian 12 or 13 or Ubuntu 24.04;
+# does nothing when they are all there. Where the releases name a package
+# differently, "a|b" takes the first name the package lists know.
 set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache libgl-dev libxml2-dev
           qt6-base-dev libqt6sql6-sqlite qt6-multimedia-dev qt6-webchannel-dev qt6-webengine-dev libqt6webenginecore6-bin qt6-qpa-plugins libqt6svg6
           adwaita-icon-theme fonts-dejavu-core xdg-utils)
+if [ "${1:-}" = package ]; then
+    packages+=(dpkg-dev debootstrap)
+fi
 if [ "${1:-}" = test ]; then
-    packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick "libssl3|libssl3t64" clang libclang-rt-dev clang-tidy clazy)
+    packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick desktop-file-utils appstream "libssl3|libssl3t64" clang libclang-rt-dev clang-tidy clazy)
 fi
 
 sudo=()
