@@ -11,11 +11,12 @@ source scripts/debian-root.sh
 root=${QUB_DEBIAN13_ROOT:-$roots/debian13}
 debian_root trixie "$root"
 
-# The sources are copied afresh; the build folder stays, for ccache and ninja.
+# The sources are copied afresh, dated now so ninja rebuilds from them (ccache
+# keeps that quick); the build folder stays.
 work="$root/work/qub"
 mkdir -p "$work"
 find "$work" -mindepth 1 -maxdepth 1 ! -name build -exec rm -rf {} +
-git ls-files -z --cached --others --exclude-standard | tar --null --ignore-failed-read -T - -cf - | tar -xf - -C "$work"
+git ls-files -z --cached --others --exclude-standard | tar --null --ignore-failed-read -T - -cf - | tar -m -xf - -C "$work"
 
 # Optimised as the user's build is, for the warnings that only optimisation
 # finds, but at -O1 and without debug information: half the compile time.
