@@ -28,7 +28,10 @@ for file in bin/qub-browser libexec/qub-browser/qsexdll share/qub-browser/defaul
     [ -e "$prefix/$file" ] || fail "$file was not installed"
 done
 desktop-file-validate "$prefix/share/applications/$id.desktop" || fail "the desktop entry is not valid"
+# The project has no web home yet, which newer validators warn of; any other
+# error or warning fails.
 appstreamcli validate --no-net "$prefix/share/metainfo/$id.metainfo.xml" > "$work/appstream.log" ||
+    ! grep -E '^[EW]:' "$work/appstream.log" | grep -qv 'url-homepage-missing' ||
     { cat "$work/appstream.log"; fail "the metainfo is not valid"; }
 "$prefix/bin/qub-browser" --version | grep -qx 'qub-browser [0-9][0-9.]*' || fail "--version"
 "$prefix/bin/qub-browser" --help | grep -q '^Usage: qub-browser \[address\]' || fail "--help"
