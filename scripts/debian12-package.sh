@@ -3,11 +3,10 @@
 # apt-get into a clean Debian 12 root, started there in a private X server
 # with an address (its window title and a screenshot checked), then purged,
 # leaving none of its files behind. Needs root. The screenshot is kept as
-# build/package/debian12.png.
+# build/package/debian12.png. With --prepare, only makes the kept root ready.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 started=$(date +%s)
-deb=$(bash scripts/package.sh | tail -1)
 source scripts/debian-root.sh
 base=$roots/debian12
 debian_root bookworm "$base"
@@ -18,6 +17,8 @@ if [ ! -f "$base/.tools" ]; then
         --no-install-recommends xvfb xauth xdotool x11-utils imagemagick > /dev/null"
     touch "$base/.tools"
 fi
+[ "${1:-}" = --prepare ] && exit 0
+deb=$(bash scripts/package.sh | tail -1)
 root=$(mktemp -d /var/tmp/qub-debian12.XXXXXX)
 trap 'rm -rf "$root"' EXIT
 cp -a "$base/." "$root/"
