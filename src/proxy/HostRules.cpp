@@ -26,6 +26,30 @@ HostRules HostRules::fromArguments(const QStringList& arguments)
     return rules;
 }
 
+QStringList HostRules::splitFlags(const QString& flags)
+{
+    QStringList words;
+    QString word;
+    bool quoted = false;
+    bool inWord = false;
+    for (const QChar c : flags) {
+        if (c == QLatin1Char('"')) {
+            quoted = !quoted;
+            inWord = true;
+        } else if (c == QLatin1Char(' ') && !quoted) {
+            if (inWord)
+                words.append(std::exchange(word, {}));
+            inWord = false;
+        } else {
+            word += c;
+            inWord = true;
+        }
+    }
+    if (inWord)
+        words.append(word);
+    return words;
+}
+
 QString HostRules::map(const QString& host) const
 {
     for (const Rule& rule : rules_)

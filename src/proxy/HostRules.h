@@ -14,6 +14,9 @@ class HostRules
 {
 public:
     static HostRules fromArguments(const QStringList& arguments);
+    // The words of QTWEBENGINE_CHROMIUM_FLAGS as the engine reads them:
+    // split at spaces outside double quotes, the quotes themselves dropped.
+    static QStringList splitFlags(const QString& flags);
 
     // The host to connect to for host: a rule's target, or host itself.
     QString map(const QString& host) const;

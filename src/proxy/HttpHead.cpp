@@ -56,24 +56,21 @@ QByteArray basicAuthorization(const QString& user, const QString& password)
     return "Basic " + (user + QLatin1Char(':') + password).toUtf8().toBase64();
 }
 
-int statusOf(const QByteArray& head)
+QByteArray firstLine(const QByteArray& head)
 {
-    return head.left(head.indexOf('\n')).split(' ').value(1).trimmed().toInt();
+    const qsizetype end = head.indexOf('\n');
+    return end < 0 ? head : head.left(end);
 }
 
-QByteArray closingHead(const QByteArray& head)
+int statusOf(const QByteArray& head)
 {
-    QByteArray out;
-    for (QByteArray line : head.split('\n')) {
-        if (line.endsWith('\r'))
-            line.chop(1);
-        // A lone CR ends no line here; it must not end one for the engine.
-        line.replace('\r', ' ');
-        if (!line.isEmpty() && !headerIs(line, "Connection") &&
-            !headerIs(line, "Proxy-Connection") && !headerIs(line, "Keep-Alive"))
-            out += line + "\r\n";
-    }
-    return out + "Connection: close\r\nProxy-Connection: close\r\n\r\n";
+    // A lone CR is read as the space it is passed on as.
+    const QList<QByteArray> words = firstLine(head).replace('\r', ' ').split(' ');
+    const QByteArray code = words.value(1);
+    if (!words[0].startsWith("HTTP/") || code.size() != 3)
+        return 0;
+    const int status = code.toInt();
+    return status >= 100 && status <= 599 ? status : 0;
 }
 
 } // namespace proxy::httphead

@@ -20,10 +20,10 @@ std::pair<QString, quint16> splitAuthority(const QByteArray& authority, quint16 
 // its last line break; nullopt while it has not all come.
 std::optional<QByteArray> takeHead(QByteArray& buffer);
 QByteArray basicAuthorization(const QString& user, const QString& password);
-// A response head's status code; 0 when it has none.
+// The first line of a head, the whole of one that has one line.
+QByteArray firstLine(const QByteArray& head);
+// A response head's status code; 0 when its first line is no HTTP status
+// line.
 int statusOf(const QByteArray& head);
-// A response head (without its blank line) rewritten to say the connection
-// closes after this answer, blank line included.
-QByteArray closingHead(const QByteArray& head);
 
 } // namespace proxy::httphead

@@ -1,6 +1,7 @@
 #include "ProxyTunnel.h"
 #include "HttpHead.h"
 #include "InwardRequest.h"
+#include "RequestHead.h"
 
 #include <QHostInfo>
 #include <QNetworkProxy>
@@ -17,6 +18,8 @@ ProxyTunnel::ProxyTunnel(QTcpSocket* client, const ProxyRouting& routing, QByteA
       signInNeeded_(std::move(signInNeeded)), timeoutMs_(timeoutMs)
 {
     client_->setParent(this);
+    // Heads and small answers go out at once, not held for an acknowledgement.
+    client_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     timeout_.setSingleShot(true);
     timeout_.setInterval(headTimeoutMs);
     connect(&timeout_, &QTimer::timeout, this, [this] {
@@ -54,9 +57,7 @@ void ProxyTunnel::routeChanged()
     switch (state_) {
     case State::Connecting:
     case State::UpstreamReply:
-    case State::SocksGreeting:
-    case State::SocksAuth:
-    case State::SocksReply:
+    case State::Socks:
         rerouted();
         break;
     case State::Head:
@@ -78,39 +79,12 @@ bool ProxyTunnel::rerouted()
 
 void ProxyTunnel::startRequest()
 {
-    QList<QByteArray> lines = head_.split('\n');
-    for (QByteArray& line : lines)
-        line = line.trimmed();
-    const QList<QByteArray> request = lines.value(0).split(' ');
-    if (request.size() != 3) {
+    const RequestHead request = RequestHead::parse(head_, credentials_);
+    if (request.malformed) {
         reply(400, "This is not an HTTP request.");
         return;
     }
-    const QByteArray& method = request[0];
-    const QByteArray& target = request[1];
-    bool authorised = false;
-    bodyLeft_ = 0;
-    responseHeadPassed_ = false;
-    upstreamBuffer_.clear();
-    addresses_.clear();
-    lookupId_ = -1;
-    QByteArray headers;
-    for (qsizetype i = 1; i < lines.size(); ++i) {
-        const QByteArray& line = lines[i];
-        if (headerIs(line, "Proxy-Authorization")) {
-            authorised = authorised || headerValue(line) == credentials_;
-            continue;
-        }
-        if (headerIs(line, "Proxy-Connection") || headerIs(line, "Connection") ||
-            headerIs(line, "Keep-Alive"))
-            continue;
-        if (headerIs(line, "Content-Length"))
-            bodyLeft_ = headerValue(line).toLongLong();
-        if (headerIs(line, "Transfer-Encoding"))
-            bodyLeft_ = -1;
-        headers += line + "\r\n";
-    }
-    if (!authorised) {
+    if (!request.authorised) {
         reply(407, "This proxy serves QUB-BROWSER only.",
               "Proxy-Authenticate: Basic realm=\"QUB-BROWSER\"\r\n");
         return;
@@ -119,31 +93,22 @@ void ProxyTunnel::startRequest()
         authorised_ = true;
         timeout_.setInterval(timeoutMs_);
     }
-    QByteArray originTarget;
-    if (method == "CONNECT") {
-        tunnel_ = true;
-        std::tie(host_, port_) = splitAuthority(target, 0);
-    } else {
-        tunnel_ = false;
-        if (!target.toLower().startsWith("http://")) {
-            reply(400, "Only http addresses go through this proxy without CONNECT.");
-            return;
-        }
-        const QByteArray rest = target.mid(7);
-        qsizetype slash = rest.indexOf('/');
-        const qsizetype query = rest.indexOf('?');
-        if (slash < 0 || (query >= 0 && query < slash))
-            slash = query;
-        const QByteArray authority = slash < 0 ? rest : rest.left(slash);
-        originTarget = slash < 0 ? QByteArray("/") : rest.mid(slash);
-        if (originTarget.startsWith('?'))
-            originTarget.prepend('/');
-        std::tie(host_, port_) = splitAuthority(authority, 80);
-    }
-    if (host_.isEmpty() || port_ == 0) {
-        reply(400, "The request names no host and port.");
+    if (!request.problem.isEmpty()) {
+        reply(400, request.problem);
         return;
     }
+    bodyLeft_ = request.bodyLength;
+    responseHeadPassed_ = false;
+    answerStarted_ = false;
+    addresses_.clear();
+    lookupId_ = -1;
+    method_ = request.method;
+    // A body whose end is the connection's end leaves nothing after it.
+    keepAlive_ = !request.closes && bodyLeft_ >= 0;
+    tunnel_ = request.tunnel;
+    host_ = request.host;
+    port_ = request.port;
+    const QByteArray& target = request.target;
 
     const ProxyRouting::Route route = routing_.routeFor(host_);
     generation_ = route.generation;
@@ -160,17 +125,52 @@ void ProxyTunnel::startRequest()
             outgoing_ += "\r\n";
         }
     } else {
-        outgoing_ =
-            method + ' ' + (viaHttp ? target : originTarget) + ' ' + request[2] + "\r\n" + headers;
+        outgoing_ = request.method + ' ' + (viaHttp ? target : request.originTarget) + ' ' +
+                    request.version + "\r\n" + request.headers;
         if (viaHttp && !upstreamProxy_->user.isEmpty())
             outgoing_ += "Proxy-Authorization: " +
                          basicAuthorization(upstreamProxy_->user, upstreamProxy_->password) +
                          "\r\n";
-        outgoing_ += "Connection: close\r\n\r\n";
+        // A site's connection is kept only when reached straight.
+        outgoing_ += keepAlive_ && !upstreamProxy_ ? "\r\n" : "Connection: close\r\n\r\n";
     }
+    sent_ = bodyLeft_ == 0 ? outgoing_ : QByteArray();
 
     state_ = State::Connecting;
+    if (reusedUpstream())
+        return;
     timeout_.start();
+    connectRoute();
+}
+
+bool ProxyTunnel::reusedUpstream()
+{
+    reused_ = !tunnel_ && !upstreamProxy_ && upstream_ &&
+              upstream_->state() == QAbstractSocket::ConnectedState && upstreamBuffer_.isEmpty() &&
+              upstreamHost_ == host_ && upstreamPort_ == port_ &&
+              upstreamGeneration_ == generation_;
+    if (reused_)
+        reached();
+    return reused_;
+}
+
+void ProxyTunnel::dropUpstream()
+{
+    if (!upstream_)
+        return;
+    upstream_->disconnect(this);
+    upstream_->abort();
+    upstream_->deleteLater();
+    upstream_ = nullptr;
+    upstreamBuffer_.clear();
+}
+
+void ProxyTunnel::connectRoute()
+{
+    dropUpstream();
+    upstreamHost_ = host_;
+    upstreamPort_ = port_;
+    upstreamGeneration_ = generation_;
     if (upstreamProxy_) {
         connectUpstream(upstreamProxy_->host, upstreamProxy_->port);
         return;
@@ -221,12 +221,24 @@ void ProxyTunnel::connectUpstream(const QString& host, quint16 port)
         upstream_->abort();
         upstream_->deleteLater();
     }
+    upstreamBuffer_.clear();
     upstream_ = new QTcpSocket(this);
     upstream_->setProxy(QNetworkProxy::NoProxy);
     connect(upstream_, &QTcpSocket::connected, this, &ProxyTunnel::upstreamConnected);
     connect(upstream_, &QTcpSocket::readyRead, this, &ProxyTunnel::readUpstream);
     connect(upstream_, &QTcpSocket::errorOccurred, this, [this] {
-        if (state_ == State::Pipe || state_ == State::Closing)
+        if (state_ == State::Head) {
+            // A kept connection the site closed while no request was on it.
+            dropUpstream();
+        } else if (state_ == State::Pipe && reused_ && !answerStarted_ && !sent_.isEmpty()) {
+            // The site closed its kept connection as the request went out:
+            // the request goes again, on a new one.
+            reused_ = false;
+            outgoing_ = sent_;
+            state_ = State::Connecting;
+            timeout_.start();
+            QMetaObject::invokeMethod(this, &ProxyTunnel::connectRoute, Qt::QueuedConnection);
+        } else if (state_ == State::Pipe || state_ == State::Closing)
             close();
         else if (state_ == State::Connecting && !addresses_.isEmpty())
             QMetaObject::invokeMethod(this, &ProxyTunnel::connectNextAddress, Qt::QueuedConnection);
@@ -235,7 +247,7 @@ void ProxyTunnel::connectUpstream(const QString& host, quint16 port)
                            ": " + upstream_->errorString().toUtf8());
     });
     connect(upstream_, &QTcpSocket::disconnected, this, [this] {
-        if (state_ == State::Pipe)
+        if (state_ == State::Pipe && !(reused_ && !answerStarted_ && !sent_.isEmpty()))
             close();
     });
     upstream_->connectToHost(host, port);
@@ -245,10 +257,11 @@ void ProxyTunnel::upstreamConnected()
 {
     if (rerouted())
         return;
+    upstream_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
     if (upstreamProxy_ && upstreamProxy_->kind == ProxyEntry::Kind::Socks5) {
-        const bool login = !upstreamProxy_->user.isEmpty();
-        upstream_->write(login ? QByteArray("\x05\x02\x00\x02", 4) : QByteArray("\x05\x01\x00", 3));
-        state_ = State::SocksGreeting;
+        socks_.emplace(host_, port_, upstreamProxy_->user, upstreamProxy_->password);
+        upstream_->write(socks_->greeting());
+        state_ = State::Socks;
     } else if (upstreamProxy_ && tunnel_) {
         upstream_->write(outgoing_);
         state_ = State::UpstreamReply;
@@ -260,6 +273,13 @@ void ProxyTunnel::upstreamConnected()
 void ProxyTunnel::readUpstream()
 {
     upstreamBuffer_ += upstream_->readAll();
+    if (state_ == State::Head) {
+        // Bytes no request asked for: the site's connection is not trusted
+        // with another request.
+        dropUpstream();
+        return;
+    }
+    answerStarted_ = answerStarted_ || !upstreamBuffer_.isEmpty();
     switch (state_) {
     case State::Pipe:
         passUpstream();
@@ -268,9 +288,7 @@ void ProxyTunnel::readUpstream()
         if (!rerouted())
             readUpstreamReply();
         break;
-    case State::SocksGreeting:
-    case State::SocksAuth:
-    case State::SocksReply:
+    case State::Socks:
         if (!rerouted())
             readSocks();
         break;
@@ -281,7 +299,7 @@ void ProxyTunnel::readUpstream()
 
 void ProxyTunnel::passUpstream()
 {
-    if (tunnel_ || responseHeadPassed_)
+    if (tunnel_)
         client_->write(std::exchange(upstreamBuffer_, {}));
     else
         readResponse();
@@ -297,15 +315,55 @@ void ProxyTunnel::readResponse()
             return;
         }
         const int code = statusOf(*head);
+        if (code == 0) {
+            reply(502, "The site did not answer in HTTP.");
+            return;
+        }
         if (code == 407 && upstreamProxy_ && upstreamProxy_->kind == ProxyEntry::Kind::Http) {
             refusedForSignIn(*head);
             return;
         }
-        client_->write(closingHead(*head));
+        body_ = ResponseBody::of(method_, *head);
         // An interim answer (100, 103) is followed by the final one.
-        responseHeadPassed_ = code < 100 || code >= 200 || code == 101;
+        if (code >= 100 && code < 200 && code != 101) {
+            client_->write(body_.passedHead(*head, false));
+            continue;
+        }
+        responseHeadPassed_ = true;
+        keepAlive_ = keepAlive_ && code != 101 && body_.kind() != ResponseBody::Kind::UntilClose;
+        bool siteCloses = !firstLine(*head).trimmed().startsWith("HTTP/1.1 ");
+        for (const QByteArray& line : head->split('\n'))
+            siteCloses = siteCloses || (headerIs(line, "Connection") &&
+                                        headerValue(line).toLower().contains("close"));
+        upstreamReusable_ = keepAlive_ && !upstreamProxy_ && !siteCloses;
+        client_->write(body_.passedHead(*head, !keepAlive_));
+        // After a change of protocols, what the client sends is the new one's.
+        if (code == 101)
+            bodyLeft_ = -1;
     }
-    client_->write(std::exchange(upstreamBuffer_, {}));
+    QByteArray out;
+    const bool whole = body_.take(upstreamBuffer_, out);
+    client_->write(out);
+    if (!whole)
+        close();
+    else if (body_.done())
+        answered();
+}
+
+void ProxyTunnel::answered()
+{
+    if (!keepAlive_) {
+        close();
+        return;
+    }
+    if (!upstreamReusable_ || !upstreamBuffer_.isEmpty())
+        dropUpstream();
+    state_ = State::Head;
+    responseHeadPassed_ = false;
+    reused_ = false;
+    timeout_.start();
+    if (!clientBuffer_.isEmpty())
+        readHead();
 }
 
 void ProxyTunnel::readUpstreamReply()
@@ -331,55 +389,22 @@ void ProxyTunnel::readUpstreamReply()
 
 void ProxyTunnel::readSocks()
 {
-    if (state_ == State::SocksGreeting) {
-        if (upstreamBuffer_.size() < 2)
-            return;
-        const char method = upstreamBuffer_[1];
-        upstreamBuffer_.remove(0, 2);
-        if (method == 0x02 && !upstreamProxy_->user.isEmpty()) {
-            const QByteArray user = upstreamProxy_->user.toUtf8().left(255);
-            const QByteArray password = upstreamProxy_->password.toUtf8().left(255);
-            upstream_->write(QByteArray(1, '\x01') + char(user.size()) + user +
-                             char(password.size()) + password);
-            state_ = State::SocksAuth;
-            return;
-        }
-        if (method != 0x00) {
-            refusedForSignIn({});
-            return;
-        }
-    } else if (state_ == State::SocksAuth) {
-        if (upstreamBuffer_.size() < 2)
-            return;
-        const bool accepted = upstreamBuffer_[1] == 0x00;
-        upstreamBuffer_.remove(0, 2);
-        if (!accepted) {
-            refusedForSignIn({});
-            return;
-        }
-    }
-    if (state_ != State::SocksReply) {
-        const QByteArray host = host_.toUtf8().left(255);
-        upstream_->write(QByteArray("\x05\x01\x00\x03", 4) + char(host.size()) + host +
-                         char(port_ >> 8) + char(port_ & 0xff));
-        state_ = State::SocksReply;
-        return;
-    }
-    if (upstreamBuffer_.size() < 5)
-        return;
-    const int kind = static_cast<unsigned char>(upstreamBuffer_[3]);
-    const qsizetype length = kind == 1   ? 10
-                             : kind == 4 ? 22
-                             : kind == 3 ? 7 + quint8(upstreamBuffer_[4])
-                                         : -1;
-    if (upstreamBuffer_[1] != 0 || length < 0) {
+    QByteArray out;
+    switch (socks_->read(upstreamBuffer_, out)) {
+    case Socks5Handshake::Step::Waiting:
+        if (!out.isEmpty())
+            upstream_->write(out);
+        break;
+    case Socks5Handshake::Step::Reached:
+        reached();
+        break;
+    case Socks5Handshake::Step::SignInRefused:
+        refusedForSignIn({});
+        break;
+    case Socks5Handshake::Step::Unreachable:
         reply(502, "The SOCKS proxy could not reach " + host_.toUtf8() + '.');
-        return;
+        break;
     }
-    if (upstreamBuffer_.size() < length)
-        return;
-    upstreamBuffer_.remove(0, length);
-    reached();
 }
 
 // The host is reached: a tunnel is confirmed to the client, a request goes out.
@@ -403,8 +428,10 @@ void ProxyTunnel::pipeClient()
     if (clientBuffer_.isEmpty())
         return;
     if (bodyLeft_ == 0) {
-        // A next request on a connection its answer said closes: not heard.
-        clientBuffer_.clear();
+        // A next request waits for this one's answer; on a connection that
+        // closes after it, none is heard.
+        if (!keepAlive_ || clientBuffer_.size() > maxHead)
+            clientBuffer_.clear();
         return;
     }
     if (generation_ != routing_.generation()) {

@@ -2,16 +2,21 @@
 // One client connection of the forwarding proxy, in the proxy's thread. It
 // reads a request head, refuses a client without the run's credentials, and
 // takes the request where the routing says: straight to the host, through an
-// HTTP proxy, or through a SOCKS5 proxy. CONNECT becomes a byte tunnel. A
-// plain request is the connection's only one: it goes out with "Connection:
-// close" and its answer comes back saying the same, so no late byte of one
-// site can pass for the answer to another's request. Straight to a host, a
+// HTTP proxy, or through a SOCKS5 proxy. CONNECT becomes a byte tunnel. Plain
+// requests follow one another on the engine's connection, and straight to a
+// host on the site's connection, as the engine's own connections would: each
+// answer is passed on framed as the proxy read it (see ResponseBody), a site's
+// connection serves only the host it was opened for, and a site that sends
+// more than its answer loses its connection, so no late byte of one site can
+// pass for the answer to another's request. Straight to a host, a
 // name is looked up here and refused when it leads back to this computer:
 // the engine sends its own loopback addresses past the proxy, so one that
 // arrives is an alias or a rebound name (unless the user listed the name). When the route changes,
 // a request still waiting for its route to answer is sent the new way; one already out gets its
 // answer the way it went, and nothing more goes out that way.
 #include "ProxyRouting.h"
+#include "ResponseBody.h"
+#include "Socks5Handshake.h"
 
 #include <QByteArray>
 #include <QHostAddress>
@@ -48,22 +53,21 @@ signals:
     void finished();
 
 private:
-    enum class State {
-        Head,
-        Connecting,
-        UpstreamReply,
-        SocksGreeting,
-        SocksAuth,
-        SocksReply,
-        Pipe,
-        Closing
-    };
+    enum class State { Head, Connecting, UpstreamReply, Socks, Pipe, Closing };
 
     void readClient();
     void readHead();
     bool rerouted();
     // Sends the request of head_ where the routing says now.
     void startRequest();
+    // Connects to where the route of the request leads.
+    void connectRoute();
+    // The site's connection kept from the last answer, when it can carry
+    // this request.
+    bool reusedUpstream();
+    void dropUpstream();
+    // The answer has passed whole: the connection waits for the next request.
+    void answered();
     void lookedUp(const QHostInfo& info);
     void connectUpstream(const QString& host, quint16 port);
     void connectNextAddress();
@@ -104,12 +108,29 @@ private:
     QString host_;
     quint16 port_ = 0;
     std::optional<ProxyEntry> upstreamProxy_;
+    std::optional<Socks5Handshake> socks_;
     // Bytes of the request body still to pass before a next request may
     // begin; -1 when the body's end is the connection's end.
     qint64 bodyLeft_ = 0;
     bool finished_ = false;
-    // Whether a plain request's final answer head has passed.
+    // Whether a plain request's final answer head has passed, and the body
+    // that follows it.
     bool responseHeadPassed_ = false;
+    ResponseBody body_;
+    QByteArray method_;
+    // Whether the engine's connection may carry another request after this
+    // answer, and the site's connection too.
+    bool keepAlive_ = false;
+    bool upstreamReusable_ = false;
+    // The host, port and routing generation the site's connection was opened
+    // for; whether this request went out on one kept from an earlier answer,
+    // what it sent, and whether any byte of its answer has come.
+    QString upstreamHost_;
+    quint16 upstreamPort_ = 0;
+    quint64 upstreamGeneration_ = 0;
+    bool reused_ = false;
+    QByteArray sent_;
+    bool answerStarted_ = false;
     bool authorised_ = false;
     // The addresses a direct host's name led to, tried in turn; the lookup
     // whose answer is awaited.

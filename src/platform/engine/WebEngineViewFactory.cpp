@@ -32,7 +32,7 @@ proxy::ForwardingProxy& sharedProxy()
         programProxy = new proxy::ForwardingProxy;
         programProxy->setHostRules(proxy::HostRules::fromArguments(
             QCoreApplication::arguments() +
-            QString::fromLocal8Bit(qgetenv("QTWEBENGINE_CHROMIUM_FLAGS")).split(QLatin1Char(' '))));
+            proxy::HostRules::splitFlags(qEnvironmentVariable("QTWEBENGINE_CHROMIUM_FLAGS"))));
         QNetworkProxy::setApplicationProxy(QNetworkProxy(
             QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), programProxy->port(),
             proxy::ForwardingProxy::user(), programProxy->secret()));
