@@ -4,9 +4,10 @@
 # the page has loaded, 10 more tabs, the memory of the process tree with 1 and
 # 11 views), alternating between the two, each with a fresh profile; a page
 # opening 1,000 windows, blocked; Close All of 100 tabs; favourites, history
-# and the forwarding proxy. Ratios where there is a floor, medians with their
-# range where there is none; the table goes to docs/performance.md, followed
-# by bench/where-the-time-goes.md.
+# and the forwarding proxy; pages over http and https (bench/network.py).
+# Ratios where there is a floor, medians with their range where there is
+# none; the table goes to docs/performance.md, followed by
+# bench/where-the-time-goes.md.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/install-deps.sh test
@@ -161,7 +162,22 @@ if [ -z "$prox_ms" ]; then
     echo "bench_proxy did not finish" >&2
     exit 1
 fi
-echo "proxy: 200 tunnels $prox_ms(ms), completed $prox_done"
+hop=$(echo "$prox" | awk '$1 == "hop" {print $2, $3, $4}')
+read -r hop_straight hop_proxied hop_tunnelled <<< "$hop"
+if [ -z "$hop_tunnelled" ]; then
+    echo "bench_proxy did not measure the hop" >&2
+    exit 1
+fi
+echo "proxy: 200 tunnels $prox_ms(ms), completed $prox_done; a request straight $hop_straight µs, through it $hop_proxied µs, in a tunnel $hop_tunnelled µs"
+
+# Pages over the network: the shipped program and the floor started as
+# processes on pages from a loopback server, over http and https.
+network=$(timeout 1800 python3 bench/network.py build/bin "$QUB_APPDIR" "${NET_ROUNDS:-5}") || {
+    echo "bench/network.py did not finish" >&2
+    exit 1
+}
+echo "$network" | grep -v '^|'
+network_table=$(echo "$network" | grep '^|')
 
 # A later start of the shipped program hands its address to the running one
 # and ends: each timed from launch to exit, in a program folder and runtime
@@ -317,6 +333,30 @@ through it (\`bench/proxy.cpp\`, no floor; median, min–max of 7):
 |---|---|
 | until every client has its bytes back | $(echo "$prox_ms" | median) ms ($(echo "$prox_ms" | span) ms) |
 | tunnels completed in each round | $prox_done|
+
+A plain request of a 512-byte page, one after another, 2,000 each way in
+interleaved blocks, each client keeping its connection while the answers
+allow it, as the engine does (median):
+
+| way | time of a request | hop | goal | |
+|---|---:|---:|---|---|
+| straight to the server | $hop_straight µs | | | |
+| through the proxy | $hop_proxied µs | $((hop_proxied - hop_straight)) µs | ≤ 200 µs | $(verdict $((hop_proxied - hop_straight)) 200) |
+| inside a tunnel through the proxy | $hop_tunnelled µs | $((hop_tunnelled - hop_straight)) µs | ≤ 200 µs | $(verdict $((hop_tunnelled - hop_straight)) 200) |
+
+## Pages over the network
+
+\`bench/network.py\`: QUB-BROWSER as shipped (\`build/bin/qub-browser\` with an
+address) and the floor started as processes, each with a fresh profile, on a
+small page and a page of 300 pictures from a loopback server (Python's
+threaded HTTP/1.1 server), over http and over https with a certificate made
+for the run. A name of the run's own is mapped to the loopback address, so
+QUB-BROWSER's requests go through its forwarding proxy as every page's do.
+Times from the spawn of the process to the first request at the server and
+to the page's onload beacon; memory of the process tree two seconds after
+it. Medians of ${NET_ROUNDS:-5} interleaved rounds.
+
+$network_table
 
 REPORT
 cat bench/where-the-time-goes.md >> docs/performance.md

@@ -12,7 +12,7 @@ if [ "${1:-}" = package ]; then
     packages+=(dpkg-dev debootstrap)
 fi
 if [ "${1:-}" = test ]; then
-    packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick desktop-file-utils appstream "libssl3|libssl3t64" clang libclang-rt-dev clang-tidy clazy)
+    packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick desktop-file-utils appstream python3 openssl "libssl3|libssl3t64" clang libclang-rt-dev clang-tidy clazy)
 fi
 
 sudo=()
