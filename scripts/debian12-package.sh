@@ -43,9 +43,15 @@ export XDG_RUNTIME_DIR=/root/run
 xvfb-run -a -s '-screen 0 1280x800x24' bash -euo pipefail -c '
     qub-browser file:///root/page.html > run.log 2>&1 &
     pid=$!
-    window=$(timeout 60 xdotool search --sync --onlyvisible --name "QUB-BROWSER [0-9]" | head -1)
-    [ -n "$window" ] || { echo "no window"; exit 1; }
-    title=$(xdotool getwindowname "$window")
+    # A window found has been seen gone before it was asked its name (X's
+    # BadWindow); the search is asked again until a window answers.
+    title=
+    for _ in $(seq 60); do
+        window=$(xdotool search --onlyvisible --name "QUB-BROWSER [0-9]" 2> /dev/null | head -1)
+        [ -n "$window" ] && title=$(xdotool getwindowname "$window" 2> /dev/null) && break
+        sleep 1
+    done
+    [ -n "$title" ] || { echo "no window"; exit 1; }
     [[ $title == "QUB-BROWSER ${1#qub-browser }"* ]] || { echo "window title: $title"; exit 1; }
     for _ in $(seq 100); do
         grep -q "\"title\": \"Installed page\"" .local/share/QUB-BROWSER/Session.json 2> /dev/null && break
