@@ -43,20 +43,18 @@ export XDG_RUNTIME_DIR=/root/run
 xvfb-run -a -s '-screen 0 1280x800x24' bash -euo pipefail -c '
     qub-browser file:///root/page.html > run.log 2>&1 &
     pid=$!
-    # A window found has been seen gone before it was asked its name (X's
-    # BadWindow); the search is asked again until a window answers.
+    # The window names the page once it has loaded. A window found has been
+    # seen gone before it was asked its name (a BadWindow error), so the
+    # search is asked again until the window answers with that name.
+    wanted="Installed page - QUB-BROWSER ${1#qub-browser }"
     title=
     for _ in $(seq 60); do
-        window=$(xdotool search --onlyvisible --name "QUB-BROWSER [0-9]" 2> /dev/null | head -1)
-        [ -n "$window" ] && title=$(xdotool getwindowname "$window" 2> /dev/null) && break
+        window=$(xdotool search --onlyvisible --name "QUB-BROWSER [0-9]" 2> /dev/null | head -1) || true
+        [ -n "$window" ] && title=$(xdotool getwindowname "$window" 2> /dev/null) &&
+            [ "$title" = "$wanted" ] && break
         sleep 1
     done
-    [ -n "$title" ] || { echo "no window"; exit 1; }
-    [[ $title == "QUB-BROWSER ${1#qub-browser }"* ]] || { echo "window title: $title"; exit 1; }
-    for _ in $(seq 100); do
-        grep -q "\"title\": \"Installed page\"" .local/share/QUB-BROWSER/Session.json 2> /dev/null && break
-        sleep 0.1
-    done
+    [ "$title" = "$wanted" ] || { echo "window title: ${title:-no window}"; exit 1; }
     sleep 2
     import -window root shot.png
     colours=$(identify -format %k shot.png)
