@@ -230,7 +230,7 @@ void ProxyTunnel::connectUpstream(const QString& host, quint16 port)
         if (state_ == State::Head) {
             // A kept connection the site closed while no request was on it.
             dropUpstream();
-        } else if (state_ == State::Pipe && reused_ && !answerStarted_ && !sent_.isEmpty()) {
+        } else if (state_ == State::Pipe && mayResend()) {
             // The site closed its kept connection as the request went out:
             // the request goes again, on a new one.
             reused_ = false;
@@ -247,7 +247,7 @@ void ProxyTunnel::connectUpstream(const QString& host, quint16 port)
                            ": " + upstream_->errorString().toUtf8());
     });
     connect(upstream_, &QTcpSocket::disconnected, this, [this] {
-        if (state_ == State::Pipe && !(reused_ && !answerStarted_ && !sent_.isEmpty()))
+        if (state_ == State::Pipe && !mayResend())
             close();
     });
     upstream_->connectToHost(host, port);

@@ -66,6 +66,9 @@ private:
     // this request.
     bool reusedUpstream();
     void dropUpstream();
+    // Whether the request went out on a kept connection, without a body, and
+    // no byte of its answer has come: it may go again on a new one.
+    bool mayResend() const { return reused_ && !answerStarted_ && !sent_.isEmpty(); }
     // The answer has passed whole: the connection waits for the next request.
     void answered();
     void lookedUp(const QHostInfo& info);
