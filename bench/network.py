@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 """Pages over the network, as a user meets them: QUB-BROWSER as shipped and
 the floor (a bare QWebEngineView program) started as processes, each with a
-fresh profile, loading a small page and a page of 300 pictures from a
-loopback server over http and over https. A name of the run's own is mapped
-to the loopback address by the engine's host rules, so QUB-BROWSER's
-requests go through its forwarding proxy as every page's do; the server's
-certificate is made for the run and the engines are told to accept it.
+fresh profile, loading a small page, a page of 300 pictures and a page of
+20 frames (the page agent runs in each) from a loopback server over http
+and over https. A name of the run's own is mapped to the loopback address by
+the engine's host rules, so QUB-BROWSER's requests go through its forwarding
+proxy as every page's do; the server's certificate is made for the run and
+the engines are told to accept it.
 
 For each load: the time from the spawn of the process to the first request
 at the server and to the page's onload beacon, and the memory (PSS) of the
@@ -31,6 +32,7 @@ import zlib
 
 HOST = "bench.test"
 PICTURES = 300
+FRAMES = 20
 BEACON = ("<script>addEventListener('load', () => "
           "fetch('/onload', {method: 'POST', cache: 'no-store'}));</script>")
 
@@ -62,6 +64,18 @@ def pictures_page():
     return f"<html><head><title>Pictures</title>{BEACON}</head><body>{pictures}</body></html>"
 
 
+def frames_page():
+    """A page of frames, each a small document of its own: what the page
+    agent, which runs in every frame, costs per frame."""
+    frames = "".join(f'<iframe src="/frame/{n}" width="120" height="60"></iframe>'
+                     for n in range(FRAMES))
+    return f"<html><head><title>Frames</title>{BEACON}</head><body>{frames}</body></html>"
+
+
+def frame(n):
+    return f"<html><body><p>Frame {n}: a few words and a <a href='#'>link</a>.</p></body></html>"
+
+
 class Requests:
     """When each request of the current load reached the server."""
 
@@ -91,7 +105,9 @@ class Requests:
 
 
 def server(requests, context):
-    pages = {"/small": small_page().encode(), "/pictures": pictures_page().encode()}
+    pages = {"/small": small_page().encode(), "/pictures": pictures_page().encode(),
+             "/frames": frames_page().encode()}
+    pages.update({f"/frame/{n}": frame(n).encode() for n in range(FRAMES)})
     pictures = {f"/picture/{n}.png": png(n) for n in range(PICTURES)}
 
     class Handler(http.server.BaseHTTPRequestHandler):
@@ -223,7 +239,7 @@ def main():
         servers = {"http": server(requests, None), "https": server(requests, certificate(work))}
         results = {}
         for round_ in range(rounds):
-            for page in ("small", "pictures"):
+            for page in ("small", "pictures", "frames"):
                 for scheme, httpd in servers.items():
                     url = f"{scheme}://{HOST}:{httpd.server_address[1]}/{page}"
                     order = ("floor", "qub") if round_ % 2 == 0 else ("qub", "floor")
@@ -247,9 +263,10 @@ def report(results):
 
     print("| page | over | measure | floor | QUB-BROWSER | × | goal | |")
     print("|---|---|---|---:|---:|---:|---|---|")
-    names = {"small": "small text page", "pictures": f"page of {PICTURES} pictures"}
+    names = {"small": "small text page", "pictures": f"page of {PICTURES} pictures",
+             "frames": f"page of {FRAMES} frames"}
     goals = {"onload": 1.10, "first request": 1.05, "memory": 1.10}
-    for page in ("small", "pictures"):
+    for page in ("small", "pictures", "frames"):
         for scheme in ("http", "https"):
             for field, measure, unit in ((1, "onload", "ms"), (0, "first request", "ms"),
                                          (2, "memory", "MiB")):
