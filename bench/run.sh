@@ -349,9 +349,10 @@ allow it, as the engine does (median):
 \`bench/network.py\`: QUB-BROWSER as shipped (\`build/bin/qub-browser\` with an
 address) and the floor started as processes, each with a fresh profile, on a
 small page, a page of 300 pictures and a page of 20 frames (the page agent
-runs in each) from a loopback server (Python's threaded HTTP/1.1 server), over http and over https with a certificate made
-for the run. A name of the run's own is mapped to the loopback address, so
-QUB-BROWSER's requests go through its forwarding proxy as every page's do.
+runs in each) from a loopback server (Python's threaded HTTP/1.1 server),
+over http and over https with a certificate made for the run. A name of the
+run's own is mapped to the loopback address, so QUB-BROWSER's requests go
+through its forwarding proxy as every page's do.
 Times from the spawn of the process to the first request at the server and
 to the page's onload beacon; memory of the process tree two seconds after
 it. Medians of ${NET_ROUNDS:-5} interleaved rounds.
