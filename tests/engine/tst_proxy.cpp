@@ -19,7 +19,10 @@ private slots:
     void everyTabFollowsTheChosenRoute()
     {
         LocalHttpServer site;
-        site.setPage("/p", "<html><head><title>direct</title></head></html>");
+        // Pages name their icons: a late /favicon.ico would take whatever
+        // route is in force when the engine gets round to asking for it.
+        site.setPage("/p", "<html><head><link rel=icon href='data:,'><title>direct</title></head>"
+                           "</html>");
         LoggingProxy a("A", LoggingProxy::Kind::Http);
         LoggingProxy b("B", LoggingProxy::Kind::Socks5);
         const auto address = [&](const char* host) {
@@ -49,10 +52,10 @@ private slots:
 
         parts.bar.reportClick(menu->at(2));
         QVERIFY(loadBoth("via A one.test", "via A two.test"));
-        const int carriedByA = a.hosts.size();
+        QCOMPARE(a.hosts.size(), 2);
         parts.bar.reportClick(menu->at(3));
         QVERIFY(loadBoth("via B one.test", "via B two.test"));
-        QCOMPARE(a.hosts.size(), carriedByA); // nothing more by the old route
+        QCOMPARE(a.hosts.size(), 2); // nothing more by the old route
         QVERIFY(menu->at(3)->checked() && !menu->at(2)->checked());
 
         // The current tab's site bypasses the proxy, at once and after.
@@ -101,7 +104,6 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(loaded(first, "via A slow.test"), 20000);
         first->navigate(address("slow.test"));
         QTRY_VERIFY_WITH_TIMEOUT(loaded(first, "via B slow.test"), 20000);
-        // What A logs late (the first page's icon) was asked before the change.
         QCOMPARE(a.hosts.count("slow.test"), 1);
         QVERIFY(!a.hosts.contains("two.test"));
     }

@@ -91,7 +91,10 @@ private:
 
     void answer(QTcpSocket* socket, const QByteArray& host)
     {
-        const QByteArray page = "<html><head><title>via " + name_.toLatin1() + ' ' + host +
+        // The page names its icon, so the engine asks no /favicon.ico late,
+        // by whatever route is in force by then.
+        const QByteArray page = "<html><head><link rel=icon href=\"data:,\"><title>via " +
+                                name_.toLatin1() + ' ' + host +
                                 "</title></head><body>proxied</body></html>";
         socket->write("HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: " +
                       QByteArray::number(page.size()) + "\r\nConnection: close\r\n\r\n" + page);
