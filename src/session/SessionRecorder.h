@@ -35,8 +35,13 @@ public:
     ~SessionRecorder() override;
 
     // While held (the user has yet to say what becomes of a crashed session)
-    // nothing is written, so that session stays on disk as it was.
-    void hold() { held_ = true; }
+    // nothing is written, so that session stays on disk as it was: not even
+    // a write the opening of the first tab had already asked for.
+    void hold()
+    {
+        held_ = true;
+        timer_.stop();
+    }
     void resume();
     // The tabs as they stand, marked as a clean end, written before this
     // returns; nothing is written after it.

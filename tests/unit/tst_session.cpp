@@ -4,6 +4,7 @@
 #include "platform/instance/HandOver.h"
 #include "platform/instance/OneProgram.h"
 #include "session/SessionFiles.h"
+#include "session/SessionRecorder.h"
 #include "support/FakeApp.h"
 #include "support/Files.h"
 #include "support/TestMain.h"
@@ -164,6 +165,10 @@ private slots:
         QVERIFY(writes[0].contains(">Restore</button>") &&
                 writes[0].contains(">Start new</button>"));
         QVERIFY(parts.session.restorePage().pending());
+        // The new run's opening of its first tab is not written over the
+        // session on offer.
+        QTest::qWait(2 * SessionRecorder::delayMs);
+        QCOMPARE(readFile(crashed.fileName(0)), latest);
 
         // Another tab's page cannot choose for the user.
         parts.tabs.newTab(QStringLiteral("http://evil.test/"), false);
