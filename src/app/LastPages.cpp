@@ -39,11 +39,20 @@ void LastPages::restore(TabStrip& tabs) const
     // Gone before the first page opens: a page that brings the program down
     // cannot make every start open it again.
     file.remove();
+    // The last page is the one shown, and loads now; the others load when
+    // they are first shown.
     for (int n = 0; n < addresses.size(); ++n) {
+        const bool shown = n + 1 == addresses.size();
         platform::BrowserView* first = tabs.view(1);
-        if (n == 0 && first && first->locationUrl().isEmpty())
-            first->navigate(addresses[n]);
-        else
+        if (n == 0 && first && first->locationUrl().isEmpty()) {
+            if (shown)
+                first->navigate(addresses[n]);
+            else
+                first->navigateWhenShown(addresses[n], {});
+        } else if (shown) {
             tabs.newTab(addresses[n], true);
+        } else {
+            tabs.openWhenShown(addresses[n], {});
+        }
     }
 }

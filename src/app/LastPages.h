@@ -23,7 +23,8 @@ public:
     // be written or is a link.
     bool append(const QString& address) const;
     // Deletes the file, then opens its first maxPages pages: the first in
-    // tab 1 while that tab has no address, the rest in new active tabs.
+    // tab 1 while that tab has no address, the rest in new tabs. The last is
+    // shown and loads; the others load when first shown.
     void restore(TabStrip& tabs) const;
 
     // The entries of the file's text as a delimited-field reader sees them:

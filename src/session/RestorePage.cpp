@@ -163,16 +163,17 @@ void RestorePage::restore(int version, const QUrlQuery& query)
         return;
     }
     // The restore page's tab takes the first page; the tab shown last time
-    // is shown again when it was chosen.
-    view->navigate(chosen.first().address);
+    // is shown again when it was chosen. Only the tab in front loads now,
+    // the others when they are first shown.
     int front = chosen.first() == shown ? view->index() : 0;
     for (int n = 1; n < chosen.size(); ++n) {
-        const int index = tabs_.newTab(chosen[n].address, false);
+        const int index = tabs_.openWhenShown(chosen[n].address, chosen[n].title);
         if (chosen[n] == shown && !front)
             front = index;
     }
     if (front)
         tabs_.activateTab(front);
+    view->navigateWhenShown(chosen.first().address, chosen.first().title);
 }
 
 void RestorePage::decide()

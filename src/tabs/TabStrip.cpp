@@ -97,6 +97,14 @@ int TabStrip::newTab(const QString& address, bool activate)
     return index;
 }
 
+int TabStrip::openWhenShown(const QString& address, const QString& title)
+{
+    const int index = newTab({}, false);
+    if (BrowserView* opened = view(index))
+        opened->navigateWhenShown(address, title);
+    return index;
+}
+
 void TabStrip::openEntry(const QString& address)
 {
     BrowserView* current = currentView();

@@ -39,6 +39,9 @@ public:
     TabPositions& positions() { return positions_; }
 
     int newTab(const QString& address, bool activate) override;
+    // A background tab that stands for its page and loads it when first
+    // shown: how restored pages open.
+    int openWhenShown(const QString& address, const QString& title);
     // The current tab again changes nothing, unless something beside the
     // strip moved (iconMoved): then the strip is laid out anew around it.
     void activateTab(int index);

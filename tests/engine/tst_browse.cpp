@@ -362,9 +362,37 @@ private slots:
         MainWindow& w = *app.window;
         QCOMPARE(app.tabKeys(), (QStringList{"tabs-1", "tabs-2"}));
         QCOMPARE(w.parts().state.currentTab, 2);
-        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page One"), 20000);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(2), "Page Two"), 20000);
         QVERIFY(!QFile::exists(app.appDir + "LastPages.ini"));
+        // Tab 1 stands for its page and loads it once shown.
+        QCOMPARE(w.parts().tabs.view(1)->locationUrl(), server.url("/one.html"));
+        w.parts().tabs.activateTab(1);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(w.parts().tabs.view(1), "Page One"), 20000);
+
+        // Of thirty last pages only the one shown loads at the start; another
+        // loads when shown, and all thirty are written again at the exit.
+        app.dialogs.answers = {Dialogs::Answer::Ok};
+        w.quit();
+        QByteArray thirty;
+        for (int n = 1; n <= 30; ++n)
+            thirty += (server.url("/one.html?") + QString::number(n) + "\r\n").toUtf8();
+        writeFile(app.appDir + "LastPages.ini", thirty);
+        const int before = server.requests("/one.html");
+        app.restart();
+        QVERIFY(app.window->start({}));
+        TabStrip& tabs = app.window->parts().tabs;
+        QCOMPARE(tabs.tabViews().size(), size_t(30));
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(tabs.view(30), "Page One"), 20000);
+        QCOMPARE(tabs.view(7)->locationUrl(), server.url("/one.html?7"));
+        QCOMPARE(tabs.view(7)->title(), server.url("/one.html?7"));
+        QCOMPARE(server.requests("/one.html"), before + 1);
+        tabs.activateTab(7);
+        QTRY_VERIFY_WITH_TIMEOUT(loaded(tabs.view(7), "Page One"), 20000);
+        QCOMPARE(tabs.view(7)->locationUrl(), server.url("/one.html?7"));
+        QCOMPARE(server.requests("/one.html"), before + 2);
+        app.dialogs.answers = {Dialogs::Answer::Ok};
+        app.window->quit();
+        QCOMPARE(readFile(app.appDir + "LastPages.ini"), thirty);
     }
 };
 

@@ -6,6 +6,7 @@
 #include "platform/Dialogs.h"
 #include "platform/Shell.h"
 #include "platform/browser/BrowserView.h"
+#include "platform/browser/LoadWhenShown.h"
 #include "platform/browser/ViewPolicies.h"
 #include "proxy/ForwardingProxy.h"
 #include "support/FakeFacets.h"
@@ -23,25 +24,38 @@ class FakeBrowserView : public platform::BrowserView
 {
     Q_OBJECT
 public:
-    explicit FakeBrowserView(int index) : BrowserView(index), widget_(new QWidget) {}
+    explicit FakeBrowserView(int index)
+        : BrowserView(index), widget_(new QWidget),
+          waiting_(*widget_, [this](const QString& address) { navigate(address); })
+    {
+    }
     // The stage may have given the widget to a window that deleted it first.
     ~FakeBrowserView() override { delete widget_; }
 
     QWidget* widget() override { return widget_; }
     void navigate(const QString& address) override
     {
+        waiting_.cancel();
         address_ = address;
         state_ = Complete;
         calls << QStringLiteral("navigate ") + address;
         emit loadStarted();
+    }
+    void navigateWhenShown(const QString& address, const QString& title) override
+    {
+        if (waiting_.wait(address, title))
+            emit titleChanged(waiting_.title());
     }
     void stop() override { calls << QStringLiteral("stop"); }
     void refresh() override { calls << QStringLiteral("refresh"); }
     void goBack() override { calls << QStringLiteral("back"); }
     void goForward() override { calls << QStringLiteral("forward"); }
     void goHome() override { calls << QStringLiteral("home"); }
-    QString locationUrl() const override { return address_; }
-    QString title() const override { return title_; }
+    QString locationUrl() const override
+    {
+        return waiting_.waiting() ? waiting_.address() : address_;
+    }
+    QString title() const override { return waiting_.waiting() ? waiting_.title() : title_; }
     ReadyState readyState() const override { return state_; }
     void setSilent(bool silent) override { silent_ = silent; }
     bool silent() const override { return silent_; }
@@ -70,6 +84,7 @@ public:
 
 private:
     QPointer<QWidget> widget_;
+    platform::LoadWhenShown waiting_;
     QString address_;
     QString title_;
     ReadyState state_ = Uninitialized;

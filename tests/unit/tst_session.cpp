@@ -186,8 +186,15 @@ private slots:
         QTRY_VERIFY(!parts.session.restorePage().pending());
         QCOMPARE(offer->locationUrl(), "http://b.test/");
         QCOMPARE(parts.tabs.tabViews().size(), size_t(3));
-        QCOMPARE(parts.tabs.tabViews()[2]->locationUrl(), "http://c.test/");
         QCOMPARE(parts.tabs.currentView(), offer);
+        // c.test stands for its page and loads only when shown.
+        auto* c = static_cast<FakeBrowserView*>(parts.tabs.tabViews()[2]);
+        QCOMPARE(c->locationUrl(), "http://c.test/");
+        QCOMPARE(c->title(), "C");
+        QVERIFY(c->calls.filter("navigate").isEmpty());
+        parts.tabs.activateTab(c->index());
+        QCOMPARE(c->calls.filter("navigate"), QStringList{"navigate http://c.test/"});
+        parts.tabs.activateTab(offer->index());
         QTRY_COMPARE(readFile(crashed.fileName(1)), latest);
         QCOMPARE(crashed.read(0)->pages().size(), 3);
         // Once chosen, the same request is a navigation like any other.

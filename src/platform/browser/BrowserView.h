@@ -63,6 +63,9 @@ public:
 
     virtual QWidget* widget() = 0;
     virtual void navigate(const QString& address) = 0;
+    // Stands for the page at address, titled title, and loads it the first
+    // time the view is shown (at once when it is shown now): a restored tab.
+    virtual void navigateWhenShown(const QString& address, const QString& title) = 0;
     virtual void stop() = 0;
     virtual void refresh() = 0;
     virtual void goBack() = 0;

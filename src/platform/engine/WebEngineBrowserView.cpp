@@ -104,6 +104,8 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
     document_ = std::make_unique<EngineDocument>(*page_, *agent_, alive_);
     printing_ = new EnginePrinting(*view_, profile.pageLayout(), *this, profile.dialogs());
     security_ = new EngineSecurity(*page_, *gate_, *this);
+    waiting_ = std::make_unique<LoadWhenShown>(
+        *container_, [this](const QString& address) { navigate(address); });
     wirePage();
     // The catch view adopts the windows a page was refused, so that its
     // script gets a window object: one that runs nothing, plays nothing and
@@ -304,6 +306,7 @@ void WebEngineBrowserView::navigate(const QString& address)
 {
     if (address.isEmpty())
         return;
+    waiting_->cancel();
     const bool words = !isAddress(address);
     if (words && engine_.searchAddress().isEmpty()) {
         showWordsNotice(address);
@@ -316,6 +319,12 @@ void WebEngineBrowserView::navigate(const QString& address)
     view_->setUrl(words ? searchUrl(engine_.searchAddress(), address) : urlFromAddress(address));
 }
 
+void WebEngineBrowserView::navigateWhenShown(const QString& address, const QString& title)
+{
+    if (!address.isEmpty() && waiting_->wait(address, title))
+        emit titleChanged(waiting_->title());
+}
+
 void WebEngineBrowserView::stop()
 {
     gate_->leave();
@@ -324,6 +333,8 @@ void WebEngineBrowserView::stop()
 
 void WebEngineBrowserView::refresh()
 {
+    if (waiting_->waiting())
+        return waiting_->loadNow();
     gate_->leave();
     showPage();
     page_->triggerAction(QWebEnginePage::Reload);
@@ -350,7 +361,7 @@ QString WebEngineBrowserView::locationUrl() const
 {
     const QUrl url = page_->url();
     if (url.isEmpty())
-        return requestedAddress_;
+        return waiting_->waiting() ? waiting_->address() : requestedAddress_;
     if (document_->showsWritten())
         return QStringLiteral("about:blank");
     return url.toString();
@@ -358,7 +369,7 @@ QString WebEngineBrowserView::locationUrl() const
 
 QString WebEngineBrowserView::title() const
 {
-    return page_->title();
+    return waiting_->waiting() ? waiting_->title() : page_->title();
 }
 
 void WebEngineBrowserView::setSilent(bool silent)

@@ -11,6 +11,7 @@
 #include "EngineSecurity.h"
 #include "EngineZoom.h"
 #include "platform/browser/BrowserView.h"
+#include "platform/browser/LoadWhenShown.h"
 
 #include <QPointer>
 #include <memory>
@@ -36,6 +37,7 @@ public:
 
     QWidget* widget() override;
     void navigate(const QString& address) override;
+    void navigateWhenShown(const QString& address, const QString& title) override;
     void stop() override;
     void refresh() override;
     void goBack() override;
@@ -91,6 +93,7 @@ private:
     EngineSecurity* security_ = nullptr;
     ReadyState readyState_ = Uninitialized;
     QString requestedAddress_;
+    std::unique_ptr<LoadWhenShown> waiting_;
     // What the status shows when the pointer is over no link.
     QString idleStatus_;
     bool reloadNotice_ = false;
