@@ -170,6 +170,8 @@ bool MainWindow::start(const QString& commandLineAddress)
         Qt::SingleShotConnection);
     lastPages_.restore(tabs_.strip());
     session_.start();
+    if (settings_.restoreInBackground())
+        tabs_.backgroundRestore().start();
     clickHook_.start();
     // Thousands of favourites take a while to read: the window shows first.
     afterFirstPaint(*this, [this] { favourites_.start(); });

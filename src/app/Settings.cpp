@@ -12,6 +12,7 @@ constexpr QLatin1String proxyKey{"PROXY_IP"};
 constexpr QLatin1String homeKey{"HOMEPAGE"};
 constexpr QLatin1String searchKey{"SEARCHURL"};
 constexpr QLatin1String historyDaysKey{"HISTORYDAYS"};
+constexpr QLatin1String restoreInBackgroundKey{"RESTOREINBACKGROUND"};
 
 struct Switch
 {
@@ -64,6 +65,7 @@ void Settings::load()
 
     searchAddress_ = file.readString(section, searchKey, defaultSearchAddress);
     historyDays_ = file.readInt(section, historyDaysKey, defaultHistoryDays);
+    restoreInBackground_ = file.readInt(section, restoreInBackgroundKey, 0) == 1;
 
     proxies_.start(platform::ReadIniString(fileName(), section, proxyKey));
 }

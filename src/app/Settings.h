@@ -34,6 +34,9 @@ public:
     int historyDays() const { return historyDays_; }
     // OPENGETBAR: the companion bar opens at start-up (and checks its tool).
     bool companionAtStart() const { return companionAtStart_; }
+    // RESTOREINBACKGROUND, the program's own: restored tabs load one by one
+    // in the background rather than when first shown. Off unless set to 1.
+    bool restoreInBackground() const { return restoreInBackground_; }
 
     static constexpr QLatin1String defaultHomePage{"about:blank"};
     static constexpr QLatin1String defaultSearchAddress{"https://duckduckgo.com/?q={query}"};
@@ -47,4 +50,5 @@ private:
     QString searchAddress_ = defaultSearchAddress;
     int historyDays_ = defaultHistoryDays;
     bool companionAtStart_ = false;
+    bool restoreInBackground_ = false;
 };

@@ -8,7 +8,7 @@ TabSubsystem::TabSubsystem(MainState& state, commandbar::CommandBar& bar,
                            CommandDispatcher& commands, BarEventRouter& events)
     : strip_(state, bar, factory, stage), every_(strip_), updater_(bar, strip_), active_(state),
       presenter_(state, bar, strip_, updater_, display, clock, active_),
-      menu_(state, bar, strip_, events)
+      menu_(state, bar, strip_, events), backgroundRestore_(strip_, every_)
 {
     QObject::connect(&every_, &EveryTabSignals::windowClosing, &strip_,
                      [this](platform::BrowserView* view, bool isChild) {

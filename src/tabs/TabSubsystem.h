@@ -1,11 +1,12 @@
 #pragma once
 // The tabs subsystem: the strip of tabs and their views, every tab's and the
 // active tab's signals, the tab band's updater, what the window shows of the
-// active tab and the tab menu, wired to each other and to the command bar in
-// the constructor, and its commands registered. Every tab's events reach the
-// rest of the program through every().
+// active tab, the tab menu and the loading of restored tabs in the background, wired to each other
+// and to the command bar in the constructor, and its commands registered. Every tab's events reach
+// the rest of the program through every().
 #include "ActiveTabPresenter.h"
 #include "ActiveTabSignals.h"
+#include "BackgroundRestore.h"
 #include "EveryTabSignals.h"
 #include "TabBandUpdater.h"
 #include "TabMenu.h"
@@ -28,6 +29,7 @@ public:
     ActiveTabPresenter& presenter() { return presenter_; }
     TabMenu& menu() { return menu_; }
     ActiveTabSignals& active() { return active_; }
+    BackgroundRestore& backgroundRestore() { return backgroundRestore_; }
 
 private:
     TabStrip strip_;
@@ -36,4 +38,5 @@ private:
     ActiveTabSignals active_;
     ActiveTabPresenter presenter_;
     TabMenu menu_;
+    BackgroundRestore backgroundRestore_;
 };

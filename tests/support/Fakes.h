@@ -46,8 +46,13 @@ public:
         if (waiting_.wait(address, title))
             emit titleChanged(waiting_.title());
     }
+    bool waitsToBeShown() const override { return waiting_.waiting(); }
     void stop() override { calls << QStringLiteral("stop"); }
-    void refresh() override { calls << QStringLiteral("refresh"); }
+    void refresh() override
+    {
+        calls << QStringLiteral("refresh");
+        waiting_.loadNow();
+    }
     void goBack() override { calls << QStringLiteral("back"); }
     void goForward() override { calls << QStringLiteral("forward"); }
     void goHome() override { calls << QStringLiteral("home"); }

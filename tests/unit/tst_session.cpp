@@ -214,6 +214,37 @@ private slots:
         QVERIFY(!app.window->parts().session.restorePage().pending());
     }
 
+    // Last pages wait to be shown; with RESTOREINBACKGROUND=1 they load one
+    // at a time, each once the one before has loaded.
+    void restoredTabsLoadInTheBackgroundOnlyWhenAsked()
+    {
+        FakeApp app({"default.tb2", "lng.ini"});
+        const QByteArray lastPages = "http://a.test/\r\nhttp://b.test/\r\nhttp://c.test/\r\n";
+        const auto loaded = [&app](int index, const char* address) {
+            return static_cast<FakeBrowserView*>(app.window->parts().tabs.view(index))
+                ->calls.contains(QStringLiteral("navigate ") + address);
+        };
+        writeFile(app.appDir + "LastPages.ini", lastPages);
+        QVERIFY(app.window->start({}));
+        QVERIFY(loaded(3, "http://c.test/"));
+        QCoreApplication::processEvents();
+        QVERIFY(!loaded(1, "http://a.test/") && !loaded(2, "http://b.test/"));
+
+        app.restart();
+        writeFile(app.appDir + "Browser.ini", "[QUB-BROWSER]\r\nRESTOREINBACKGROUND=1\r\n");
+        writeFile(app.appDir + "LastPages.ini", lastPages);
+        QVERIFY(app.window->start({}));
+        auto* first = static_cast<FakeBrowserView*>(app.window->parts().tabs.view(1));
+        QVERIFY(loaded(1, "http://a.test/"));
+        first->setReadyState(BrowserView::Loading);
+        QCoreApplication::processEvents();
+        QVERIFY(!loaded(2, "http://b.test/"));
+        first->setReadyState(BrowserView::Complete);
+        emit first->documentComplete();
+        QVERIFY(loaded(2, "http://b.test/"));
+        QCOMPARE(app.window->parts().state.currentTab, 3);
+    }
+
     void handOverMessagesAreCheckedWhole()
     {
         for (const QString& address : {QString(), QStringLiteral("http://ü.test/a b?\"x\"")})

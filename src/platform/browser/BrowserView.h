@@ -66,6 +66,8 @@ public:
     // Stands for the page at address, titled title, and loads it the first
     // time the view is shown (at once when it is shown now): a restored tab.
     virtual void navigateWhenShown(const QString& address, const QString& title) = 0;
+    // Whether such a page still waits; refresh() loads it at once.
+    virtual bool waitsToBeShown() const = 0;
     virtual void stop() = 0;
     virtual void refresh() = 0;
     virtual void goBack() = 0;

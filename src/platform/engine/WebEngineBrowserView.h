@@ -38,6 +38,7 @@ public:
     QWidget* widget() override;
     void navigate(const QString& address) override;
     void navigateWhenShown(const QString& address, const QString& title) override;
+    bool waitsToBeShown() const override { return waiting_->waiting(); }
     void stop() override;
     void refresh() override;
     void goBack() override;
