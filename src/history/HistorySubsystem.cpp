@@ -34,8 +34,9 @@ HistorySubsystem::HistorySubsystem(QComboBox& box, QWidget& pageIcon, commandbar
 {
     panel_->hide();
     new DragToOpen(box, pageIcon, tabs, every, addressBar_);
+    // A restored tab not shown yet names a page it has not visited.
     const auto recordTab = [this](platform::BrowserView* view) {
-        if (view->index() >= 1)
+        if (view->index() >= 1 && !view->waitsToBeShown())
             record(view);
     };
     QObject::connect(&every, &EveryTabSignals::documentComplete, &tree_, recordTab);

@@ -4,6 +4,7 @@
 // pages coming back after a real shut-down.
 #include "app/ProgressDisplay.h"
 #include "history/AddressCompleter.h"
+#include "history/HistoryStore.h"
 #include "platform/engine/PageNotice.h"
 #include "support/EngineApp.h"
 #include "support/Files.h"
@@ -386,10 +387,15 @@ private slots:
         QCOMPARE(tabs.view(7)->locationUrl(), server.url("/one.html?7"));
         QCOMPARE(tabs.view(7)->title(), server.url("/one.html?7"));
         QCOMPARE(server.requests("/one.html"), before + 1);
+        const auto visits = [&] {
+            return HistoryStore(HistoryStore::userPath()).records(server.url("/one.html?7")).size();
+        };
+        QCOMPARE(visits(), 0u);
         tabs.activateTab(7);
         QTRY_VERIFY_WITH_TIMEOUT(loaded(tabs.view(7), "Page One"), 20000);
         QCOMPARE(tabs.view(7)->locationUrl(), server.url("/one.html?7"));
         QCOMPARE(server.requests("/one.html"), before + 2);
+        QCOMPARE(visits(), 1u);
         app.dialogs.answers = {Dialogs::Answer::Ok};
         app.window->quit();
         QCOMPARE(readFile(app.appDir + "LastPages.ini"), thirty);
