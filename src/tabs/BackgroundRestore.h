@@ -22,6 +22,7 @@ private:
     void loadNext();
 
     TabStrip& tabs_;
+    const EveryTabSignals& every_;
     bool started_ = false;
     QPointer<platform::BrowserView> loading_;
 };
