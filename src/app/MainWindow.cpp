@@ -172,6 +172,7 @@ bool MainWindow::start(const QString& commandLineAddress)
     session_.start();
     if (settings_.restoreInBackground())
         tabs_.backgroundRestore().start();
+    tabs_.rest().start(settings_.tabRest());
     clickHook_.start();
     // Thousands of favourites take a while to read: the window shows first.
     afterFirstPaint(*this, [this] { favourites_.start(); });

@@ -5,6 +5,8 @@
 #include "net/ProxyMenu.h"
 #include "platform/ini/ProfileFile.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr QLatin1String section{"QUB-BROWSER"};
@@ -13,6 +15,8 @@ constexpr QLatin1String homeKey{"HOMEPAGE"};
 constexpr QLatin1String searchKey{"SEARCHURL"};
 constexpr QLatin1String historyDaysKey{"HISTORYDAYS"};
 constexpr QLatin1String restoreInBackgroundKey{"RESTOREINBACKGROUND"};
+constexpr QLatin1String freezeKey{"FREEZEAFTER"};
+constexpr QLatin1String discardKey{"DISCARDAFTER"};
 
 struct Switch
 {
@@ -66,6 +70,12 @@ void Settings::load()
     searchAddress_ = file.readString(section, searchKey, defaultSearchAddress);
     historyDays_ = file.readInt(section, historyDaysKey, defaultHistoryDays);
     restoreInBackground_ = file.readInt(section, restoreInBackgroundKey, 0) == 1;
+    // A negative time counts as never, as 0 does.
+    const auto seconds = [&](QLatin1String key, int fallback) {
+        return std::chrono::seconds{std::max(0, file.readInt(section, key, fallback))};
+    };
+    tabRest_ = {seconds(freezeKey, defaultFreezeSeconds),
+                seconds(discardKey, defaultDiscardSeconds)};
 
     proxies_.start(platform::ReadIniString(fileName(), section, proxyKey));
 }

@@ -2,6 +2,8 @@
 // The program's settings: the checked states of eight command-bar tools, the
 // chosen proxy and the home page, kept in "Browser.ini". Read once at start, written once
 // at exit; in between the tools' checked states are the only copy.
+#include "tabs/TabRest.h"
+
 #include <QString>
 
 class ProxyMenu;
@@ -37,10 +39,15 @@ public:
     // RESTOREINBACKGROUND, the program's own: restored tabs load one by one
     // in the background rather than when first shown. Off unless set to 1.
     bool restoreInBackground() const { return restoreInBackground_; }
+    // FREEZEAFTER and DISCARDAFTER, the program's own: the seconds a tab is
+    // out of sight before its page is frozen, and discarded; 0 for never.
+    TabRest::Times tabRest() const { return tabRest_; }
 
     static constexpr QLatin1String defaultHomePage{"about:blank"};
     static constexpr QLatin1String defaultSearchAddress{"https://duckduckgo.com/?q={query}"};
     static constexpr int defaultHistoryDays = 20;
+    static constexpr int defaultFreezeSeconds = 5 * 60;
+    static constexpr int defaultDiscardSeconds = 30 * 60;
 
 private:
     QString appDir_;
@@ -51,4 +58,5 @@ private:
     int historyDays_ = defaultHistoryDays;
     bool companionAtStart_ = false;
     bool restoreInBackground_ = false;
+    TabRest::Times tabRest_;
 };

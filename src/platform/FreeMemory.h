@@ -1,5 +1,6 @@
 #pragma once
-// Hands the heap's free pages back to the system.
+// The system's memory: the heap's free pages handed back, and whether little
+// is left.
 
 namespace platform {
 
@@ -7,5 +8,9 @@ namespace platform {
 // graphics library's shader compiler); the C library keeps what was freed
 // for later unless asked. Does nothing where there is no such request.
 void returnFreeMemory();
+
+// Whether less than a tenth of the system's memory is available to programs
+// without swapping. False where the system does not tell.
+bool systemMemoryLow();
 
 } // namespace platform

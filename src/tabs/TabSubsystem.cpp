@@ -1,6 +1,7 @@
 #include "TabSubsystem.h"
 #include "TabCommands.h"
 #include "core/CommandDispatcher.h"
+#include "platform/FreeMemory.h"
 
 TabSubsystem::TabSubsystem(MainState& state, commandbar::CommandBar& bar,
                            platform::BrowserViewFactory& factory, platform::ViewStage& stage,
@@ -8,7 +9,8 @@ TabSubsystem::TabSubsystem(MainState& state, commandbar::CommandBar& bar,
                            CommandDispatcher& commands, BarEventRouter& events)
     : strip_(state, bar, factory, stage), every_(strip_), updater_(bar, strip_), active_(state),
       presenter_(state, bar, strip_, updater_, display, clock, active_),
-      menu_(state, bar, strip_, events), backgroundRestore_(strip_, every_)
+      menu_(state, bar, strip_, events), backgroundRestore_(strip_, every_),
+      rest_(strip_, platform::systemMemoryLow)
 {
     QObject::connect(&every_, &EveryTabSignals::windowClosing, &strip_,
                      [this](platform::BrowserView* view, bool isChild) {

@@ -1,15 +1,16 @@
 #pragma once
 // The tabs subsystem: the strip of tabs and their views, every tab's and the
 // active tab's signals, the tab band's updater, what the window shows of the
-// active tab, the tab menu and the loading of restored tabs in the background, wired to each other
-// and to the command bar in the constructor, and its commands registered. Every tab's events reach
-// the rest of the program through every().
+// active tab, the tab menu, the loading of restored tabs in the background and the rest of tabs out
+// of sight, wired to each other and to the command bar in the constructor, and its commands
+// registered. Every tab's events reach the rest of the program through every().
 #include "ActiveTabPresenter.h"
 #include "ActiveTabSignals.h"
 #include "BackgroundRestore.h"
 #include "EveryTabSignals.h"
 #include "TabBandUpdater.h"
 #include "TabMenu.h"
+#include "TabRest.h"
 #include "TabStrip.h"
 
 class BarEventRouter;
@@ -30,6 +31,7 @@ public:
     TabMenu& menu() { return menu_; }
     ActiveTabSignals& active() { return active_; }
     BackgroundRestore& backgroundRestore() { return backgroundRestore_; }
+    TabRest& rest() { return rest_; }
 
 private:
     TabStrip strip_;
@@ -39,4 +41,5 @@ private:
     ActiveTabPresenter presenter_;
     TabMenu menu_;
     BackgroundRestore backgroundRestore_;
+    TabRest rest_;
 };

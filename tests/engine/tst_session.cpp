@@ -1,12 +1,16 @@
 // A session on the real engine: the offer after a crash answers its own
-// buttons and opens what was chosen, and closed tabs come back from the
-// Blocked Windows list and from Ctrl+Shift+T.
+// buttons and opens what was chosen, closed tabs come back from the Blocked
+// Windows list and from Ctrl+Shift+T, and tabs out of sight rest.
 #include "session/SessionFiles.h"
 #include "support/EngineApp.h"
+#include "support/Files.h"
 #include "support/LocalHttpServer.h"
 #include "support/TestMain.h"
 
 #include <QAction>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QWebEnginePage>
 
 using namespace platform;
 
@@ -20,6 +24,18 @@ private slots:
     {
         for (const char* name : {"one", "two", "three", "four"})
             server.setPage(QStringLiteral("/%1.html").arg(name), titled(name));
+        server.setPage("/form.html", titled("form", "<input style='position:absolute;left:0;top:0;"
+                                                    "width:300px;height:60px'>"));
+        server.setPage("/sound.html",
+                       titled("sound", "<body style='height:100vh'><script>onclick = () => {"
+                                       "const c = new AudioContext(), o = c.createOscillator();"
+                                       "o.connect(c.destination); o.start();"
+                                       "document.title = 'playing'; };</script>"));
+        // A page's own input event is not the user's edit.
+        server.setPage("/claims.html",
+                       titled("claims", "<input><script>const i = document.querySelector("
+                                        "'input'); i.value = 'x'; i.dispatchEvent(new "
+                                        "Event('input', {bubbles: true}));</script>"));
     }
     void init() { testsupport::failOnUnexpectedWarnings(); }
 
@@ -85,6 +101,77 @@ private slots:
             QTRY_VERIFY_WITH_TIMEOUT(loaded(parts.tabs.currentView(), name), 20000);
         }
         QCOMPARE(parts.tabs.tabViews().size(), size_t(6));
+    }
+
+    // Out of sight for a second a tab is frozen, for four discarded; shown
+    // again it loads its page anew. A tab that plays sound, holds an edited
+    // form or is being downloaded from keeps its page.
+    void tabsOutOfSightRest()
+    {
+        EngineApp app;
+        writeFile(app.appDir + "Browser.ini",
+                  "[QUB-BROWSER]\r\nFREEZEAFTER=1\r\nDISCARDAFTER=4\r\n");
+        QVERIFY(app.startAt(server.url("/one.html"), "one"));
+        TabStrip& tabs = app.window->parts().tabs;
+        const auto open = [&](const char* path, const char* title) {
+            const int index = tabs.newTab(server.url(QLatin1String(path)), true);
+            return QTest::qWaitFor([&] { return loaded(tabs.view(index), title); }, 20000)
+                       ? app.engineView(index)
+                       : nullptr;
+        };
+        WebEngineBrowserView* form = open("/form.html", "form");
+        QVERIFY(form);
+        clickPage(form, {50, 30});
+        QTRY_VERIFY_WITH_TIMEOUT(ask(form, "document.activeElement.tagName") == "INPUT", 20000);
+        QTest::keyClicks(form->engineView()->focusProxy(), "kept");
+        QTRY_COMPARE_WITH_TIMEOUT(ask(form, "document.querySelector('input').value"), "kept",
+                                  20000);
+        WebEngineBrowserView* sound = open("/sound.html", "sound");
+        QVERIFY(sound);
+        clickPage(sound, {50, 50});
+        QTRY_VERIFY_WITH_TIMEOUT(sound->engineView()->page()->recentlyAudible(), 20000);
+
+        // A download that never ends.
+        QTcpServer endless;
+        QVERIFY(endless.listen(QHostAddress::LocalHost));
+        connect(&endless, &QTcpServer::newConnection, &endless, [&] {
+            QTcpSocket* socket = endless.nextPendingConnection();
+            connect(socket, &QTcpSocket::readyRead, socket, [socket] {
+                socket->write("HTTP/1.1 200 OK\r\nContent-Type: application/octet-stream\r\n"
+                              "Content-Disposition: attachment; filename=big.bin\r\n"
+                              "Content-Length: 100000000\r\n\r\n0123456789");
+            });
+        });
+        WebEngineBrowserView* downloading = open("/two.html", "two");
+        QVERIFY(downloading);
+        QTemporaryDir target;
+        app.dialogs.savePaths = {target.filePath("big.bin")};
+        downloading->navigate(
+            QStringLiteral("http://127.0.0.1:%1/big.bin").arg(endless.serverPort()));
+        QTRY_VERIFY_WITH_TIMEOUT(app.factory.downloads().window(), 20000);
+        WebEngineBrowserView* plain = open("/claims.html", "claims");
+        QVERIFY(plain);
+
+        tabs.activateTab(1);
+        using State = LifecycleFacet::State;
+        QTRY_COMPARE_WITH_TIMEOUT(plain->lifecycle().state(), State::Frozen, 20000);
+        QTRY_COMPARE_WITH_TIMEOUT(plain->lifecycle().state(), State::Discarded, 20000);
+        // The others were out of sight longer, and were asked no later.
+        QCOMPARE(form->lifecycle().state(), State::Frozen);
+        QCOMPARE(sound->lifecycle().state(), State::Active);
+        QCOMPARE(downloading->lifecycle().state(), State::Active);
+        QCOMPARE(plain->title(), QStringLiteral("claims"));
+        QCOMPARE(plain->locationUrl(), server.url("/claims.html"));
+
+        QSignalSpy reloaded(plain, &BrowserView::documentComplete);
+        tabs.activateTab(plain->index());
+        QTRY_COMPARE_WITH_TIMEOUT(reloaded.count(), 1, 20000);
+        QVERIFY(loaded(plain, "claims"));
+        QCOMPARE(plain->lifecycle().state(), State::Active);
+        QCOMPARE(plain->locationUrl(), server.url("/claims.html"));
+        tabs.activateTab(form->index());
+        QCOMPARE(form->lifecycle().state(), State::Active);
+        QCOMPARE(ask(form, "document.querySelector('input').value"), "kept");
     }
 };
 

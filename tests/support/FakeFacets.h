@@ -6,6 +6,7 @@
 
 #include <QMap>
 #include <QStringList>
+#include <algorithm>
 #include <deque>
 #include <functional>
 
@@ -99,6 +100,16 @@ class FakeSecurity : public platform::SecurityFacet
 public:
     int lockLevel() const override { return level; }
     int level = 0;
+};
+
+// Rests as deep as told, down to the deepest its page allows.
+class FakeLifecycle : public platform::LifecycleFacet
+{
+public:
+    State state() const override { return current; }
+    void rest(State deepest) override { current = std::max(current, std::min(deepest, allows)); }
+    State current = State::Active;
+    State allows = State::Discarded;
 };
 
 class FakePrivateData : public platform::PrivateData

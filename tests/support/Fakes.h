@@ -74,6 +74,7 @@ public:
     platform::PrintingFacet& printing() override { return printingFacet; }
     platform::DocumentFacet& document() override { return documentFacet; }
     platform::SecurityFacet& security() override { return securityFacet; }
+    platform::LifecycleFacet& lifecycle() override { return lifecycleFacet; }
 
     void setTitle(const QString& title) { title_ = title; }
     void setReadyState(ReadyState state) { state_ = state; }
@@ -86,6 +87,7 @@ public:
     FakePrinting printingFacet;
     FakeDocument documentFacet;
     FakeSecurity securityFacet;
+    FakeLifecycle lifecycleFacet;
 
 private:
     QPointer<QWidget> widget_;

@@ -7,6 +7,7 @@
 #include "support/StripFixture.h"
 #include "support/TestMain.h"
 #include "tabs/Ellipsis.h"
+#include "tabs/TabRest.h"
 #include "tabs/TabStrip.h"
 
 #include <memory>
@@ -230,6 +231,49 @@ private slots:
         f.tabs.newTab({}, true);
         QVERIFY((f.changesOf(TabChange::Kind::Activated) ==
                  std::vector<Fixture::Change>{{TabChange::Kind::Activated, 3, 3, {}, true, 0}}));
+    }
+
+    // A tab out of sight is frozen, then discarded, when its time is up,
+    // counted from when it was last in front; low memory discards every tab
+    // out of sight at once. The tab in front and a tab that waits to be shown
+    // are never asked.
+    void tabsOutOfSightRest()
+    {
+        using State = LifecycleFacet::State;
+        Fixture f;
+        f.tabs.newTab("http://two/", false);
+        f.tabs.newTab("http://three/", false);
+        qint64 now = 0;
+        bool low = false;
+        TabRest rest(
+            f.tabs, [&] { return low; }, [&] { return now; });
+        rest.start({std::chrono::milliseconds{300}, std::chrono::milliseconds{1000}});
+        const auto states = [&](qint64 at) {
+            now = at;
+            rest.sweep();
+            std::vector<State> found;
+            for (int index = 1; index <= f.state.tabCount; ++index)
+                found.push_back(f.view(index)->lifecycleFacet.current);
+            return found;
+        };
+        using V = std::vector<State>;
+        QCOMPARE(states(0), (V{State::Active, State::Active, State::Active}));
+        QCOMPARE(states(299), (V{State::Active, State::Active, State::Active}));
+        QCOMPARE(states(300), (V{State::Active, State::Frozen, State::Frozen}));
+        // Tab 3 in front for a moment: the engine wakes a page shown.
+        f.tabs.activateTab(3);
+        f.view(3)->lifecycleFacet.current = State::Active;
+        now = 500;
+        f.tabs.activateTab(1);
+        QCOMPARE(states(799), (V{State::Active, State::Frozen, State::Active}));
+        QCOMPARE(states(1000), (V{State::Active, State::Discarded, State::Frozen}));
+        QCOMPARE(states(1500), (V{State::Active, State::Discarded, State::Discarded}));
+
+        f.tabs.newTab("http://four/", false);
+        f.tabs.openWhenShown("http://five/", "Five");
+        low = true;
+        QCOMPARE(states(1501), (V{State::Active, State::Discarded, State::Discarded,
+                                  State::Discarded, State::Active}));
     }
 
     void closeAllAndCloseOthers()

@@ -97,6 +97,7 @@ public:
     virtual PrintingFacet& printing() = 0;
     virtual DocumentFacet& document() = 0;
     virtual SecurityFacet& security() = 0;
+    virtual LifecycleFacet& lifecycle() = 0;
 
     // Held while the view waits for the user to answer a prompt of its page
     // (sign-in, script dialog, file choice, print preview). A busy view must

@@ -107,6 +107,22 @@ public:
     virtual int lockLevel() const = 0;
 };
 
+// How much of its work a page out of sight keeps. Frozen: its timers and
+// scripts stand still. Discarded: its page process's work is released, and it
+// loads again when shown, with its address, title and back/forward list. A
+// view that is shown is active again by itself.
+class LifecycleFacet
+{
+public:
+    enum class State { Active, Frozen, Discarded };
+    virtual ~LifecycleFacet() = default;
+    virtual State state() const = 0;
+    // Goes as far towards deepest as the page can go without the user losing
+    // anything: never while it is shown, loads, plays sound or is downloaded
+    // from, and no further than frozen while it holds a form the user edited.
+    virtual void rest(State deepest) = 0;
+};
+
 // Only an https page can be secure; it is mixed when it is weakened: the user
 // let an untrusted certificate of its host through, or it asked for content
 // over an unencrypted connection. Every other page is not secure.

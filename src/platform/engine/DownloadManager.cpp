@@ -9,6 +9,7 @@
 #include <QWebEnginePage>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
+#include <algorithm>
 
 namespace platform {
 
@@ -40,7 +41,9 @@ void DownloadManager::requested(QWebEngineDownloadRequest* download)
         download->setDownloadFileName(target.fileName());
         download->accept();
     }
+    running_.append(download);
     connect(download, &QWebEngineDownloadRequest::isFinishedChanged, this, [this, download, path] {
+        running_.removeAll(download);
         emit finished(path, download->state() == QWebEngineDownloadRequest::DownloadCompleted);
     });
     if (!window_)
@@ -66,6 +69,13 @@ bool DownloadManager::mayAsk(QWebEnginePage* page)
     }
     const QWebEngineView* view = QWebEngineView::forPage(page);
     return view && view->isVisible() && pages_[page].allows();
+}
+
+bool DownloadManager::downloadsFrom(const QWebEnginePage& page) const
+{
+    return std::any_of(running_.begin(), running_.end(), [&page](const auto& download) {
+        return download && download->page() == &page && !download->isFinished();
+    });
 }
 
 QString DownloadManager::askPath(const QWebEngineDownloadRequest& download)

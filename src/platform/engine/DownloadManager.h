@@ -10,6 +10,7 @@
 
 #include <QElapsedTimer>
 #include <QHash>
+#include <QList>
 #include <QObject>
 #include <QPointer>
 
@@ -30,6 +31,8 @@ public:
 
     // The window, once a download has started; nullptr before.
     DownloadsWindow* window() const { return window_; }
+    // Whether a download that page started is still under way.
+    bool downloadsFrom(const QWebEnginePage& page) const;
 
 signals:
     // ok is false when the download failed or was cancelled.
@@ -49,6 +52,7 @@ private:
     QHash<const QWebEnginePage*, ScriptDialogLimit> pages_;
     QElapsedTimer clock_;
     QPointer<DownloadsWindow> window_;
+    QList<QPointer<QWebEngineDownloadRequest>> running_;
 };
 
 } // namespace platform

@@ -1,8 +1,9 @@
 #pragma once
 // The page agent: a script that runs in every frame of every page, in a world
 // of its own that page scripts cannot see, and pushes mouse-down and click
-// records, and the start and end of drags, to the program over a web channel. Subframes hand their
-// records to the top frame, which alone holds the channel. See docs/page-agent.md.
+// records, the start and end of drags, and the first edit of a form, to the program over a web
+// channel. Subframes hand their records to the top frame, which alone holds the channel. See
+// docs/page-agent.md.
 #include "platform/browser/PageClick.h"
 #include "platform/browser/ViewFacets.h"
 
@@ -25,6 +26,11 @@ public:
     Q_INVOKABLE void linksCollected(int request, const QVariantList& documents);
     Q_INVOKABLE void dragStart(const QString& address) { emit dragStarted(address); }
     Q_INVOKABLE void dragEnd() { emit dragEnded(); }
+    Q_INVOKABLE void setFormEdited(bool edited) { formEdited_ = edited; }
+
+    // The user typed into or changed a form field of the document shown, or
+    // of one of its frames.
+    bool formEdited() const { return formEdited_; }
 
 signals:
     void pageMouseDown(const platform::PageClick& click);
@@ -34,6 +40,9 @@ signals:
     // dragged text; and it ended, wherever that was.
     void dragStarted(const QString& address);
     void dragEnded();
+
+private:
+    bool formEdited_ = false;
 };
 
 // Puts the agent script into the profile's scripts; once per profile.

@@ -1,4 +1,5 @@
 #include "WebEngineBrowserView.h"
+#include "DownloadManager.h"
 #include "DragOutWatch.h"
 #include "EngineProfile.h"
 #include "OfflineSwitch.h"
@@ -104,6 +105,7 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
     document_ = std::make_unique<EngineDocument>(*page_, *agent_, alive_);
     printing_ = new EnginePrinting(*view_, profile.pageLayout(), *this, profile.dialogs());
     security_ = new EngineSecurity(*page_, *gate_, *this);
+    lifecycle_ = std::make_unique<EngineLifecycle>(*page_, *agent_, profile.downloads());
     waiting_ = std::make_unique<LoadWhenShown>(
         *container_, [this](const QString& address) { navigate(address); });
     wirePage();

@@ -7,6 +7,7 @@
 #include "EngineDocument.h"
 #include "EngineEditing.h"
 #include "EngineFind.h"
+#include "EngineLifecycle.h"
 #include "EnginePrinting.h"
 #include "EngineSecurity.h"
 #include "EngineZoom.h"
@@ -60,6 +61,7 @@ public:
     PrintingFacet& printing() override { return *printing_; }
     DocumentFacet& document() override { return *document_; }
     SecurityFacet& security() override { return *security_; }
+    LifecycleFacet& lifecycle() override { return *lifecycle_; }
 
     QWebEngineView* engineView() const { return view_; }
     // The notice shown in place of the page, or nullptr while the page shows.
@@ -92,6 +94,7 @@ private:
     std::unique_ptr<EngineDocument> document_;
     EnginePrinting* printing_ = nullptr;
     EngineSecurity* security_ = nullptr;
+    std::unique_ptr<EngineLifecycle> lifecycle_;
     ReadyState readyState_ = Uninitialized;
     QString requestedAddress_;
     std::unique_ptr<LoadWhenShown> waiting_;

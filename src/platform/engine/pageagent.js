@@ -145,6 +145,24 @@
     window.addEventListener('click', reportAs('click'), true);
     window.addEventListener('auxclick', reportAs('click'), true);
 
+    // A form the user typed into or changed holds what a reload would lose,
+    // so the program never discards its page. Only the user's own edits
+    // count, once a document.
+    var formEdited = false;
+    function noteFormEdit(e) {
+        var target = e.target;
+        if (!e.isTrusted || formEdited || !target || target.nodeType !== 1 ||
+            !(/^(INPUT|TEXTAREA|SELECT)$/.test(target.tagName) || target.isContentEditable))
+            return;
+        formEdited = true;
+        if (isTop)
+            whenConnected(function (a) { a.setFormEdited(true); });
+        else
+            window.top.postMessage({qubAgentRelay: token, formEdited: true}, '*');
+    }
+    window.addEventListener('input', noteFormEdit, true);
+    window.addEventListener('change', noteFormEdit, true);
+
     if (!isTop) {
         if (removeAtLoad[0] || removeAtLoad[1]) {
             var removeHere = function () {
@@ -192,15 +210,18 @@
     // A frame's record, relayed; only its fields are taken, never marked the
     // user's own.
     window.addEventListener('message', function (e) {
-        if (!e.data || e.data.qubAgentRelay !== token || typeof e.data.record !== 'object' ||
-            e.data.record === null)
+        if (!e.data || e.data.qubAgentRelay !== token)
             return;
         e.stopImmediatePropagation();
-        var record = describeRelayed(e.data.record);
-        deliver(record);
+        if (e.data.formEdited === true)
+            whenConnected(function (a) { a.setFormEdited(true); });
+        else if (typeof e.data.record === 'object' && e.data.record !== null)
+            deliver(describeRelayed(e.data.record));
     }, true);
     new QWebChannel(qt.webChannelTransport, function (channel) {
         agent = channel.objects.qubAgent;
+        // A new document: no form of the one before counts any more.
+        agent.setFormEdited(false);
         queue.splice(0).forEach(function (call) { call(agent); });
     });
 })();
