@@ -1,6 +1,7 @@
 #pragma once
 // What the benchmark programs share: the clock they report against, the
-// memory of their process tree, and the lines they print for bench/run.sh.
+// memory and processor time of their process tree, and the lines they print
+// for bench/run.sh.
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -22,10 +23,9 @@ inline void report(const char* name, qint64 value)
     QTextStream(stdout) << name << ' ' << value << Qt::endl;
 }
 
-// The proportional set size, in KiB, of this process and every process it
-// started (the engine's zygotes, renderers and helpers): shared pages are
-// split between those that share them, so the sum is what the tree costs.
-inline qint64 treePssKiB()
+// This process and every process it started (the engine's zygotes,
+// renderers and helpers).
+inline QList<qint64> treePids()
 {
     QHash<qint64, QList<qint64>> children;
     for (const QString& entry : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
@@ -42,11 +42,22 @@ inline qint64 treePssKiB()
         if (fields.size() > 1)
             children[fields[1].toLongLong()].append(pid);
     }
-    qint64 total = 0;
+    QList<qint64> tree;
     QList<qint64> pending{qint64(getpid())};
     while (!pending.isEmpty()) {
         const qint64 pid = pending.takeLast();
+        tree.append(pid);
         pending += children.value(pid);
+    }
+    return tree;
+}
+
+// The proportional set size, in KiB, of the process tree: shared pages are
+// split between those that share them, so the sum is what the tree costs.
+inline qint64 treePssKiB()
+{
+    qint64 total = 0;
+    for (qint64 pid : treePids()) {
         QFile rollup(QStringLiteral("/proc/%1/smaps_rollup").arg(pid));
         if (!rollup.open(QIODevice::ReadOnly))
             continue;
@@ -55,6 +66,24 @@ inline qint64 treePssKiB()
                 total += line.mid(4).trimmed().split(' ').first().toLongLong();
     }
     return total;
+}
+
+// The processor time, in ms, the process tree has used so far, in user and
+// system mode.
+inline qint64 treeCpuMs()
+{
+    qint64 ticks = 0;
+    for (qint64 pid : treePids()) {
+        QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+        if (!stat.open(QIODevice::ReadOnly))
+            continue;
+        const QByteArray line = stat.readAll();
+        // utime and stime, the 14th and 15th fields; the 3rd follows the name.
+        const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+        if (fields.size() > 12)
+            ticks += fields[11].toLongLong() + fields[12].toLongLong();
+    }
+    return ticks * 1000 / sysconf(_SC_CLK_TCK);
 }
 
 } // namespace bench

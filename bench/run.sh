@@ -3,8 +3,9 @@
 # QWebEngineView program (the floor) on the same local page (cold start until
 # the page has loaded, 10 more tabs, the memory of the process tree with 1 and
 # 11 views), alternating between the two, each with a fresh profile; a page
-# opening 1,000 windows, blocked; Close All of 100 tabs; favourites, history
-# and the forwarding proxy; pages over http and https (bench/network.py).
+# opening 1,000 windows, blocked; Close All of 100 tabs; many tabs restored,
+# resting and animating in the background; favourites, history and the
+# forwarding proxy; pages over http and https (bench/network.py).
 # Ratios where there is a floor, medians with their range where there is
 # none; the table goes to docs/performance.md, followed by
 # bench/where-the-time-goes.md.
@@ -18,8 +19,10 @@ tabs=10
 work=$(mktemp -d)
 xvfb_pid=
 first_pid=
+site_pid=
 cleanup() {
     [ -n "$first_pid" ] && kill "$first_pid" 2> /dev/null || true
+    [ -n "$site_pid" ] && kill "$site_pid" 2> /dev/null || true
     [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2> /dev/null || true
     rm -rf "$work"
 }
@@ -125,6 +128,92 @@ for run in $(seq 1 "$close_runs"); do
     closeall+="$took "
     echo "close-all run $run: $took ms"
 done
+
+# Many tabs, from pages on a loopback server (a name of the run's own mapped
+# to it, so QUB-BROWSER's requests go through its forwarding proxy): a start
+# with 1 and with 100 last pages; 100 tabs' memory once those out of sight are
+# discarded, and one shown again; the processor time of 50 background tabs
+# that animate from a timer, once frozen. Tabs rest after the times of the
+# run's Browser.ini, shortened so a round takes minutes: frozen after 5 s,
+# discarded after 15 s (never, for the processor time). The floor opens every
+# tab at once and loads it.
+site="$work/site"
+mkdir -p "$site"
+cp "$work/page.html" "$site/page.html"
+cat > "$site/animated.html" << 'PAGE'
+<html><head><title>Animated</title></head><body>
+<div id=box style="position:absolute;width:60px;height:60px;background:teal"></div>
+<script>let x = 0; setInterval(() => { x = (x + 3) % 600; box.style.left = x + 'px';
+box.textContent = x; }, 16);</script></body></html>
+PAGE
+site_port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+python3 -m http.server --bind 127.0.0.1 --directory "$site" "$site_port" > /dev/null 2>&1 &
+site_pid=$!
+python3 - "$site_port" << 'WAIT'
+import sys, time, urllib.request
+for _ in range(100):
+    try:
+        urllib.request.urlopen(f"http://127.0.0.1:{sys.argv[1]}/page.html", timeout=1)
+        break
+    except OSError:
+        time.sleep(0.1)
+WAIT
+site_url="http://bench.test:$site_port"
+many_flags="$QTWEBENGINE_CHROMIUM_FLAGS --host-resolver-rules=\"MAP bench.test 127.0.0.1\""
+# run_many NAME INI LASTPAGES PROGRAM ARGS...: one start in a folder of its own.
+run_many() {
+    local name=$1 ini=$2 last=$3 program=$4
+    shift 4
+    local home="$work/many-$name"
+    rm -rf "$home" && mkdir -p "$home"
+    cp -r "$QUB_APPDIR" "$home/app"
+    printf '[QUB-BROWSER]\r\n%s' "$ini" > "$home/app/Browser.ini"
+    [ "$last" -gt 0 ] && for n in $(seq 1 "$last"); do
+        printf '%s/page.html?%s\r\n' "$site_url" "$n"
+    done > "$home/app/LastPages.ini"
+    QUB_APPDIR="$home/app" QTWEBENGINE_CHROMIUM_FLAGS="$many_flags" \
+        XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" \
+        XDG_CONFIG_HOME="$home/config" timeout 600 "build/bin/$program" "$@" 2> /dev/null
+}
+field() { awk -v k="$1" '$1 == k {print $2}'; }
+declare -A many
+many_runs=${MANY_RUNS:-3}
+rest_ini=$'FREEZEAFTER=5\r\nDISCARDAFTER=15\r\n'
+freeze_ini=$'FREEZEAFTER=5\r\nDISCARDAFTER=0\r\n'
+for run in $(seq 1 "$many_runs"); do
+    for last in 1 100; do
+        start=$(date +%s%3N)
+        ready=$(run_many "restore$last" "" "$last" bench_manytabs restore | field ready)
+        [ -n "$ready" ] || { echo "bench_manytabs did not restore $last pages" >&2; exit 1; }
+        many[restore$last]+="$((ready - start)) "
+    done
+    start=$(date +%s%3N)
+    ready=$(run_many floor100 "" 0 bench_manytabsfloor restore "$site_url/page.html" 100 | field ready)
+    [ -n "$ready" ] || { echo "bench_manytabsfloor did not open 100 tabs" >&2; exit 1; }
+    many[floor100]+="$((ready - start)) "
+
+    out=$(run_many memory "$rest_ini" 0 bench_manytabs memory "$site_url/page.html" 100 18)
+    many[memory]+="$(echo "$out" | field memory) "
+    many[discarded]+="$(echo "$out" | field discarded) "
+    many[reshow]+="$(echo "$out" | field reshow) "
+    out=$(run_many floormemory "" 0 bench_manytabsfloor memory "$site_url/page.html" 100 18)
+    many[floormemory]+="$(echo "$out" | field memory) "
+    many[fresh]+="$(echo "$out" | field fresh) "
+
+    out=$(run_many cpu "$freeze_ini" 0 bench_manytabs cpu "$site_url/page.html" \
+          "$site_url/animated.html" 50 7)
+    many[cpu]+="$(echo "$out" | field cpu) "
+    many[frozen]+="$(echo "$out" | field frozen) "
+    out=$(run_many floorcpu "" 0 bench_manytabsfloor cpu "$site_url/page.html" \
+          "$site_url/animated.html" 50 7)
+    many[floorcpu]+="$(echo "$out" | field cpu) "
+    for key in memory reshow floormemory fresh cpu floorcpu; do
+        [ -n "$(echo "${many[$key]}" | tr -d ' ')" ] || { echo "many tabs: no $key in run $run" >&2; exit 1; }
+    done
+    echo "many tabs run $run: start ${many[restore1]}/ ${many[restore100]}/ floor ${many[floor100]}(ms); memory ${many[memory]}/ floor ${many[floormemory]}(KiB), discarded ${many[discarded]}; reshow ${many[reshow]}/ fresh ${many[fresh]}(ms); cpu ${many[cpu]}/ floor ${many[floorcpu]}(ms), frozen ${many[frozen]}"
+done
+kill "$site_pid" && wait "$site_pid" 2> /dev/null || true
+site_pid=
 
 # The favourites: 10,000 in 500 folders, read into menus and tree: fresh
 # windows' first builds, refreshes with nothing changed, refreshes after a
@@ -236,6 +325,18 @@ fav_refresh=$(echo "$fav_rest" | median)
 fav_add=$(echo "$fav_added" | median)
 tree_ms=$(echo "$hist_tree" | median)
 complete_ms=$(echo "$hist_site $hist_words $hist_none" | tr ' ' '\n' | grep -v '^$' | sort -n | tail -1)
+restore1_ms=$(echo "${many[restore1]}" | median)
+restore100_ms=$(echo "${many[restore100]}" | median)
+floor100_ms=$(echo "${many[floor100]}" | median)
+many_mem=$(echo "${many[memory]}" | median)
+many_mem_floor=$(echo "${many[floormemory]}" | median)
+many_cpu=$(echo "${many[cpu]}" | median)
+many_cpu_floor=$(echo "${many[floorcpu]}" | median)
+reshow_ms=$(echo "${many[reshow]}" | median)
+fresh_ms=$(echo "${many[fresh]}" | median)
+r_restore=$(ratio "$restore100_ms" "$restore1_ms")
+r_many_mem=$(ratio "$many_mem" "$many_mem_floor")
+r_many_cpu=$(ratio "$many_cpu" "$many_cpu_floor")
 r_cold=$(ratio "$cold_qub" "$cold_floor")
 r_tabs=$(ratio "$tabs_qub" "$tabs_floor")
 r_mem1=$(ratio "$mem1_qub" "$mem1_floor")
@@ -264,6 +365,10 @@ The page is a local file of 200 paragraphs. Figures are medians.
 | favourites, a refresh after one was added | < 150 ms | $fav_add ms ($(echo "$fav_added" | span) ms) | $(verdict "$fav_add" 150) |
 | history tree of 100,000 addresses | < 1000 ms | $tree_ms ms ($(echo "$hist_tree" | span) ms) | $(verdict "$tree_ms" 999) |
 | address completion, the slowest of three questions | < 20 ms | $complete_ms ms | $(verdict "$complete_ms" 20) |
+| a start with 100 last pages until the tab in front has loaded and the window answers | ≤ 1.20 × the start with 1 | $r_restore × ($restore100_ms against $restore1_ms ms; floor, all 100 loaded at once, $floor100_ms ms) | $(verdict "$r_restore" 1.20) |
+| memory of the process tree, 100 tabs, past the discard time | ≤ 0.35 × floor | $r_many_mem × ($(mib "$many_mem") against $(mib "$many_mem_floor")) | $(verdict "$r_many_mem" 0.35) |
+| processor time over 60 s, 50 background tabs animating | ≤ 0.10 × floor | $r_many_cpu × ($many_cpu against $many_cpu_floor ms) | $(verdict "$r_many_cpu" 0.10) |
+| showing a discarded tab until its page has loaded | reported | $reshow_ms ms (the floor's load of the page in a new tab: $fresh_ms ms) | |
 
 Cold start counts from the launch of the process. The floor opens its views in
 a plain tab widget on the engine's default in-memory profile; QUB-BROWSER reads
@@ -275,6 +380,27 @@ shared between them count once.
 All runs (ms): QUB-BROWSER start ${cold[qub]}, tabs ${tabtime[qub]};
 floor start ${cold[floor]}, tabs ${tabtime[floor]}.
 Memory (KiB): QUB-BROWSER ${mem1[qub]}/ ${mem10[qub]}; floor ${mem1[floor]}/ ${mem10[floor]}.
+
+## Many tabs
+
+\`bench/manytabs.cpp\` runs the program as it starts, with a program folder
+of its own for each start; \`bench/manytabsfloor.cpp\` is the floor, which
+opens every tab at once and loads it. Pages come from a loopback server
+under a name of the run's own, so QUB-BROWSER's requests go through its
+forwarding proxy. Each round: a start with 1 and with 100 last pages, timed
+from the launch until the tab in front has loaded and the window answers;
+100 tabs opened one after another, each loaded in front, their memory 18 s
+after the last load (the run's \`Browser.ini\` freezes a tab out of sight
+after 5 s and discards it after 15 s; the program's own times are 5 and 30
+minutes), then the second tab shown again; 50 background tabs on a page that
+moves a box every 16 ms from a timer, and the processor time of the process
+tree over the 60 s that follow their freeze (discarding off). Medians of
+$many_runs rounds.
+
+All runs: starts with 1 / 100 last pages ${many[restore1]}/ ${many[restore100]}(ms), the floor's
+${many[floor100]}(ms); memory ${many[memory]}(KiB, discarded tabs ${many[discarded]}), the floor's
+${many[floormemory]}(KiB); processor time ${many[cpu]}(ms, frozen tabs ${many[frozen]}), the floor's
+${many[floorcpu]}(ms); shown again ${many[reshow]}(ms), the floor's new tab ${many[fresh]}(ms).
 
 ## Storm of blocked windows
 

@@ -149,16 +149,20 @@
     // so the program never discards its page. Only the user's own edits
     // count, once a document.
     var formEdited = false;
-    function noteFormEdit(e) {
-        var target = e.target;
-        if (!e.isTrusted || formEdited || !target || target.nodeType !== 1 ||
-            !(/^(INPUT|TEXTAREA|SELECT)$/.test(target.tagName) || target.isContentEditable))
+    function reportFormEdited() {
+        if (formEdited)
             return;
         formEdited = true;
         if (isTop)
             whenConnected(function (a) { a.setFormEdited(true); });
         else
             window.top.postMessage({qubAgentRelay: token, formEdited: true}, '*');
+    }
+    function noteFormEdit(e) {
+        var target = e.target;
+        if (e.isTrusted && target && target.nodeType === 1 &&
+            (/^(INPUT|TEXTAREA|SELECT)$/.test(target.tagName) || target.isContentEditable))
+            reportFormEdited();
     }
     window.addEventListener('input', noteFormEdit, true);
     window.addEventListener('change', noteFormEdit, true);
@@ -213,8 +217,10 @@
         if (!e.data || e.data.qubAgentRelay !== token)
             return;
         e.stopImmediatePropagation();
+        // Told once a document, however often a frame (or a page that
+        // learned the token) says it.
         if (e.data.formEdited === true)
-            whenConnected(function (a) { a.setFormEdited(true); });
+            reportFormEdited();
         else if (typeof e.data.record === 'object' && e.data.record !== null)
             deliver(describeRelayed(e.data.record));
     }, true);
