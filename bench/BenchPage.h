@@ -23,6 +23,17 @@ inline void report(const char* name, qint64 value)
     QTextStream(stdout) << name << ' ' << value << Qt::endl;
 }
 
+// The fields of /proc/PID/stat from the third on, after the name (which
+// may hold spaces and ends with ')'); empty when the process is gone.
+inline QList<QByteArray> statFields(qint64 pid)
+{
+    QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
+    if (!stat.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray line = stat.readAll();
+    return line.mid(line.lastIndexOf(')') + 2).split(' ');
+}
+
 // This process and every process it started (the engine's zygotes,
 // renderers and helpers).
 inline QList<qint64> treePids()
@@ -33,12 +44,8 @@ inline QList<qint64> treePids()
         const qint64 pid = entry.toLongLong(&isPid);
         if (!isPid)
             continue;
-        QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-        if (!stat.open(QIODevice::ReadOnly))
-            continue;
-        // The parent is the second field after the name, which ends with ')'.
-        const QByteArray line = stat.readAll();
-        const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+        // The parent is the fourth field.
+        const QList<QByteArray> fields = statFields(pid);
         if (fields.size() > 1)
             children[fields[1].toLongLong()].append(pid);
     }
@@ -74,12 +81,8 @@ inline qint64 treeCpuMs()
 {
     qint64 ticks = 0;
     for (qint64 pid : treePids()) {
-        QFile stat(QStringLiteral("/proc/%1/stat").arg(pid));
-        if (!stat.open(QIODevice::ReadOnly))
-            continue;
-        const QByteArray line = stat.readAll();
-        // utime and stime, the 14th and 15th fields; the 3rd follows the name.
-        const QList<QByteArray> fields = line.mid(line.lastIndexOf(')') + 2).split(' ');
+        // utime and stime, the 14th and 15th fields.
+        const QList<QByteArray> fields = statFields(pid);
         if (fields.size() > 12)
             ticks += fields[11].toLongLong() + fields[12].toLongLong();
     }

@@ -13,6 +13,7 @@
 //                               <ms>" the process tree used over 60 s.
 // The times a tab rests after come from the folder's Browser.ini.
 #include "BenchPage.h"
+#include "ViewLoads.h"
 #include "program/Program.h"
 
 #include <QApplication>
@@ -23,28 +24,16 @@ namespace {
 using platform::BrowserView;
 using State = platform::LifecycleFacet::State;
 
-// Calls done() once, when view has finished loading its page.
-void whenLoaded(BrowserView* view, std::function<void()> done)
+// Opens tabs with open(), and once all have loaded and wait seconds more
+// have passed, calls then().
+void afterLoads(int tabs, const std::function<BrowserView*()>& open, int wait,
+                std::function<void()> then)
 {
-    auto* watch = new QObject(view);
-    QObject::connect(view, &BrowserView::progressChanged, watch,
-                     [view, watch, done = std::move(done)](int progress) {
-                         if (progress != -1 || view->readyState() != BrowserView::Complete)
-                             return;
-                         watch->deleteLater();
-                         done();
-                     });
-}
-
-// Calls done() once every view has loaded.
-void whenAllLoaded(const std::vector<BrowserView*>& views, std::function<void()> done)
-{
-    auto pending = std::make_shared<size_t>(views.size());
-    for (BrowserView* view : views)
-        whenLoaded(view, [pending, done] {
-            if (--*pending == 0)
-                done();
-        });
+    std::vector<BrowserView*> opened;
+    for (int i = 0; i < tabs; ++i)
+        opened.push_back(open());
+    bench::whenAllLoaded(opened,
+                         [wait, then = std::move(then)] { QTimer::singleShot(wait * 1000, then); });
 }
 
 int count(const TabStrip& tabs, State state)
@@ -75,7 +64,7 @@ int main(int argc, char** argv)
     if (mode == QLatin1String("restore")) {
         if (!program.start({}))
             return 1;
-        whenLoaded(tabs.currentView(), [] {
+        bench::whenLoaded(tabs.currentView(), [] {
             QTimer::singleShot(0, [] {
                 bench::report("ready", bench::now());
                 end();
@@ -87,22 +76,19 @@ int main(int argc, char** argv)
         const int wait = args[4].toInt();
         if (!program.start(url))
             return 1;
-        whenLoaded(tabs.view(1), [&tabs, url, all, wait] {
-            std::vector<BrowserView*> opened;
-            for (int i = 1; i < all; ++i)
-                opened.push_back(tabs.view(tabs.newTab(url, true)));
-            whenAllLoaded(opened, [&tabs, wait] {
-                QTimer::singleShot(wait * 1000, [&tabs] {
+        bench::whenLoaded(tabs.view(1), [&tabs, url, all, wait] {
+            afterLoads(
+                all - 1, [&tabs, url] { return tabs.view(tabs.newTab(url, true)); }, wait,
+                [&tabs] {
                     bench::report("memory", bench::treePssKiB());
                     bench::report("discarded", count(tabs, State::Discarded));
                     const qint64 shown = bench::now();
-                    whenLoaded(tabs.view(2), [shown] {
+                    bench::whenLoaded(tabs.view(2), [shown] {
                         bench::report("reshow", bench::now() - shown);
                         end();
                     });
                     tabs.activateTab(2);
                 });
-            });
         });
     } else if (mode == QLatin1String("cpu") && args.size() == 6) {
         const QString url = args[2];
@@ -111,12 +97,11 @@ int main(int argc, char** argv)
         const int wait = args[5].toInt();
         if (!program.start(url))
             return 1;
-        whenLoaded(tabs.view(1), [&tabs, animated, background, wait] {
-            std::vector<BrowserView*> opened;
-            for (int i = 0; i < background; ++i)
-                opened.push_back(tabs.view(tabs.newTab(animated, false)));
-            whenAllLoaded(opened, [&tabs, wait] {
-                QTimer::singleShot(wait * 1000, [&tabs] {
+        bench::whenLoaded(tabs.view(1), [&tabs, animated, background, wait] {
+            afterLoads(
+                background, [&tabs, animated] { return tabs.view(tabs.newTab(animated, false)); },
+                wait,
+                [&tabs] {
                     bench::report("frozen", count(tabs, State::Frozen));
                     const qint64 before = bench::treeCpuMs();
                     QTimer::singleShot(60000, [before] {
@@ -124,7 +109,6 @@ int main(int argc, char** argv)
                         end();
                     });
                 });
-            });
         });
     } else {
         return 2;

@@ -4,6 +4,7 @@
 // "closeall" after the number of tabs it prints instead how long Close All
 // takes once they have all loaded, until every view is gone.
 #include "BenchPage.h"
+#include "ViewLoads.h"
 #include "core/Keys.h"
 #include "program/Program.h"
 
@@ -11,19 +12,6 @@
 #include <QTimer>
 
 namespace {
-
-// Calls done() once, when view has finished loading its page.
-void whenLoaded(platform::BrowserView* view, std::function<void()> done)
-{
-    auto* watch = new QObject(view);
-    QObject::connect(
-        view, &platform::BrowserView::progressChanged, watch, [view, watch, done](int progress) {
-            if (progress != -1 || view->readyState() != platform::BrowserView::Complete)
-                return;
-            watch->deleteLater();
-            done();
-        });
-}
 
 // Clicks Close All as the user would and reports when every tab's view is
 // gone and the window answers again.
@@ -67,7 +55,7 @@ int main(int argc, char** argv)
         platform::BrowserView* view = change.view;
         if (change.kind != TabChange::Kind::Inserted || view->index() < 2 || pending == 0)
             return;
-        whenLoaded(view, [&] {
+        bench::whenLoaded(view, [&] {
             if (--pending != 0)
                 return;
             if (!closing)
@@ -86,7 +74,7 @@ int main(int argc, char** argv)
     });
     if (!program.start(url))
         return 1;
-    whenLoaded(window.parts().tabs.view(1), [&] {
+    bench::whenLoaded(window.parts().tabs.view(1), [&] {
         bench::report("loaded", bench::now());
         QTimer::singleShot(2000, &app, [&] {
             if (!closing)
