@@ -8,9 +8,11 @@
 #include "support/TestMain.h"
 
 #include <QAction>
+#include <QPointer>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QWebEnginePage>
+#include <QWebEngineView>
 
 using namespace platform;
 
@@ -152,10 +154,15 @@ private slots:
         WebEngineBrowserView* plain = open("/claims.html", "claims");
         QVERIFY(plain);
 
+        const QPointer<QWebEngineView> plainDrawnBy = plain->engineView();
+        const QPointer<QWebEngineView> formDrawnBy = form->engineView();
         tabs.activateTab(1);
         using State = LifecycleFacet::State;
         QTRY_COMPARE_WITH_TIMEOUT(plain->lifecycle().state(), State::Frozen, 20000);
         QTRY_COMPARE_WITH_TIMEOUT(plain->lifecycle().state(), State::Discarded, 20000);
+        // The view that drew the discarded page went with what it drew with.
+        QTRY_VERIFY_WITH_TIMEOUT(!plainDrawnBy, 20000);
+        QVERIFY(formDrawnBy);
         // The others were out of sight longer, and were asked no later.
         QCOMPARE(form->lifecycle().state(), State::Frozen);
         QCOMPARE(sound->lifecycle().state(), State::Active);
@@ -169,6 +176,8 @@ private slots:
         QVERIFY(loaded(plain, "claims"));
         QCOMPARE(plain->lifecycle().state(), State::Active);
         QCOMPARE(plain->locationUrl(), server.url("/claims.html"));
+        QVERIFY(plain->engineView()->isVisible());
+        QCOMPARE(plain->widget()->focusProxy(), plain->engineView());
         tabs.activateTab(form->index());
         QCOMPARE(form->lifecycle().state(), State::Active);
         QCOMPARE(ask(form, "document.querySelector('input').value"), "kept");

@@ -1,5 +1,6 @@
 #include "EngineLifecycle.h"
 #include "DownloadManager.h"
+#include "EnginePrinting.h"
 #include "PageAgent.h"
 
 #include <QWebEnginePage>
@@ -26,8 +27,8 @@ LifecycleFacet::State stateOf(Engine state)
 } // namespace
 
 EngineLifecycle::EngineLifecycle(QWebEnginePage& page, const PageAgentBridge& agent,
-                                 const DownloadManager& downloads)
-    : page_(page), agent_(agent), downloads_(downloads)
+                                 const DownloadManager& downloads, const EnginePrinting& printing)
+    : page_(page), agent_(agent), downloads_(downloads), printing_(printing)
 {
 }
 
@@ -40,7 +41,8 @@ LifecycleFacet::State EngineLifecycle::state() const
 // it tells whether discarding would lose anything it knows of.
 void EngineLifecycle::rest(State deepest)
 {
-    if (deepest == State::Active || page_.isVisible() || downloads_.downloadsFrom(page_))
+    if (deepest == State::Active || page_.isVisible() || downloads_.downloadsFrom(page_) ||
+        printing_.busy())
         return;
     if (page_.lifecycleState() == Engine::Active && page_.recommendedState() != Engine::Active)
         page_.setLifecycleState(Engine::Frozen);

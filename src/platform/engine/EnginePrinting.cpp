@@ -13,10 +13,14 @@
 
 namespace platform {
 
-EnginePrinting::EnginePrinting(QWebEngineView& view, QPageLayout& layout, BrowserView& owner,
-                               Dialogs& dialogs)
-    : QObject(&view), view_(view), layout_(layout), owner_(owner), dialogs_(dialogs)
+EnginePrinting::EnginePrinting(QPageLayout& layout, BrowserView& owner, Dialogs& dialogs)
+    : QObject(&owner), layout_(layout), owner_(owner), dialogs_(dialogs)
 {
+}
+
+void EnginePrinting::attach(QWebEngineView& view)
+{
+    view_ = &view;
     // A page's window.print() asks as the menu's print does.
     connect(&view, &QWebEngineView::printRequested, this, &EnginePrinting::print);
     connect(&view, &QWebEngineView::printFinished, this, [this] {
@@ -38,7 +42,7 @@ bool EnginePrinting::printable() const
 {
     // A page whose process is gone has nothing to print, and the engine's
     // printing of it goes wrong on its own thread.
-    return !printer_ && !previewing_ && view_.page()->renderProcessPid() > 0;
+    return !busy() && view_->page()->renderProcessPid() > 0;
 }
 
 void EnginePrinting::print()
@@ -47,9 +51,9 @@ void EnginePrinting::print()
         return;
     printer_ = newPrinter();
     // Not modal to the page's code, so the view may close meanwhile.
-    auto* dialog = new QPrintDialog(printer_.get(), &view_);
+    auto* dialog = new QPrintDialog(printer_.get(), view_);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QDialog::accepted, this, [this] { view_.print(printer_.get()); });
+    connect(dialog, &QDialog::accepted, this, [this] { view_->print(printer_.get()); });
     connect(dialog, &QDialog::rejected, this, [this] { printer_.reset(); });
     dialog->open();
 }
@@ -60,14 +64,14 @@ void EnginePrinting::printPreview()
         return;
     previewing_ = true;
     const std::unique_ptr<QPrinter> printer = newPrinter();
-    QPrintPreviewDialog preview(printer.get(), &view_);
+    QPrintPreviewDialog preview(printer.get(), view_);
     // The preview paints synchronously; the engine prints asynchronously, or
     // at once when it refuses: queued, the end reaches the loop either way.
     connect(&preview, &QPrintPreviewDialog::paintRequested, this, [this](QPrinter* target) {
         QEventLoop loop;
-        connect(&view_, &QWebEngineView::printFinished, &loop, &QEventLoop::quit,
+        connect(view_, &QWebEngineView::printFinished, &loop, &QEventLoop::quit,
                 Qt::QueuedConnection);
-        view_.print(target);
+        view_->print(target);
         loop.exec();
     });
     {
@@ -89,7 +93,7 @@ void EnginePrinting::pageSetup()
                          Dialogs::Buttons::Ok, Dialogs::Icon::Information);
         return;
     }
-    QPageSetupDialog dialog(printer.get(), &view_);
+    QPageSetupDialog dialog(printer.get(), view_);
     BrowserView::Prompt waiting(owner_);
     if (dialog.exec() == QDialog::Accepted)
         layout_ = printer->pageLayout();
@@ -101,7 +105,7 @@ void EnginePrinting::saveAs(const QString& path, SaveFormat format)
         format == SaveFormat::SingleHtml   ? QWebEngineDownloadRequest::SingleHtmlSaveFormat
         : format == SaveFormat::WebArchive ? QWebEngineDownloadRequest::MimeHtmlSaveFormat
                                            : QWebEngineDownloadRequest::CompleteHtmlSaveFormat;
-    view_.page()->save(path, engineFormat);
+    view_->page()->save(path, engineFormat);
 }
 
 } // namespace platform

@@ -1,6 +1,8 @@
 #pragma once
 // Printing, print preview, page setup and saving of the view's page on the
 // engine. One print job at a time per view; the page layout is the window's.
+// The widget that draws the page may be made anew (a discarded page gets a
+// new one); printing follows whichever is attached.
 #include "platform/browser/ViewFacets.h"
 
 #include <QObject>
@@ -20,8 +22,12 @@ class EnginePrinting : public QObject, public PrintingFacet
 {
     Q_OBJECT
 public:
-    EnginePrinting(QWebEngineView& view, QPageLayout& layout, BrowserView& owner, Dialogs& dialogs);
+    EnginePrinting(QPageLayout& layout, BrowserView& owner, Dialogs& dialogs);
     ~EnginePrinting() override;
+    // Prints what this view draws from now on.
+    void attach(QWebEngineView& view);
+    // A print job or preview is under way.
+    bool busy() const { return printer_ || previewing_; }
     void print() override;
     void printPreview() override;
     void pageSetup() override;
@@ -31,7 +37,7 @@ private:
     bool printable() const;
     std::unique_ptr<QPrinter> newPrinter() const;
 
-    QWebEngineView& view_;
+    QWebEngineView* view_ = nullptr;
     QPageLayout& layout_;
     BrowserView& owner_;
     Dialogs& dialogs_;

@@ -2,6 +2,7 @@
 #include "DownloadManager.h"
 #include "OfflineSwitch.h"
 #include "PageAgent.h"
+#include "platform/FreeMemory.h"
 
 #include <QPageSize>
 #include <QWebEngineCookieStore>
@@ -26,6 +27,9 @@ EngineProfile::EngineProfile(Dialogs& dialogs, Shell& shell)
     downloads_ = new DownloadManager(*profile_, dialogs_);
     offline_ = new OfflineSwitch;
     profile_->setUrlRequestInterceptor(offline_);
+    trim_.setSingleShot(true);
+    trim_.setInterval(1000);
+    QObject::connect(&trim_, &QTimer::timeout, &trim_, [] { returnFreeMemory(); });
 }
 
 EngineProfile::~EngineProfile()

@@ -7,6 +7,7 @@
 
 #include <QPageLayout>
 #include <QString>
+#include <QTimer>
 #include <vector>
 
 class QWebEngineProfile;
@@ -44,6 +45,9 @@ public:
         std::erase(navigationPolicies_, &policy);
     }
     QPageLayout& pageLayout() { return pageLayout_; }
+    // Views gave back memory: the heap's free pages go back to the system a
+    // moment after the last of them, once for all.
+    void returnFreeMemorySoon() { trim_.start(); }
     void clear(int kinds) override;
 
 private:
@@ -56,6 +60,7 @@ private:
     QString homeAddress_ = QStringLiteral("about:blank");
     QString searchAddress_;
     QPageLayout pageLayout_;
+    QTimer trim_;
 };
 
 } // namespace platform

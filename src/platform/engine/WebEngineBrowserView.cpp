@@ -89,13 +89,10 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
     : BrowserView(index), engine_(profile), container_(new QWidget)
 {
     stack_ = new QStackedLayout(container_);
-    view_ = new QWebEngineView(container_);
     notice_ = new PageNotice(container_);
-    stack_->addWidget(view_);
     stack_->addWidget(notice_);
-    container_->setFocusProxy(view_);
-    page_ = new WebEnginePage(profile, *this, view_);
-    view_->setPage(page_);
+    // The page outlives the views that draw it; it goes right after the last.
+    page_ = new WebEnginePage(profile, *this, nullptr);
 
     gate_ = new CertificateGate(*page_, *notice_);
     zoom_ = std::make_unique<EngineZoom>(*page_);
@@ -103,9 +100,12 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
     find_ = std::make_unique<EngineFind>(*page_, alive_);
     agent_ = new PageAgentBridge(*page_);
     document_ = std::make_unique<EngineDocument>(*page_, *agent_, alive_);
-    printing_ = new EnginePrinting(*view_, profile.pageLayout(), *this, profile.dialogs());
+    printing_ = new EnginePrinting(profile.pageLayout(), *this, profile.dialogs());
     security_ = new EngineSecurity(*page_, *gate_, *this);
-    lifecycle_ = std::make_unique<EngineLifecycle>(*page_, *agent_, profile.downloads());
+    lifecycle_ =
+        std::make_unique<EngineLifecycle>(*page_, *agent_, profile.downloads(), *printing_);
+    makeView();
+    showPage();
     waiting_ = std::make_unique<LoadWhenShown>(
         *container_, [this](const QString& address) { navigate(address); });
     wirePage();
@@ -119,13 +119,43 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
     }
 }
 
+void WebEngineBrowserView::makeView()
+{
+    auto* view = new QWebEngineView(container_);
+    view->setPage(page_);
+    stack_->insertWidget(0, view);
+    container_->setFocusProxy(view);
+    connect(new DragOutWatch(*view, *agent_), &DragOutWatch::draggedOut, this,
+            &BrowserView::draggedOut);
+    menu_ = new PageMenu(*view);
+    printing_->attach(*view);
+    view_ = view;
+}
+
+// A view once shown keeps what it drew with (some megabytes in this process)
+// as long as it lives, whatever becomes of its page; a new view on the
+// discarded page holds nothing until it is shown and the page loads again.
+void WebEngineBrowserView::renewView()
+{
+    if (!container_ || page_->lifecycleState() != QWebEnginePage::LifecycleState::Discarded ||
+        view_->isVisible())
+        return;
+    const bool noticeShown = notice();
+    QWebEngineView* old = view_;
+    makeView();
+    delete old;
+    if (!noticeShown)
+        showPage();
+    engine_.returnFreeMemorySoon();
+}
+
 void WebEngineBrowserView::wirePage()
 {
     connect(agent_, &PageAgentBridge::pageMouseDown, this, &BrowserView::pageMouseDown);
     connect(agent_, &PageAgentBridge::pageClicked, this, &BrowserView::pageClicked);
-    connect(new DragOutWatch(*view_, *agent_), &DragOutWatch::draggedOut, this,
-            &BrowserView::draggedOut);
-    menu_ = new PageMenu(*view_);
+    // Queued: the engine is still about its discarding when it tells.
+    connect(page_, &QWebEnginePage::lifecycleStateChanged, this, &WebEngineBrowserView::renewView,
+            Qt::QueuedConnection);
 
     connect(page_, &QWebEnginePage::titleChanged, this, &BrowserView::titleChanged);
     connect(page_, &QWebEnginePage::linkHovered, this, [this](const QString& url) {
@@ -210,6 +240,7 @@ WebEngineBrowserView::~WebEngineBrowserView()
 {
     *alive_ = false;
     delete container_;
+    delete page_;
 }
 
 QWidget* WebEngineBrowserView::widget()

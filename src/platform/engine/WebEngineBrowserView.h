@@ -68,6 +68,9 @@ public:
     PageNotice* notice() const;
 
 private:
+    // A view draws the page; a discarded page gets a new one (see renewView).
+    void makeView();
+    void renewView();
     void wirePage();
     void setStatus(const QString& text);
     void showPage();
