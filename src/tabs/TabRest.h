@@ -32,20 +32,27 @@ public:
     static qint64 steadyNow();
 
     TabRest(TabStrip& tabs, MemoryLow memoryLow, Now now = steadyNow);
-    // Looks at the tabs from now on, every tenth of the shorter time.
+    // Looks at the tabs from now on: when the next is due to rest, when one
+    // refused to rest may have changed its mind, and every few seconds at
+    // the system's memory while a tab out of sight could give some back.
     void start(Times times);
     // One look: rests each tab out of sight as far as its time, or low
-    // memory, asks.
+    // memory, asks, and sets the time of the next.
     void sweep();
+    // When the next look is due on the clock of Now, or -1 for none.
+    qint64 nextLook() const { return nextLook_; }
 
 private:
     void changed(const TabChange& change);
+    void lookIn(qint64 ms);
 
     TabStrip& tabs_;
     MemoryLow memoryLow_;
     Now now_;
     Times times_;
+    bool started_ = false;
     QTimer timer_;
+    qint64 nextLook_ = -1;
     // Since when each tab out of sight has been so.
     QHash<const platform::BrowserView*, qint64> hiddenSince_;
 };

@@ -258,8 +258,16 @@ private slots:
         };
         using V = std::vector<State>;
         QCOMPARE(states(0), (V{State::Active, State::Active, State::Active}));
+        // No look in between: the next is when the first tab is due.
+        QCOMPARE(rest.nextLook(), 300);
         QCOMPARE(states(299), (V{State::Active, State::Active, State::Active}));
-        QCOMPARE(states(300), (V{State::Active, State::Frozen, State::Frozen}));
+        // A page that will not rest yet is asked again a tenth later.
+        f.view(3)->lifecycleFacet.allows = State::Active;
+        QCOMPARE(states(300), (V{State::Active, State::Frozen, State::Active}));
+        QCOMPARE(rest.nextLook(), 330);
+        f.view(3)->lifecycleFacet.allows = State::Discarded;
+        QCOMPARE(states(330), (V{State::Active, State::Frozen, State::Frozen}));
+        QCOMPARE(rest.nextLook(), 1000);
         // Tab 3 in front for a moment: the engine wakes a page shown.
         f.tabs.activateTab(3);
         f.view(3)->lifecycleFacet.current = State::Active;
@@ -268,12 +276,17 @@ private slots:
         QCOMPARE(states(799), (V{State::Active, State::Frozen, State::Active}));
         QCOMPARE(states(1000), (V{State::Active, State::Discarded, State::Frozen}));
         QCOMPARE(states(1500), (V{State::Active, State::Discarded, State::Discarded}));
+        // Nothing left to give back: no more looks until the tabs change.
+        QCOMPARE(rest.nextLook(), -1);
 
         f.tabs.newTab("http://four/", false);
+        QCOMPARE(rest.nextLook(), 1500);
         f.tabs.openWhenShown("http://five/", "Five");
         low = true;
         QCOMPARE(states(1501), (V{State::Active, State::Discarded, State::Discarded,
                                   State::Discarded, State::Active}));
+        // The tab waiting to be shown may load any time: memory is watched.
+        QCOMPARE(rest.nextLook(), 11501);
     }
 
     void closeAllAndCloseOthers()
