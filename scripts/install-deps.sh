@@ -5,7 +5,7 @@
 # differently, "a|b" takes the first name the package lists know.
 set -euo pipefail
 
-packages=(g++ cmake ninja-build ccache libgl-dev libxml2-dev
+packages=(g++ cmake ninja-build ccache pkg-config libgl-dev libxml2-dev libpsl-dev publicsuffix
           qt6-base-dev libqt6sql6-sqlite qt6-multimedia-dev qt6-webchannel-dev qt6-webengine-dev libqt6webenginecore6-bin qt6-qpa-plugins libqt6svg6
           adwaita-icon-theme fonts-dejavu-core xdg-utils)
 if [ "${1:-}" = package ]; then

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "NetworkFilter.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace filters {
+
+class FilterRequest;
+
+// What the lists say of one request: blocked by a filter, let through by an
+// exception to one, or not named at all (filter null).
+struct Decision
+{
+    bool block = false;
+    const NetworkFilter* filter = nullptr;
+};
+
+// The network filters of any number of lists, indexed by token so a request
+// is tried against the few filters that could match it.
+class FilterEngine
+{
+public:
+    struct Counts
+    {
+        int network = 0;
+        int cosmetic = 0;
+        int skipped = 0;
+    };
+
+    // Reads a list's text line by line; lines it does not understand are
+    // skipped and counted. Call build() once all lists are in.
+    void addList(std::string_view text);
+    void build();
+
+    Decision decide(const FilterRequest& request) const;
+    const Counts& counts() const { return counts_; }
+
+private:
+    // Filters that share the token the engine picked for each.
+    class Index
+    {
+    public:
+        void build(std::vector<NetworkFilter> filters);
+        const NetworkFilter* firstMatch(const FilterRequest& request) const;
+
+    private:
+        std::vector<NetworkFilter> filters_;
+        std::unordered_map<uint32_t, std::vector<uint32_t>> byToken_;
+        std::vector<uint32_t> untokened_;
+    };
+
+    std::vector<NetworkFilter> pending_;
+    Counts counts_;
+    Index important_;
+    Index blocking_;
+    Index exceptions_;
+};
+
+} // namespace filters

@@ -1,0 +1,89 @@
+#include "FilterRequest.h"
+
+#include "RegistrableDomain.h"
+
+#include <algorithm>
+
+namespace filters {
+
+uint32_t tokenHash(std::string_view token)
+{
+    uint32_t hash = 2166136261u;
+    for (const char c : token) {
+        const char lower = (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c;
+        hash = (hash ^ uint8_t(lower)) * 16777619u;
+    }
+    return hash;
+}
+
+std::optional<std::pair<size_t, size_t>> hostSpan(std::string_view url)
+{
+    const size_t scheme = url.find("://");
+    if (scheme == std::string_view::npos || scheme == 0)
+        return std::nullopt;
+    size_t start = scheme + 3;
+    size_t end = url.find_first_of("/?#", start);
+    if (end == std::string_view::npos)
+        end = url.size();
+    // Credentials are not part of the host.
+    const size_t at = url.substr(start, end - start).rfind('@');
+    if (at != std::string_view::npos)
+        start += at + 1;
+    size_t hostEnd = end;
+    if (start < end && url[start] == '[') {
+        const size_t close = url.find(']', start);
+        if (close == std::string_view::npos || close >= end)
+            return std::nullopt;
+        hostEnd = close + 1;
+    } else {
+        const size_t colon = url.substr(start, end - start).find(':');
+        if (colon != std::string_view::npos)
+            hostEnd = start + colon;
+    }
+    if (hostEnd == start)
+        return std::nullopt;
+    return std::pair{start, hostEnd};
+}
+
+std::optional<FilterRequest> FilterRequest::make(std::string_view url, std::string_view source,
+                                                 RequestType type)
+{
+    const auto span = hostSpan(url);
+    if (!span)
+        return std::nullopt;
+    FilterRequest request;
+    request.url_ = std::string(url);
+    request.lowerUrl_ = request.url_;
+    std::transform(request.lowerUrl_.begin(), request.lowerUrl_.end(), request.lowerUrl_.begin(),
+                   [](char c) { return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c; });
+    request.hostStart_ = span->first;
+    request.hostEnd_ = span->second;
+    request.type_ = type;
+    if (const auto sourceSpan = hostSpan(source)) {
+        request.sourceHost_ =
+            std::string(source.substr(sourceSpan->first, sourceSpan->second - sourceSpan->first));
+        std::transform(request.sourceHost_.begin(), request.sourceHost_.end(),
+                       request.sourceHost_.begin(),
+                       [](char c) { return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c; });
+        request.thirdParty_ =
+            registrableDomain(request.host()) != registrableDomain(request.sourceHost_);
+    }
+    const std::string_view lower = request.lowerUrl_;
+    for (size_t i = 0; i < lower.size();) {
+        if (!isTokenChar(lower[i])) {
+            ++i;
+            continue;
+        }
+        size_t end = i;
+        while (end < lower.size() && isTokenChar(lower[end]))
+            ++end;
+        request.tokens_.push_back(tokenHash(lower.substr(i, end - i)));
+        i = end;
+    }
+    std::sort(request.tokens_.begin(), request.tokens_.end());
+    request.tokens_.erase(std::unique(request.tokens_.begin(), request.tokens_.end()),
+                          request.tokens_.end());
+    return request;
+}
+
+} // namespace filters
