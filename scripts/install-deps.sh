@@ -13,6 +13,10 @@ if [ "${1:-}" = package ]; then
 fi
 if [ "${1:-}" = test ]; then
     packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick desktop-file-utils appstream python3 openssl "libssl3|libssl3t64" clang libclang-rt-dev clang-tidy clazy)
+    # The filter lists the engine is compared on, and Node.js for the
+    # reference engine it is compared with, where the machine has none.
+    packages+=(webext-ublock-origin-chromium)
+    [ -n "${QUB_NO_REFERENCE:-}" ] || command -v npm > /dev/null || packages+=(nodejs npm)
 fi
 
 sudo=()
@@ -47,8 +51,13 @@ for package in "${packages[@]}"; do
     [[ $package == *'|'* ]] && pick "$package"
     installed "$package" || missing+=("$package")
 done
-[ ${#missing[@]} -eq 0 ] && exit 0
-
-echo "Installing: ${missing[*]}"
-$updated || "${sudo[@]}" apt-get update -qq
-"${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+if [ ${#missing[@]} -gt 0 ]; then
+    echo "Installing: ${missing[*]}"
+    $updated || "${sudo[@]}" apt-get update -qq
+    "${sudo[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
+# The reference filter engine, at the versions package-lock.json holds.
+reference="$(dirname "$0")/../tests/reference"
+if [ "${1:-}" = test ] && [ -z "${QUB_NO_REFERENCE:-}" ] && [ ! -d "$reference/node_modules" ]; then
+    (cd "$reference" && npm ci --no-audit --no-fund --silent)
+fi

@@ -20,7 +20,7 @@ fail() { echo "install: $*"; [ -f "$work/run.log" ] && tail -20 "$work/run.log";
 prefix=$work/prefix
 cmake --install "$build" --prefix "$prefix" > /dev/null || fail "cmake --install failed"
 id=org.qub_browser.Browser
-for file in bin/qub-browser libexec/qub-browser/qsexdll share/qub-browser/default.tb2 \
+for file in bin/qub-browser bin/qub-filter-check libexec/qub-browser/qsexdll share/qub-browser/default.tb2 \
     share/qub-browser/lng.ini share/qub-browser/Deutsch.lng share/qub-browser/Translist.txt \
     share/qub-browser/block.wav share/qub-browser/res/tab1.ico share/man/man1/qub-browser.1 \
     share/applications/$id.desktop share/metainfo/$id.metainfo.xml \

@@ -64,6 +64,17 @@ private slots:
                                                   << ""_ba
                                                   << "image"_ba
                                                   << "allow";
+        QTest::newRow("a whole host name ends with the host") << "||ads.example.com\n"_ba
+                                                              << "https://ads.example.community/"_ba
+                                                              << ""_ba
+                                                              << "image"_ba
+                                                              << "allow";
+        QTest::newRow("a host name ending in a dot takes any ending")
+            << "||ads.example.\n"_ba
+            << "https://ads.example.org/"_ba
+            << ""_ba
+            << "image"_ba
+            << "block\t||ads.example.";
         QTest::newRow("separator is no dot") << "/banner/*/img^\n"_ba
                                              << "https://a.test/banner/x/img.png"_ba
                                              << ""_ba
@@ -125,11 +136,21 @@ private slots:
                                          << ""_ba
                                          << "image"_ba
                                          << "allow";
-        QTest::newRow("no type names no page of its own") << "||site.test^\n"_ba
-                                                          << "https://site.test/"_ba
-                                                          << ""_ba
-                                                          << "document"_ba
-                                                          << "allow";
+        QTest::newRow("a site's filter keeps its pages from opening") << "||site.test^\n"_ba
+                                                                      << "https://site.test/"_ba
+                                                                      << "https://other.test/"_ba
+                                                                      << "document"_ba
+                                                                      << "block\t||site.test^";
+        QTest::newRow("a part of an address does not") << "/ads/*\n||site.test/x^\n"_ba
+                                                       << "https://site.test/ads/x"_ba
+                                                       << ""_ba
+                                                       << "document"_ba
+                                                       << "allow";
+        QTest::newRow("a page is first-party to itself") << "||site.test^$third-party\n"_ba
+                                                         << "https://site.test/"_ba
+                                                         << "https://other.test/"_ba
+                                                         << "document"_ba
+                                                         << "allow";
         QTest::newRow("negated type") << "||site.test^$~image\n"_ba
                                       << "https://site.test/a.png"_ba
                                       << ""_ba

@@ -59,6 +59,9 @@ std::optional<FilterRequest> FilterRequest::make(std::string_view url, std::stri
     request.hostStart_ = span->first;
     request.hostEnd_ = span->second;
     request.type_ = type;
+    // A page is first-party to itself, whichever page it was opened from.
+    if (type == RequestType::Document)
+        source = url;
     if (const auto sourceSpan = hostSpan(source)) {
         request.sourceHost_ =
             std::string(source.substr(sourceSpan->first, sourceSpan->second - sourceSpan->first));

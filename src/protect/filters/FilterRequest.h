@@ -18,7 +18,8 @@ class FilterRequest
 {
 public:
     // Nothing for an address without a scheme and a host. An empty or
-    // unreadable source means the request has no page behind it.
+    // unreadable source means the request has no page behind it; a page's
+    // own address (Document) is its own source.
     static std::optional<FilterRequest> make(std::string_view url, std::string_view source,
                                              RequestType type);
 

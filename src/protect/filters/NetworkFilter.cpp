@@ -169,6 +169,24 @@ std::optional<NetworkFilter> NetworkFilter::parse(std::string_view line)
     }
     if (filter.pattern_.empty())
         filter.segments_.clear();
+    std::string_view host = filter.pattern_;
+    if (host.ends_with('^'))
+        host.remove_suffix(1);
+    const bool wholeHost =
+        filter.hostAnchor_ && !host.empty() &&
+        host.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789-.") == std::string_view::npos;
+    // A whole host name ends where the host does ("||example.com" is not
+    // "example.community"); one ending in a dot is meant to take any ending.
+    if (wholeHost && host.size() == filter.pattern_.size() && !host.ends_with('.') &&
+        !filter.rightAnchor_) {
+        filter.pattern_ += '^';
+        filter.segments_.back().second += 1;
+    }
+    // A filter that names a whole site and no type keeps its pages from
+    // opening too; one naming a part of an address does not, or a link to
+    // an article under "/ads/" would not open.
+    if (wholeHost && filter.types_ == defaultTypes)
+        filter.types_ |= typeBit(RequestType::Document);
     return filter;
 }
 
