@@ -110,6 +110,12 @@ private slots:
                                                                << ""_ba
                                                                << "script"_ba
                                                                << "allow";
+        QTest::newRow("regular expression, found by its plain text")
+            << "/\\/ads\\/[a-z]+\\.js/$script\n"_ba
+            << "https://a.test/x/ads/Banner.js"_ba
+            << ""_ba
+            << "script"_ba
+            << "block\t/\\/ads\\/[a-z]+\\.js/$script";
         const QByteArray party = "||cdn.example.co.uk^$third-party\n";
         QTest::newRow("first party by registrable domain")
             << party << "https://cdn.example.co.uk/x.js"_ba

@@ -66,6 +66,18 @@ Decision FilterEngine::decide(const FilterRequest& request) const
     return {true, filter};
 }
 
+namespace {
+
+// Tokens nearly every address holds: a filter filed under one would be tried
+// on nearly every request, so any other of its tokens is better.
+constexpr std::string_view everywhere[] = {"http",   "https",  "www", "com",    "net", "org", "js",
+                                           "html",   "php",    "png", "jpg",    "gif", "css", "img",
+                                           "images", "static", "cdn", "assets", "api"};
+
+constexpr uint32_t foldedSize = 1u << 20;
+
+} // namespace
+
 // Each filter goes under the token of its own that the fewest filters hold,
 // so the lists a request looks through stay short.
 void FilterEngine::Index::build(std::vector<NetworkFilter> filters)
@@ -80,6 +92,8 @@ void FilterEngine::Index::build(std::vector<NetworkFilter> filters)
         for (const uint32_t token : tokens[i])
             ++often[token];
     }
+    for (const std::string_view token : everywhere)
+        often[tokenHash(token)] += uint32_t(filters_.size());
     for (size_t i = 0; i < filters_.size(); ++i) {
         if (tokens[i].empty()) {
             untokened_.push_back(uint32_t(i));
@@ -91,11 +105,16 @@ void FilterEngine::Index::build(std::vector<NetworkFilter> filters)
                 best = token;
         byToken_[best].push_back(uint32_t(i));
     }
+    anyFor_.assign(foldedSize, false);
+    for (const auto& [token, filtered] : byToken_)
+        anyFor_[token % foldedSize] = true;
 }
 
 const NetworkFilter* FilterEngine::Index::firstMatch(const FilterRequest& request) const
 {
     for (const uint32_t token : request.tokens()) {
+        if (!anyFor_[token % foldedSize])
+            continue;
         const auto found = byToken_.find(token);
         if (found == byToken_.end())
             continue;

@@ -49,6 +49,9 @@ private:
 
     private:
         std::vector<NetworkFilter> filters_;
+        // One bit per token hash (folded): most of an address's tokens name
+        // no filter, and the bit says so without a lookup.
+        std::vector<bool> anyFor_;
         std::unordered_map<uint32_t, std::vector<uint32_t>> byToken_;
         std::vector<uint32_t> untokened_;
     };

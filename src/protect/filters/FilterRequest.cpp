@@ -45,6 +45,34 @@ std::optional<std::pair<size_t, size_t>> hostSpan(std::string_view url)
     return std::pair{start, hostEnd};
 }
 
+// Hosts that share no more than their last label cannot share a registrable
+// domain, which has two labels at least; only closer ones need the list.
+bool FilterRequest::thirdParty() const
+{
+    if (!thirdParty_) {
+        const std::string_view a = host();
+        const std::string_view b = sourceHost_;
+        size_t common = 0;
+        while (common < a.size() && common < b.size() &&
+               a[a.size() - 1 - common] == b[b.size() - 1 - common])
+            ++common;
+        if (b.empty() || a == b)
+            thirdParty_ = false;
+        else if (a.substr(a.size() - common).find('.', 1) == std::string_view::npos)
+            thirdParty_ = true;
+        else
+            thirdParty_ = registrableDomain(a) != registrableDomain(b);
+    }
+    return *thirdParty_;
+}
+
+const QString& FilterRequest::text() const
+{
+    if (text_.isEmpty())
+        text_ = QString::fromUtf8(url_.data(), qsizetype(url_.size()));
+    return text_;
+}
+
 std::optional<FilterRequest> FilterRequest::make(std::string_view url, std::string_view source,
                                                  RequestType type)
 {
@@ -68,10 +96,9 @@ std::optional<FilterRequest> FilterRequest::make(std::string_view url, std::stri
         std::transform(request.sourceHost_.begin(), request.sourceHost_.end(),
                        request.sourceHost_.begin(),
                        [](char c) { return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c; });
-        request.thirdParty_ =
-            registrableDomain(request.host()) != registrableDomain(request.sourceHost_);
     }
     const std::string_view lower = request.lowerUrl_;
+    request.tokens_.reserve(16);
     for (size_t i = 0; i < lower.size();) {
         if (!isTokenChar(lower[i])) {
             ++i;

@@ -2,6 +2,8 @@
 
 #include "RequestType.h"
 
+#include <QString>
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -33,7 +35,10 @@ public:
     }
     const std::string& sourceHost() const { return sourceHost_; }
     RequestType type() const { return type_; }
-    bool thirdParty() const { return thirdParty_; }
+    // Worked out when a filter first asks: few filters do.
+    bool thirdParty() const;
+    // The address for regular expressions, made when one first asks.
+    const QString& text() const;
     const std::vector<uint32_t>& tokens() const { return tokens_; }
 
 private:
@@ -45,7 +50,8 @@ private:
     size_t hostEnd_ = 0;
     std::string sourceHost_;
     RequestType type_ = RequestType::Other;
-    bool thirdParty_ = false;
+    mutable std::optional<bool> thirdParty_;
+    mutable QString text_;
     std::vector<uint32_t> tokens_;
 };
 

@@ -71,6 +71,56 @@ void splitInto(std::vector<std::string>& list, std::string_view values)
     }
 }
 
+// The stretches of plain text every match of a regular expression holds,
+// split wherever it has a class, a group, a wildcard or a repeat; none at
+// all when it has alternatives.
+std::vector<std::string> regexLiterals(std::string_view source)
+{
+    std::vector<std::string> stretches(1);
+    if (source.find('|') != std::string_view::npos)
+        return {};
+    const auto cut = [&stretches] {
+        if (!stretches.back().empty())
+            stretches.emplace_back();
+    };
+    for (size_t i = 0; i < source.size(); ++i) {
+        char c = source[i];
+        if (c == '[' || c == '(') {
+            const char close = c == '[' ? ']' : ')';
+            int depth = 0;
+            for (; i < source.size(); ++i) {
+                if (source[i] == '\\')
+                    ++i;
+                else if (source[i] == c)
+                    ++depth;
+                else if (source[i] == close && --depth == 0)
+                    break;
+            }
+            cut();
+            continue;
+        }
+        if (c == '\\' && i + 1 < source.size()) {
+            c = source[++i];
+            if (isTokenChar(c)) {
+                cut();
+                continue;
+            }
+        } else if (std::string_view(".^$)?*+{}").find(c) != std::string_view::npos) {
+            cut();
+            continue;
+        }
+        const char next = i + 1 < source.size() ? source[i + 1] : '\0';
+        if (next == '?' || next == '*' || next == '{') {
+            cut();
+            continue;
+        }
+        stretches.back() += lower(c);
+        if (next == '+')
+            cut();
+    }
+    return stretches;
+}
+
 } // namespace
 
 std::string_view trimmed(std::string_view line)
@@ -127,6 +177,7 @@ std::optional<NetworkFilter> NetworkFilter::parse(std::string_view line)
     }
     if (rest.size() > 2 && rest.starts_with('/') && rest.ends_with('/')) {
         filter.regexFilter_ = true;
+        filter.pattern_ = std::string(rest.substr(1, rest.size() - 2));
         filter.regex_.setPattern(QString::fromUtf8(rest.data() + 1, qsizetype(rest.size() - 2)));
         if (!filter.matchCase_)
             filter.regex_.setPatternOptions(QRegularExpression::CaseInsensitiveOption);
@@ -261,8 +312,20 @@ std::string NetworkFilter::cancelledText() const
 std::vector<uint32_t> NetworkFilter::tokens() const
 {
     std::vector<uint32_t> found;
-    if (regexFilter_)
+    if (regexFilter_) {
+        // Only runs with plain text on both sides: the address's token could
+        // go on past a cut.
+        for (const std::string& stretch : regexLiterals(pattern_))
+            for (size_t i = 0; i < stretch.size();) {
+                size_t end = i;
+                while (end < stretch.size() && isTokenChar(stretch[end]))
+                    ++end;
+                if (end > i && i > 0 && end < stretch.size())
+                    found.push_back(tokenHash(std::string_view(stretch).substr(i, end - i)));
+                i = std::max(end, i + 1);
+            }
         return found;
+    }
     const std::string_view pattern = pattern_;
     for (size_t i = 0; i < pattern.size();) {
         if (!isTokenChar(pattern[i])) {
@@ -282,20 +345,16 @@ std::vector<uint32_t> NetworkFilter::tokens() const
     return found;
 }
 
+// The party last: it is the one question that may need the suffix list.
 bool NetworkFilter::matches(const FilterRequest& request) const
-{
-    return matchesOptions(request) && matchesAddress(request);
-}
-
-bool NetworkFilter::matchesOptions(const FilterRequest& request) const
 {
     if (!(types_ & typeBit(request.type())))
         return false;
-    if (party_ != Party::Any && (party_ == Party::Third) != request.thirdParty())
+    if ((!includeDomains_.empty() || !excludeDomains_.empty()) &&
+        !matchesDomain(request.sourceHost()))
         return false;
-    if (includeDomains_.empty() && excludeDomains_.empty())
-        return true;
-    return matchesDomain(request.sourceHost());
+    return matchesAddress(request) &&
+           (party_ == Party::Any || (party_ == Party::Third) == request.thirdParty());
 }
 
 // The most particular of the page's host and its parents that the option
@@ -303,10 +362,9 @@ bool NetworkFilter::matchesOptions(const FilterRequest& request) const
 bool NetworkFilter::matchesDomain(std::string_view host) const
 {
     while (!host.empty()) {
-        const std::string key(host);
-        if (std::binary_search(excludeDomains_.begin(), excludeDomains_.end(), key))
+        if (std::binary_search(excludeDomains_.begin(), excludeDomains_.end(), host, std::less<>()))
             return false;
-        if (std::binary_search(includeDomains_.begin(), includeDomains_.end(), key))
+        if (std::binary_search(includeDomains_.begin(), includeDomains_.end(), host, std::less<>()))
             return true;
         const size_t dot = host.find('.');
         host = dot == std::string_view::npos ? std::string_view() : host.substr(dot + 1);
@@ -323,7 +381,7 @@ bool NetworkFilter::matchesAddress(const FilterRequest& request) const
 {
     const std::string_view url = matchCase_ ? request.url() : request.lowerUrl();
     if (regexFilter_)
-        return regex_.match(QString::fromUtf8(url.data(), qsizetype(url.size()))).hasMatch();
+        return regex_.match(request.text()).hasMatch();
     if (leftAnchor_)
         return matchesFrom(url, 0, true);
     if (!hostAnchor_)

@@ -41,7 +41,6 @@ public:
     std::vector<uint32_t> tokens() const;
 
 private:
-    bool matchesOptions(const FilterRequest& request) const;
     bool matchesAddress(const FilterRequest& request) const;
     std::string_view segment(size_t index) const;
     bool matchesFrom(std::string_view url, size_t start, bool anchored) const;

@@ -2,6 +2,7 @@
 
 #include <libpsl.h>
 #include <string>
+#include <unordered_map>
 
 namespace filters {
 
@@ -17,17 +18,31 @@ const psl_ctx_t* suffixes()
     return list;
 }
 
+// Where the registrable part starts in a host name. The list's lookup costs
+// thousands of instructions, and a page asks about the same few hosts again
+// and again, so answers are kept (a few thousand, per thread).
+size_t registrableStart(const std::string& host)
+{
+    thread_local std::unordered_map<std::string, size_t> known;
+    if (const auto found = known.find(host); found != known.end())
+        return found->second;
+    const char* found = suffixes() ? psl_registrable_domain(suffixes(), host.c_str()) : nullptr;
+    const size_t start = found ? size_t(found - host.c_str()) : 0;
+    if (known.size() >= 4096)
+        known.clear();
+    known.emplace(host, start);
+    return start;
+}
+
 } // namespace
 
 std::string_view registrableDomain(std::string_view host)
 {
-    if (host.empty() || !suffixes())
+    if (host.empty())
         return host;
-    const std::string terminated(host);
-    const char* found = psl_registrable_domain(suffixes(), terminated.c_str());
-    if (!found)
-        return host;
-    return host.substr(size_t(found - terminated.c_str()));
+    thread_local std::string terminated;
+    terminated.assign(host);
+    return host.substr(registrableStart(terminated));
 }
 
 } // namespace filters
