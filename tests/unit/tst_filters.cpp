@@ -1,5 +1,6 @@
 // The filter lists' engine: what it decides for requests against small
 // lists, how it counts what it skips, and the command-line check around it.
+#include "protect/filters/FilterCache.h"
 #include "protect/filters/FilterEngine.h"
 #include "protect/filters/FilterRequest.h"
 #include "support/TestMain.h"
@@ -203,6 +204,73 @@ private slots:
         QCOMPARE(engine.counts().network, 1);
         QCOMPARE(engine.counts().cosmetic, 3);
         QCOMPARE(engine.counts().skipped, 4);
+    }
+
+    void compiledForm()
+    {
+        FilterEngine engine;
+        engine.addList("||ads.test^\n@@||ads.test/ok^\n||ads.test/ok/now$important\n"
+                       "/\\/ad[0-9]+\\//$image\n/track.$domain=a.test|~b.a.test,third-party\n"
+                       "a.test##.ad\n||x.test^$csp=none\n");
+        engine.build();
+        const std::string bytes = engine.compiled();
+        const auto again = FilterEngine::fromCompiled(bytes);
+        QVERIFY(again);
+        QCOMPARE(again->compiled(), bytes);
+        QCOMPARE(again->counts().network, 5);
+        QCOMPARE(again->counts().cosmetic, 1);
+        QCOMPARE(again->counts().skipped, 1);
+        const auto said = [](const FilterEngine& from, const char* url, const char* source) {
+            const Decision decision =
+                from.decide(*FilterRequest::make(url, source, RequestType::Image));
+            return decision.filter ? QString::fromStdString(decision.filter->text()) : QString();
+        };
+        for (const auto& [url, source] : {std::pair{"https://ads.test/x", ""},
+                                          {"https://ads.test/ok/1", ""},
+                                          {"https://ads.test/ok/now", ""},
+                                          {"https://c.test/ad12/x.png", ""},
+                                          {"https://t.test/track.gif", "https://www.a.test/"},
+                                          {"https://t.test/track.gif", "https://b.a.test/"},
+                                          {"https://n.test/", ""}})
+            QCOMPARE(said(*again, url, source), said(engine, url, source));
+        // Cut anywhere, the bytes make no engine.
+        for (size_t cut = 0; cut < bytes.size(); cut += 7)
+            QVERIFY(!FilterEngine::fromCompiled(std::string_view(bytes).substr(0, cut)));
+        QVERIFY(!FilterEngine::fromCompiled(bytes + "x"));
+    }
+
+    void cacheFollowsLists()
+    {
+        QTemporaryDir dir;
+        const QString list = dir.filePath("list.txt");
+        const auto writeList = [&list](const QByteArray& text) {
+            QFile file(list);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(text);
+        };
+        const auto blocks = [](const FilterEngine& engine, const char* url) {
+            return engine.decide(*FilterRequest::make(url, "", RequestType::Script)).block;
+        };
+        writeList("||ads.test^\n");
+        FilterCache cache(dir.filePath("cache/filters.bin"));
+        QVERIFY(blocks(cache.engineFor({list, dir.filePath("missing.txt")}), "https://ads.test/"));
+        QVERIFY(!cache.lastFromCache());
+        QVERIFY(blocks(cache.engineFor({list, dir.filePath("missing.txt")}), "https://ads.test/"));
+        QVERIFY(cache.lastFromCache());
+        // Another list, a changed one, a damaged cache: each built anew.
+        QVERIFY(!blocks(cache.engineFor({list, list}), "https://more.test/"));
+        QVERIFY(!cache.lastFromCache());
+        writeList("||ads.test^\n||more.test^\n");
+        QVERIFY(blocks(cache.engineFor({list, list}), "https://more.test/"));
+        QVERIFY(!cache.lastFromCache());
+        QFile damaged(dir.filePath("cache/filters.bin"));
+        QVERIFY(damaged.open(QIODevice::ReadWrite));
+        damaged.resize(damaged.size() / 2);
+        damaged.close();
+        QVERIFY(blocks(cache.engineFor({list, list}), "https://more.test/"));
+        QVERIFY(!cache.lastFromCache());
+        QVERIFY(blocks(cache.engineFor({list, list}), "https://more.test/"));
+        QVERIFY(cache.lastFromCache());
     }
 
     void commandLine()

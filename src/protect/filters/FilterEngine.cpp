@@ -1,7 +1,9 @@
 #include "FilterEngine.h"
 
+#include "Compiled.h"
 #include "FilterRequest.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 namespace filters {
@@ -50,6 +52,42 @@ void FilterEngine::build()
     important_.build(std::move(important));
     blocking_.build(std::move(blocking));
     exceptions_.build(std::move(exceptions));
+}
+
+namespace {
+
+// Changes whenever the compiled form does.
+constexpr std::string_view compiledMagic = "QUB-FILTERS 1\n";
+
+} // namespace
+
+std::string FilterEngine::compiled() const
+{
+    CompiledWriter out;
+    out.text(compiledMagic);
+    out.number(uint32_t(counts_.network));
+    out.number(uint32_t(counts_.cosmetic));
+    out.number(uint32_t(counts_.skipped));
+    important_.write(out);
+    blocking_.write(out);
+    exceptions_.write(out);
+    return out.bytes();
+}
+
+std::optional<FilterEngine> FilterEngine::fromCompiled(std::string_view bytes)
+{
+    CompiledReader in(bytes);
+    if (in.text() != compiledMagic)
+        return std::nullopt;
+    FilterEngine engine;
+    engine.counts_.network = int(in.number() & 0x7fffffff);
+    engine.counts_.cosmetic = int(in.number() & 0x7fffffff);
+    engine.counts_.skipped = int(in.number() & 0x7fffffff);
+    if (!engine.important_.read(in, Index::Kind::Important) ||
+        !engine.blocking_.read(in, Index::Kind::Blocking) ||
+        !engine.exceptions_.read(in, Index::Kind::Exception) || !in.atEnd())
+        return std::nullopt;
+    return engine;
 }
 
 // An important filter blocks whatever the exceptions say; any other blocks
@@ -105,9 +143,76 @@ void FilterEngine::Index::build(std::vector<NetworkFilter> filters)
                 best = token;
         byToken_[best].push_back(uint32_t(i));
     }
+    fold();
+}
+
+void FilterEngine::Index::fold()
+{
     anyFor_.assign(foldedSize, false);
     for (const auto& [token, filtered] : byToken_)
         anyFor_[token % foldedSize] = true;
+}
+
+void FilterEngine::Index::write(CompiledWriter& out) const
+{
+    out.number(uint32_t(filters_.size()));
+    for (const NetworkFilter& filter : filters_)
+        filter.write(out);
+    // In token order, so the same lists always make the same bytes.
+    std::vector<uint32_t> tokens;
+    tokens.reserve(byToken_.size());
+    for (const auto& entry : byToken_)
+        tokens.push_back(entry.first);
+    std::sort(tokens.begin(), tokens.end());
+    out.number(uint32_t(tokens.size()));
+    for (const uint32_t token : tokens) {
+        const std::vector<uint32_t>& filtered = byToken_.at(token);
+        out.number(token);
+        out.number(uint32_t(filtered.size()));
+        for (const uint32_t i : filtered)
+            out.number(i);
+    }
+    out.number(uint32_t(untokened_.size()));
+    for (const uint32_t i : untokened_)
+        out.number(i);
+}
+
+// Every filter must be of the index's kind and every place must name one,
+// or a damaged file would block what an exception lets through.
+bool FilterEngine::Index::read(CompiledReader& in, Kind kind)
+{
+    filters_.clear();
+    byToken_.clear();
+    untokened_.clear();
+    const uint32_t count = in.count(20);
+    filters_.reserve(count);
+    for (uint32_t i = 0; i < count; ++i) {
+        auto filter = NetworkFilter::read(in);
+        if (!filter || filter->exception() != (kind == Kind::Exception) ||
+            (!filter->exception() && filter->important() != (kind == Kind::Important)))
+            return false;
+        filters_.push_back(std::move(*filter));
+    }
+    const auto places = [&in, count](std::vector<uint32_t>& into) {
+        const uint32_t size = in.count(4);
+        into.reserve(size);
+        for (uint32_t i = 0; i < size; ++i) {
+            const uint32_t place = in.number();
+            if (!in.good() || place >= count)
+                return false;
+            into.push_back(place);
+        }
+        return in.good();
+    };
+    const uint32_t tokens = in.count(8);
+    byToken_.reserve(tokens);
+    for (uint32_t i = 0; i < tokens; ++i)
+        if (!places(byToken_[in.number()]))
+            return false;
+    if (!places(untokened_))
+        return false;
+    fold();
+    return true;
 }
 
 const NetworkFilter* FilterEngine::Index::firstMatch(const FilterRequest& request) const

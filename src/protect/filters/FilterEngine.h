@@ -2,6 +2,7 @@
 
 #include "NetworkFilter.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -9,6 +10,8 @@
 
 namespace filters {
 
+class CompiledReader;
+class CompiledWriter;
 class FilterRequest;
 
 // What the lists say of one request: blocked by a filter, let through by an
@@ -39,15 +42,26 @@ public:
     Decision decide(const FilterRequest& request) const;
     const Counts& counts() const { return counts_; }
 
+    // The built engine as bytes, and back: a start reads this instead of
+    // the lists' text. Nothing from bytes this version did not write whole.
+    std::string compiled() const;
+    static std::optional<FilterEngine> fromCompiled(std::string_view bytes);
+
 private:
     // Filters that share the token the engine picked for each.
     class Index
     {
     public:
+        enum class Kind { Important, Blocking, Exception };
+
         void build(std::vector<NetworkFilter> filters);
         const NetworkFilter* firstMatch(const FilterRequest& request) const;
+        void write(CompiledWriter& out) const;
+        bool read(CompiledReader& in, Kind kind);
 
     private:
+        void fold();
+
         std::vector<NetworkFilter> filters_;
         // One bit per token hash (folded): most of an address's tokens name
         // no filter, and the bit says so without a lookup.

@@ -1,5 +1,6 @@
 #include "NetworkFilter.h"
 
+#include "Compiled.h"
 #include "FilterRequest.h"
 
 #include <algorithm>
@@ -178,12 +179,8 @@ std::optional<NetworkFilter> NetworkFilter::parse(std::string_view line)
     if (rest.size() > 2 && rest.starts_with('/') && rest.ends_with('/')) {
         filter.regexFilter_ = true;
         filter.pattern_ = std::string(rest.substr(1, rest.size() - 2));
-        filter.regex_.setPattern(QString::fromUtf8(rest.data() + 1, qsizetype(rest.size() - 2)));
-        if (!filter.matchCase_)
-            filter.regex_.setPatternOptions(QRegularExpression::CaseInsensitiveOption);
-        if (!filter.regex_.isValid())
+        if (!filter.compileRegex())
             return std::nullopt;
-        filter.regex_.optimize();
         return filter;
     }
     if (rest.starts_with("||")) {
@@ -210,16 +207,6 @@ std::optional<NetworkFilter> NetworkFilter::parse(std::string_view line)
     for (const char c : rest)
         if (c != '*' || filter.pattern_.empty() || filter.pattern_.back() != '*')
             filter.pattern_ += filter.matchCase_ ? c : lower(c);
-    size_t start = 0;
-    while (start <= filter.pattern_.size()) {
-        size_t star = filter.pattern_.find('*', start);
-        if (star == std::string::npos)
-            star = filter.pattern_.size();
-        filter.segments_.emplace_back(uint32_t(start), uint32_t(star - start));
-        start = star + 1;
-    }
-    if (filter.pattern_.empty())
-        filter.segments_.clear();
     std::string_view host = filter.pattern_;
     if (host.ends_with('^'))
         host.remove_suffix(1);
@@ -231,14 +218,105 @@ std::optional<NetworkFilter> NetworkFilter::parse(std::string_view line)
     if (wholeHost && host.size() == filter.pattern_.size() && !host.ends_with('.') &&
         !filter.rightAnchor_) {
         filter.pattern_ += '^';
-        filter.segments_.back().second += 1;
     }
+    filter.split();
     // A filter that names a whole site and no type keeps its pages from
     // opening too; one naming a part of an address does not, or a link to
     // an article under "/ads/" would not open.
     if (wholeHost && filter.types_ == defaultTypes)
         filter.types_ |= typeBit(RequestType::Document);
     return filter;
+}
+
+void NetworkFilter::split()
+{
+    segments_.clear();
+    for (size_t start = 0; start < pattern_.size();) {
+        size_t star = pattern_.find('*', start);
+        if (star == std::string::npos)
+            star = pattern_.size();
+        segments_.emplace_back(uint32_t(start), uint32_t(star - start));
+        start = star + 1;
+    }
+}
+
+namespace {
+
+constexpr uint32_t RegexFlag = 1u << 0;
+constexpr uint32_t ExceptionFlag = 1u << 1;
+constexpr uint32_t ImportantFlag = 1u << 2;
+constexpr uint32_t MatchCaseFlag = 1u << 3;
+constexpr uint32_t HostAnchorFlag = 1u << 4;
+constexpr uint32_t LeftAnchorFlag = 1u << 5;
+constexpr uint32_t RightAnchorFlag = 1u << 6;
+constexpr int partyShift = 8;
+constexpr int typesShift = 16;
+
+} // namespace
+
+void NetworkFilter::write(CompiledWriter& out) const
+{
+    const uint32_t flags = (regexFilter_ ? RegexFlag : 0u) | (exception_ ? ExceptionFlag : 0u) |
+                           (important_ ? ImportantFlag : 0u) | (matchCase_ ? MatchCaseFlag : 0u) |
+                           (hostAnchor_ ? HostAnchorFlag : 0u) |
+                           (leftAnchor_ ? LeftAnchorFlag : 0u) |
+                           (rightAnchor_ ? RightAnchorFlag : 0u) |
+                           (uint32_t(party_) << partyShift) | (uint32_t(types_) << typesShift);
+    out.number(flags);
+    out.text(text_);
+    out.text(pattern_);
+    for (const auto* domains : {&includeDomains_, &excludeDomains_}) {
+        out.number(uint32_t(domains->size()));
+        for (const std::string& domain : *domains)
+            out.text(domain);
+    }
+}
+
+std::optional<NetworkFilter> NetworkFilter::read(CompiledReader& in)
+{
+    NetworkFilter filter;
+    const uint32_t flags = in.number();
+    filter.text_ = in.text();
+    filter.pattern_ = in.text();
+    for (auto* domains : {&filter.includeDomains_, &filter.excludeDomains_}) {
+        const uint32_t count = in.count(4);
+        domains->reserve(count);
+        for (uint32_t i = 0; i < count && in.good(); ++i)
+            domains->push_back(in.text());
+        if (!std::is_sorted(domains->begin(), domains->end()))
+            return std::nullopt;
+    }
+    const uint32_t party = (flags >> partyShift) & 0xff;
+    filter.types_ = TypeMask(flags >> typesShift);
+    if (!in.good() || party > uint32_t(Party::Third) || filter.types_ == 0 ||
+        (filter.types_ & ~allTypes))
+        return std::nullopt;
+    filter.party_ = Party(party);
+    filter.regexFilter_ = flags & RegexFlag;
+    filter.exception_ = flags & ExceptionFlag;
+    filter.important_ = flags & ImportantFlag;
+    filter.matchCase_ = flags & MatchCaseFlag;
+    filter.hostAnchor_ = flags & HostAnchorFlag;
+    filter.leftAnchor_ = flags & LeftAnchorFlag;
+    filter.rightAnchor_ = flags & RightAnchorFlag;
+    if (filter.regexFilter_) {
+        if (!filter.compileRegex())
+            return std::nullopt;
+    } else {
+        filter.split();
+    }
+    return filter;
+}
+
+bool NetworkFilter::compileRegex()
+{
+    regex_.setPattern(QString::fromUtf8(pattern_.data(), qsizetype(pattern_.size())));
+    if (!matchCase_)
+        regex_.setPatternOptions(QRegularExpression::CaseInsensitiveOption);
+    if (!regex_.isValid())
+        return false;
+    regex_.optimize();
+    return true;
 }
 
 bool NetworkFilter::parseOptions(std::string_view options)

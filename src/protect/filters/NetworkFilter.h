@@ -12,6 +12,8 @@
 
 namespace filters {
 
+class CompiledReader;
+class CompiledWriter;
 class FilterRequest;
 
 // One line of a filter list that says which requests to block, or (an
@@ -27,6 +29,9 @@ public:
     // this engine does not know (an option it would otherwise ignore and so
     // block too much).
     static std::optional<NetworkFilter> parse(std::string_view line);
+    // The compiled form; nothing from bytes that do not make a filter.
+    void write(CompiledWriter& out) const;
+    static std::optional<NetworkFilter> read(CompiledReader& in);
 
     bool matches(const FilterRequest& request) const;
 
@@ -46,6 +51,8 @@ private:
     bool matchesFrom(std::string_view url, size_t start, bool anchored) const;
     bool matchesDomain(std::string_view host) const;
     bool parseOptions(std::string_view options);
+    void split();
+    bool compileRegex();
 
     std::string text_;
     std::string pattern_;
