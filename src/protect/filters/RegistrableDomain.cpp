@@ -34,11 +34,19 @@ size_t registrableStart(const std::string& host)
     return start;
 }
 
+// An address (IPv4, or IPv6 in brackets) has no owner's part: the list
+// would take "1.1" of "10.0.1.1" for one.
+bool isAddress(std::string_view host)
+{
+    return host.starts_with('[') ||
+           host.find_first_not_of("0123456789.") == std::string_view::npos;
+}
+
 } // namespace
 
 std::string_view registrableDomain(std::string_view host)
 {
-    if (host.empty())
+    if (host.empty() || isAddress(host))
         return host;
     thread_local std::string terminated;
     terminated.assign(host);
