@@ -128,9 +128,11 @@ private slots:
             << "https://other.co.uk/"_ba
             << "script"_ba
             << "block\t||cdn.example.co.uk^$third-party";
-        QTest::newRow("addresses are compared whole")
-            << "||10.0.1.1^$third-party\n"_ba << "http://10.0.1.1/x"_ba << "http://192.168.1.1/"_ba
-            << "image"_ba << "block\t||10.0.1.1^$third-party";
+        QTest::newRow("addresses are compared whole") << "||10.0.1.1^$third-party\n"_ba
+                                                      << "http://10.0.1.1/x"_ba
+                                                      << "http://192.168.1.1/"_ba
+                                                      << "image"_ba
+                                                      << "block\t||10.0.1.1^$third-party";
         const QByteArray domains = "/track.$domain=news.test|~sub.news.test\n";
         QTest::newRow("domain, a subdomain of a named one")
             << domains << "https://t.test/track.gif"_ba

@@ -38,8 +38,7 @@ size_t registrableStart(const std::string& host)
 // would take "1.1" of "10.0.1.1" for one.
 bool isAddress(std::string_view host)
 {
-    return host.starts_with('[') ||
-           host.find_first_not_of("0123456789.") == std::string_view::npos;
+    return host.starts_with('[') || host.find_first_not_of("0123456789.") == std::string_view::npos;
 }
 
 } // namespace
