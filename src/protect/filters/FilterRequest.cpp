@@ -9,10 +9,8 @@ namespace filters {
 uint32_t tokenHash(std::string_view token)
 {
     uint32_t hash = 2166136261u;
-    for (const char c : token) {
-        const char lower = (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c;
-        hash = (hash ^ uint8_t(lower)) * 16777619u;
-    }
+    for (const char c : token)
+        hash = (hash ^ uint8_t(asciiLower(c))) * 16777619u;
     return hash;
 }
 
@@ -83,7 +81,7 @@ std::optional<FilterRequest> FilterRequest::make(std::string_view url, std::stri
     request.url_ = std::string(url);
     request.lowerUrl_ = request.url_;
     std::transform(request.lowerUrl_.begin(), request.lowerUrl_.end(), request.lowerUrl_.begin(),
-                   [](char c) { return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c; });
+                   asciiLower);
     request.hostStart_ = span->first;
     request.hostEnd_ = span->second;
     request.type_ = type;
@@ -94,22 +92,13 @@ std::optional<FilterRequest> FilterRequest::make(std::string_view url, std::stri
         request.sourceHost_ =
             std::string(source.substr(sourceSpan->first, sourceSpan->second - sourceSpan->first));
         std::transform(request.sourceHost_.begin(), request.sourceHost_.end(),
-                       request.sourceHost_.begin(),
-                       [](char c) { return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c; });
+                       request.sourceHost_.begin(), asciiLower);
     }
     const std::string_view lower = request.lowerUrl_;
     request.tokens_.reserve(16);
-    for (size_t i = 0; i < lower.size();) {
-        if (!isTokenChar(lower[i])) {
-            ++i;
-            continue;
-        }
-        size_t end = i;
-        while (end < lower.size() && isTokenChar(lower[end]))
-            ++end;
-        request.tokens_.push_back(tokenHash(lower.substr(i, end - i)));
-        i = end;
-    }
+    forEachTokenRun(lower, [&](size_t start, size_t end) {
+        request.tokens_.push_back(tokenHash(lower.substr(start, end - start)));
+    });
     std::sort(request.tokens_.begin(), request.tokens_.end());
     request.tokens_.erase(std::unique(request.tokens_.begin(), request.tokens_.end()),
                           request.tokens_.end());

@@ -64,6 +64,27 @@ constexpr bool isTokenChar(char c)
 
 uint32_t tokenHash(std::string_view token);
 
+constexpr char asciiLower(char c)
+{
+    return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c;
+}
+
+// Calls found(start, end) for each run of token characters in text.
+template <typename Found> void forEachTokenRun(std::string_view text, Found found)
+{
+    for (size_t i = 0; i < text.size();) {
+        if (!isTokenChar(text[i])) {
+            ++i;
+            continue;
+        }
+        size_t end = i;
+        while (end < text.size() && isTokenChar(text[end]))
+            ++end;
+        found(i, end);
+        i = end;
+    }
+}
+
 // Where an address's host lies: [start, end) in the text, or nothing when
 // the address has no "scheme://host".
 std::optional<std::pair<size_t, size_t>> hostSpan(std::string_view url);

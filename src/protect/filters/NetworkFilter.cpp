@@ -9,15 +9,10 @@ namespace filters {
 
 namespace {
 
-constexpr char lower(char c)
-{
-    return (c >= 'A' && c <= 'Z') ? char(c - 'A' + 'a') : c;
-}
-
 std::string lowered(std::string_view text)
 {
     std::string out(text);
-    std::transform(out.begin(), out.end(), out.begin(), lower);
+    std::transform(out.begin(), out.end(), out.begin(), asciiLower);
     return out;
 }
 
@@ -115,7 +110,7 @@ std::vector<std::string> regexLiterals(std::string_view source)
             cut();
             continue;
         }
-        stretches.back() += lower(c);
+        stretches.back() += asciiLower(c);
         if (next == '+')
             cut();
     }
@@ -206,7 +201,7 @@ std::optional<NetworkFilter> NetworkFilter::parse(std::string_view line)
         rest.remove_suffix(1);
     for (const char c : rest)
         if (c != '*' || filter.pattern_.empty() || filter.pattern_.back() != '*')
-            filter.pattern_ += filter.matchCase_ ? c : lower(c);
+            filter.pattern_ += filter.matchCase_ ? c : asciiLower(c);
     std::string_view host = filter.pattern_;
     if (host.ends_with('^'))
         host.remove_suffix(1);
@@ -394,32 +389,22 @@ std::vector<uint32_t> NetworkFilter::tokens() const
         // Only runs with plain text on both sides: the address's token could
         // go on past a cut.
         for (const std::string& stretch : regexLiterals(pattern_))
-            for (size_t i = 0; i < stretch.size();) {
-                size_t end = i;
-                while (end < stretch.size() && isTokenChar(stretch[end]))
-                    ++end;
-                if (end > i && i > 0 && end < stretch.size())
-                    found.push_back(tokenHash(std::string_view(stretch).substr(i, end - i)));
-                i = std::max(end, i + 1);
-            }
+            forEachTokenRun(stretch, [&](size_t start, size_t end) {
+                if (start > 0 && end < stretch.size())
+                    found.push_back(
+                        tokenHash(std::string_view(stretch).substr(start, end - start)));
+            });
         return found;
     }
     const std::string_view pattern = pattern_;
-    for (size_t i = 0; i < pattern.size();) {
-        if (!isTokenChar(pattern[i])) {
-            ++i;
-            continue;
-        }
-        size_t end = i;
-        while (end < pattern.size() && isTokenChar(pattern[end]))
-            ++end;
+    forEachTokenRun(pattern, [&](size_t start, size_t end) {
         // A run the address's token could extend past is no token of it.
-        const bool startsToken = i == 0 ? (hostAnchor_ || leftAnchor_) : pattern[i - 1] != '*';
+        const bool startsToken =
+            start == 0 ? (hostAnchor_ || leftAnchor_) : pattern[start - 1] != '*';
         const bool endsToken = end == pattern.size() ? rightAnchor_ : pattern[end] != '*';
         if (startsToken && endsToken)
-            found.push_back(tokenHash(pattern.substr(i, end - i)));
-        i = end;
-    }
+            found.push_back(tokenHash(pattern.substr(start, end - start)));
+    });
     return found;
 }
 
