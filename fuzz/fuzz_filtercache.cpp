@@ -17,6 +17,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const auto again = filters::FilterEngine::fromCompiled(once);
     if (!again || again->compiled() != once)
         abort();
+    for (const char* host : {"www.a.test", "b.test", ""})
+        engine->hiding().styleFor(host);
     for (const char* url :
          {"https://ads.example.com/banner/ad.js?x=1", "http://a.test/", "https://b.test/x/y?z"})
         for (const char* type : {"script", "image", "document"}) {

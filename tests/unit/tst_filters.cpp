@@ -200,6 +200,43 @@ private slots:
         QCOMPARE(decide(list, url, source, type.constData()), expected);
     }
 
+    // Which rules reach a site's style sheet, and which never reach any:
+    // the sheet is one rule a selector, so a selector that escaped its rule
+    // would hide what the list never named.
+    void elementHiding()
+    {
+        FilterEngine engine;
+        engine.addList("##.banner\n##.gone\na.test##.ad\na.test#@#.banner\n#@#.gone\n"
+                       "~b.test##.promo\nb.test,~x.b.test##.side\n"
+                       "##.x{}\n##a[title=\"x]\n##.a/*\n##div:has-text(ad)\n"
+                       "example.*##.y\n##+js(x)\n##.z\\\n##a)(\n");
+        engine.build();
+        QCOMPARE(engine.counts().cosmetic, 7);
+        QCOMPARE(engine.counts().skipped, 8);
+        const auto selectors = [](const FilterEngine& from, const char* host) {
+            QStringList found;
+            for (const QString& rule : QString::fromStdString(from.hiding().styleFor(host))
+                                           .split(u'\n', Qt::SkipEmptyParts)) {
+                // A rule that does not end as written shows whole and fails.
+                found << (rule.endsWith(u"{display:none!important}"_s) ? rule.section(u'{', 0, 0)
+                                                                       : rule);
+            }
+            found.sort();
+            return found;
+        };
+        const auto check = [&](const FilterEngine& from) {
+            QCOMPARE(selectors(from, "c.test"), (QStringList{u".banner"_s, u".promo"_s}));
+            QCOMPARE(selectors(from, "www.a.test"), (QStringList{u".ad"_s, u".promo"_s}));
+            QCOMPARE(selectors(from, "xa.test"), (QStringList{u".banner"_s, u".promo"_s}));
+            QCOMPARE(selectors(from, "b.test"), (QStringList{u".banner"_s, u".side"_s}));
+            QCOMPARE(selectors(from, "y.x.b.test"), (QStringList{u".banner"_s}));
+        };
+        check(engine);
+        const auto again = FilterEngine::fromCompiled(engine.compiled());
+        QVERIFY(again);
+        check(*again);
+    }
+
     void linesCounted()
     {
         FilterEngine engine;

@@ -18,7 +18,7 @@ void FilterEngine::addList(std::string_view text)
         case LineKind::Comment:
             break;
         case LineKind::Cosmetic:
-            ++counts_.cosmetic;
+            ++(hiding_.add(line) ? counts_.cosmetic : counts_.skipped);
             break;
         case LineKind::Unsupported:
             ++counts_.skipped;
@@ -52,12 +52,13 @@ void FilterEngine::build()
     important_.build(std::move(important));
     blocking_.build(std::move(blocking));
     exceptions_.build(std::move(exceptions));
+    hiding_.build();
 }
 
 namespace {
 
 // Changes whenever the compiled form does.
-constexpr std::string_view compiledMagic = "QUB-FILTERS 1\n";
+constexpr std::string_view compiledMagic = "QUB-FILTERS 2\n";
 
 } // namespace
 
@@ -71,6 +72,7 @@ std::string FilterEngine::compiled() const
     important_.write(out);
     blocking_.write(out);
     exceptions_.write(out);
+    hiding_.write(out);
     return out.bytes();
 }
 
@@ -85,7 +87,8 @@ std::optional<FilterEngine> FilterEngine::fromCompiled(std::string_view bytes)
     engine.counts_.skipped = int(in.number() & 0x7fffffff);
     if (!engine.important_.read(in, Index::Kind::Important) ||
         !engine.blocking_.read(in, Index::Kind::Blocking) ||
-        !engine.exceptions_.read(in, Index::Kind::Exception) || !in.atEnd())
+        !engine.exceptions_.read(in, Index::Kind::Exception) || !engine.hiding_.read(in) ||
+        !in.atEnd())
         return std::nullopt;
     return engine;
 }

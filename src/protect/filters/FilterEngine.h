@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ElementHiding.h"
 #include "NetworkFilter.h"
 
 #include <optional>
@@ -41,6 +42,7 @@ public:
 
     Decision decide(const FilterRequest& request) const;
     const Counts& counts() const { return counts_; }
+    const ElementHiding& hiding() const { return hiding_; }
 
     // The built engine as bytes, and back: a start reads this instead of
     // the lists' text. Nothing from bytes this version did not write whole.
@@ -75,6 +77,7 @@ private:
     Index important_;
     Index blocking_;
     Index exceptions_;
+    ElementHiding hiding_;
 };
 
 } // namespace filters

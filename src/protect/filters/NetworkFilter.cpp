@@ -133,10 +133,11 @@ LineKind lineKind(std::string_view line)
     if (line.empty() || line[0] == '!' || line[0] == '[')
         return LineKind::Comment;
     // An element rule's "#" comes after a list of sites, which holds none of
-    // the characters an address pattern starts with.
+    // the characters an address pattern starts with ("*" only as in
+    // "example.*", a site under any suffix).
     const size_t hash = line.find('#');
     if (hash != std::string_view::npos &&
-        line.substr(0, hash).find_first_of("/*|@\"!^$") == std::string_view::npos) {
+        line.substr(0, hash).find_first_of("/|@\"!^$") == std::string_view::npos) {
         const std::string_view marker = line.substr(hash);
         if (marker.starts_with("##") || marker.starts_with("#@#"))
             return LineKind::Cosmetic;
