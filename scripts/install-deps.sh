@@ -7,15 +7,14 @@ set -euo pipefail
 
 packages=(g++ cmake ninja-build ccache pkg-config libgl-dev libxml2-dev libpsl-dev publicsuffix
           qt6-base-dev libqt6sql6-sqlite qt6-multimedia-dev qt6-webchannel-dev qt6-webengine-dev libqt6webenginecore6-bin qt6-qpa-plugins libqt6svg6
-          adwaita-icon-theme fonts-dejavu-core xdg-utils)
+          adwaita-icon-theme fonts-dejavu-core xdg-utils webext-ublock-origin-chromium)
 if [ "${1:-}" = package ]; then
     packages+=(dpkg-dev debootstrap)
 fi
 if [ "${1:-}" = test ]; then
     packages+=(xvfb xauth openbox x11-utils libgl1-mesa-dri xdotool imagemagick desktop-file-utils appstream python3 openssl "libssl3|libssl3t64" clang libclang-rt-dev clang-tidy clazy)
-    # The filter lists the engine is compared on, and Node.js for the
-    # reference engine it is compared with, where the machine has none.
-    packages+=(webext-ublock-origin-chromium)
+    # Node.js for the reference engine the filter lists are compared with,
+    # where the machine has none.
     [ -n "${QUB_NO_REFERENCE:-}" ] || command -v npm > /dev/null || packages+=(nodejs npm)
 fi
 

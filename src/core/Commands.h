@@ -90,6 +90,8 @@ enum class Command {
     FavouritesPanel,
     BypassProxy,
     ReopenClosed,
+    FilterLists,
+    AllowOnSite,
 };
 
 struct CommandInfo
@@ -177,6 +179,8 @@ inline constexpr std::array commandTable = {
     CommandInfo{FavouritesPanel, "b_showfav", Nothing},
     CommandInfo{BypassProxy, "b_addtononproxy", TargetTab},
     CommandInfo{ReopenClosed, "b_reopenclosed", Nothing},
+    CommandInfo{FilterLists, "b_filterlists", Nothing},
+    CommandInfo{AllowOnSite, "b_allowsite", CurrentTab},
 };
 
 inline constexpr int commandCount = int(commandTable.size());

@@ -25,6 +25,7 @@
     BAND(textMenu, "sub_Text")                                                                     \
     BAND(languageMenu, "sub_Language")                                                             \
     BAND(blockedMenu, "sub_Blocked")                                                               \
+    BAND(contentBlockMenu, "sub_ContentBlock")                                                     \
     BAND(translateMenu, "sub_Trans")                                                               \
     BAND(tabMenu, "tab_Menu")                                                                      \
     BAND(favouritesPage, "cbnd_Fav")                                                               \
@@ -39,6 +40,7 @@
     TOOL(progressTool, "ctl_progress", statusBar)                                                  \
     TOOL(securityTool, "b_security", statusBar)                                                    \
     TOOL(blockedCountTool, "b_blocked", statusBar)                                                 \
+    TOOL(filteredCountTool, "b_filtered", statusBar)                                               \
     TOOL(favouritesTree, "tvwFav", favouritesPage)                                                 \
     TOOL(historyTree, "tvwHistory", historyPage)                                                   \
     TOOL(newTab, cmd::keyOf(cmd::Command::NewTab), fileMenu)                                       \
@@ -59,7 +61,8 @@
     TOOL(companionBar, cmd::keyOf(cmd::Command::CompanionBar), toolsMenu)                          \
     TOOL(silent, cmd::keyOf(cmd::Command::Silent), toolsMenu)                                      \
     TOOL(stopPopups, cmd::keyOf(cmd::Command::StopPopups), toolsMenu)                              \
-    TOOL(killPopups, cmd::keyOf(cmd::Command::KillPopups), toolsMenu)
+    TOOL(killPopups, cmd::keyOf(cmd::Command::KillPopups), toolsMenu)                              \
+    TOOL(allowOnSite, cmd::keyOf(cmd::Command::AllowOnSite), contentBlockMenu)
 
 namespace key {
 

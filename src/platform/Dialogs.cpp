@@ -7,7 +7,9 @@
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
+#include <QVBoxLayout>
 
 namespace platform {
 
@@ -113,6 +115,31 @@ int QtDialogs::chooseItem(const QString& prompt, const QStringList& items)
     const QString item = QInputDialog::getItem(parent_, QStringLiteral("QUB-BROWSER"), prompt,
                                                items, 0, false, &chosen);
     return chosen ? int(items.indexOf(item)) : -1;
+}
+
+bool QtDialogs::chooseSome(const QString& title, const QStringList& items, QList<bool>& chosen)
+{
+    QDialog dialog(parent_);
+    dialog.setWindowTitle(title);
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* list = new QListWidget(&dialog);
+    for (int i = 0; i < items.size(); ++i) {
+        auto* item = new QListWidgetItem(items[i], list);
+        item->setFlags(Qt::ItemIsEnabled | Qt::ItemIsUserCheckable);
+        item->setCheckState(chosen.value(i) ? Qt::Checked : Qt::Unchecked);
+    }
+    list->setMinimumWidth(list->sizeHintForColumn(0) + 40);
+    layout->addWidget(list);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+    layout->addWidget(buttons);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    chosen.clear();
+    for (int i = 0; i < list->count(); ++i)
+        chosen << (list->item(i)->checkState() == Qt::Checked);
+    return true;
 }
 
 QString qtFileFilter(const QString& filter)

@@ -1,5 +1,6 @@
 #include "PopupBlocker.h"
 #include "BlockedList.h"
+#include "ContentFilters.h"
 #include "KillList.h"
 #include "commandbar/CommandBar.h"
 #include "commandbar/Tool.h"
@@ -30,9 +31,9 @@ bool samePoint(QPoint a, QPoint b)
 PopupBlocker::PopupBlocker(const MainState& state, const commandbar::CommandBar& bar, Tabs& tabs,
                            const EveryTabSignals& every, const platform::ClickHook& hook,
                            const platform::Clock& clock, platform::Shell& shell,
-                           BlockedList& blocked, const KillList& killList)
-    : state_(state), bar_(bar), tabs_(tabs), hook_(hook), clock_(clock), shell_(shell),
-      blocked_(blocked), killList_(killList)
+                           BlockedList& blocked, const KillList& killList, ContentFilters& filters)
+    : state_(state), bar_(bar), tabs_(tabs), hook_(hook), filters_(filters), clock_(clock),
+      shell_(shell), blocked_(blocked), killList_(killList)
 {
     QObject::connect(&every, &EveryTabSignals::pageMouseDown, &context_,
                      [this](platform::BrowserView* view, const platform::PageClick& click) {
@@ -96,6 +97,14 @@ PopupFacts PopupBlocker::factsFor(const platform::BrowserView& opener) const
 PopupBlocker::Verdict PopupBlocker::decide(platform::BrowserView& opener,
                                            const platform::NewWindowRequest& request)
 {
+    // A popup the lists name is dropped even on a click: such windows come
+    // with the page's own clicks.
+    if (const QUrl url = request.url();
+        url.isValid() && !url.isEmpty() && filters_.blocksWindow(url, QUrl(opener.locationUrl()))) {
+        sound();
+        record(url.toString());
+        return Verdict::Refuse;
+    }
     PopupFacts facts = factsFor(opener);
     facts.chosenFromPageMenu = request.chosenFromPageMenu();
     facts.userActivated = request.userInitiated();

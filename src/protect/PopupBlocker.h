@@ -8,7 +8,8 @@
 // agent's records of each tab; whether a button really went down, from the
 // click hook. While "Kill Popups by Address" is on, a page of a listed site,
 // or one a page went to by itself with no click or key press of the user, is
-// stopped, listed, and its tab closed as if the page closed itself.
+// stopped, listed, and its tab closed as if the page closed itself. A window
+// whose address a filter list names as a popup is listed and never made.
 #include "PopupVerdict.h"
 #include "platform/browser/PageClick.h"
 #include "platform/browser/ViewPolicies.h"
@@ -16,6 +17,7 @@
 #include <QObject>
 
 class BlockedList;
+class ContentFilters;
 class KillList;
 class EveryTabSignals;
 class Tabs;
@@ -42,7 +44,7 @@ public:
     PopupBlocker(const MainState& state, const commandbar::CommandBar& bar, Tabs& tabs,
                  const EveryTabSignals& every, const platform::ClickHook& hook,
                  const platform::Clock& clock, platform::Shell& shell, BlockedList& blocked,
-                 const KillList& killList);
+                 const KillList& killList, ContentFilters& filters);
 
     Verdict decide(platform::BrowserView& opener,
                    const platform::NewWindowRequest& request) override;
@@ -76,6 +78,7 @@ private:
     const commandbar::CommandBar& bar_;
     Tabs& tabs_;
     const platform::ClickHook& hook_;
+    ContentFilters& filters_;
     const platform::Clock& clock_;
     platform::Shell& shell_;
     BlockedList& blocked_;

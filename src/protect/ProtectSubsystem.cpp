@@ -16,9 +16,11 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, commandbar::CommandBa
                                    TabStrip& tabs, const EveryTabSignals& every,
                                    ActiveTabPresenter& events, platform::BrowserViewFactory& views,
                                    const platform::ClickHook& hook, const platform::Clock& clock,
-                                   platform::Shell& shell, CommandDispatcher& commands)
+                                   platform::Shell& shell, platform::Dialogs& dialogs,
+                                   CommandDispatcher& commands)
     : blocked_(bar, tabs, commands), killList_(state.folder),
-      blocker_(state, bar, tabs, every, hook, clock, shell, blocked_, killList_),
+      filters_(state, bar, tabs, every, views, dialogs, commands),
+      blocker_(state, bar, tabs, every, hook, clock, shell, blocked_, killList_, filters_),
       blockerAsked_(views, blocker_), content_(state, bar, tabs, every, events, commands),
       security_(state, bar, tabs, every)
 {
@@ -47,5 +49,6 @@ void ProtectSubsystem::relabel(const std::function<void()>& recaption)
     const int blocked = blocked_.count();
     recaption();
     blocked_.setCount(blocked);
+    filters_.showCurrent();
     security_.showCurrent();
 }

@@ -2,10 +2,11 @@
 // Page protection: the popup blocker as the policy of every view and every
 // new window, the list of what it blocked and of closed pages, the sites whose
 // pages it kills ("Add Page to Block List" lists the tab's site), the pictures
-// and Flash it takes out of pages, the security indicator, and the switches of
-// the Tools menu.
+// and Flash it takes out of pages, the ads and trackers the filter lists
+// keep out, the security indicator, and the switches of the Tools menu.
 #include "BlockedList.h"
 #include "ContentBlocker.h"
+#include "ContentFilters.h"
 #include "KillList.h"
 #include "PopupBlocker.h"
 #include "SecurityIndicator.h"
@@ -14,6 +15,7 @@
 
 namespace platform {
 class BrowserViewFactory;
+class Dialogs;
 class Shell;
 } // namespace platform
 
@@ -24,7 +26,7 @@ public:
                      const EveryTabSignals& every, ActiveTabPresenter& events,
                      platform::BrowserViewFactory& views, const platform::ClickHook& hook,
                      const platform::Clock& clock, platform::Shell& shell,
-                     CommandDispatcher& commands);
+                     platform::Dialogs& dialogs, CommandDispatcher& commands);
 
     // Runs recaption (a new language) and keeps what the status tools show:
     // the blocked count and the current page's security in the new labels.
@@ -33,6 +35,7 @@ public:
 private:
     BlockedList blocked_;
     KillList killList_;
+    ContentFilters filters_;
     PopupBlocker blocker_;
     platform::ScopedNavigationPolicy blockerAsked_;
     ContentBlocker content_;

@@ -117,6 +117,7 @@ public:
     {
         std::erase(navigations, &policy);
     }
+    void setContentPolicy(platform::ContentPolicy* policy) override { content = policy; }
     // As the engine asks: every policy, all must allow.
     bool allows(platform::BrowserView& view, const platform::NavigationRequest& request) const
     {
@@ -130,6 +131,7 @@ public:
     proxy::ForwardingProxy& forwardingProxy() override { return proxy; }
     std::vector<FakeBrowserView*> created;
     std::vector<platform::NavigationPolicy*> navigations;
+    platform::ContentPolicy* content = nullptr;
     QString home;
     FakeConnection connectionState;
     FakePrivateData privacy;
@@ -232,6 +234,17 @@ public:
                      (folder.isEmpty() ? QString() : " in " + folder);
         return openPaths.empty() ? QString() : takeFront(openPaths);
     }
+    // Flips the items named in flips, one list a call; cancels with none left.
+    bool chooseSome(const QString& title, const QStringList& items, QList<bool>& chosen) override
+    {
+        asked << title;
+        offered = items;
+        if (flips.empty())
+            return false;
+        for (const int i : takeFront(flips))
+            chosen[i] = !chosen[i];
+        return true;
+    }
     int chooseItem(const QString& prompt, const QStringList& items) override
     {
         asked << prompt;
@@ -249,6 +262,7 @@ public:
     std::deque<QString> openPaths;
     std::deque<QString> inputs;
     std::deque<int> choices;
+    std::deque<std::vector<int>> flips;
     QStringList offered;
     Rows details;
     std::deque<std::pair<QString, QString>> logins;

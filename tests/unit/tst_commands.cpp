@@ -29,7 +29,7 @@ private slots:
                 QVERIFY2(bar.collectionTool(command.key), command.key);
         // ...and every button of the skin is a command, but the status
         // band's indicators, which only show state.
-        const QStringList indicators{"b_blocked", "b_security"};
+        const QStringList indicators{"b_blocked", "b_filtered", "b_security"};
         for (const auto& band : bar.bands())
             for (int i = 0; i < band->count(); ++i) {
                 const Tool* tool = band->at(i);

@@ -169,6 +169,23 @@ const std::map<QString, Effect>& effects()
         {"b_showfav",
          {window + checks,
           barChecks + QStringList{"side cbnd_Fav", "sub_View/b_showfav", "tb_Main/b_showfav"}}},
+        {"b_allowsite",
+         {told + on + file("AllowedSites.txt"),
+          barsOn + QStringList{"b_allowsite", "2 refresh", second}}},
+        {"b_filterlists",
+         {asked +
+              [](Window& w) {
+                  QStringList lines;
+                  for (const QString& line : file("FilterListsOff.txt")(w))
+                      lines << w.local(line);
+                  return lines;
+              },
+          {"Filter Lists", "./Filters/mine.txt"},
+          [](Window& w) {
+              QDir().mkpath(w.app.appDir + "Filters");
+              writeFile(w.app.appDir + "Filters/mine.txt", "||ads.test^\n");
+              w.app.dialogs.flips = {{0}};
+          }}},
         {"b_addtononproxy", {[](Window& w) { return w.p->connection.bypass(); }, {"second.test"}}},
 
         // The generated entries, one of each kind.

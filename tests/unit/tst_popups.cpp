@@ -4,6 +4,7 @@
 #include "core/Switches.h"
 #include "platform/ClickHook.h"
 #include "protect/BlockedList.h"
+#include "protect/ContentFilters.h"
 #include "protect/KillList.h"
 #include "protect/PopupBlocker.h"
 #include "protect/PopupVerdict.h"
@@ -189,8 +190,11 @@ private slots:
         BlockedList blocked(f.bar, f.tabs, f.commands);
         platform::ClickHook hook(f.clock);
         RecordingShell shell;
+        ScriptedDialogs dialogs;
+        ContentFilters filters(f.state, f.bar, f.tabs, f.subsystem.every(), f.factory, dialogs,
+                               f.commands);
         PopupBlocker blocker(f.state, f.bar, f.tabs, f.subsystem.every(), hook, f.clock, shell,
-                             blocked, read);
+                             blocked, read, filters);
         platform::NavigationRequest request{QUrl("http://x.ads.test/"),
                                             platform::NavigationRequest::Kind::Other, true};
         QVERIFY(blocker.allows(*f.view(2), request));

@@ -20,6 +20,7 @@ namespace platform {
 
 class BrowserView;
 class NavigationPolicy;
+class ContentPolicy;
 
 // A page asks for a new window. Handled inside the signal's slot: either
 // openIn() a view, or leave it, which refuses the window.
@@ -173,6 +174,9 @@ public:
     // before it goes: the factory may outlive the window that added it.
     virtual void addNavigationPolicy(NavigationPolicy& policy) = 0;
     virtual void removeNavigationPolicy(NavigationPolicy& policy) = 0;
+    // Asked for every request and every new page of every view but the catch
+    // view; null asks nobody. Cleared before the policy goes.
+    virtual void setContentPolicy(ContentPolicy* policy) = 0;
     virtual ConnectionState& connection() = 0;
     virtual PrivateData& privateData() = 0;
     // The program's proxy that every view's requests go through.

@@ -1,6 +1,6 @@
 #pragma once
 // What every view of the window shares on the engine: the persistent profile
-// with its page agent, downloads and offline switch, the page layout of
+// with its page agent, downloads and offline switch, the content policy, the page layout of
 // printing, the home address, the navigation policy, and the dialogs and
 // desktop its pages ask through.
 #include "platform/browser/ViewPolicies.h"
@@ -48,6 +48,8 @@ public:
     // Views gave back memory: the heap's free pages go back to the system a
     // moment after the last of them, once for all.
     void returnFreeMemorySoon() { trim_.start(); }
+    ContentPolicy* contentPolicy() const { return content_; }
+    void setContentPolicy(ContentPolicy* policy) { content_ = policy; }
     void clear(int kinds) override;
 
 private:
@@ -57,6 +59,7 @@ private:
     DownloadManager* downloads_;
     OfflineSwitch* offline_;
     std::vector<NavigationPolicy*> navigationPolicies_;
+    ContentPolicy* content_ = nullptr;
     QString homeAddress_ = QStringLiteral("about:blank");
     QString searchAddress_;
     QPageLayout pageLayout_;

@@ -6,6 +6,7 @@
 #include "PageAgent.h"
 #include "PageMenu.h"
 #include "PageNotice.h"
+#include "PageRequestGate.h"
 #include "WebEnginePage.h"
 #include "platform/Dialogs.h"
 #include "platform/browser/AddressUrl.h"
@@ -15,6 +16,7 @@
 #include <QAuthenticator>
 #include <QStackedLayout>
 #include <QWebEngineFullScreenRequest>
+#include <QWebEngineHistory>
 #include <QWebEngineLoadingInfo>
 #include <QWebEngineNewWindowRequest>
 #include <QWebEngineSettings>
@@ -112,6 +114,8 @@ WebEngineBrowserView::WebEngineBrowserView(int index, EngineProfile& profile)
     // The catch view adopts the windows a page was refused, so that its
     // script gets a window object: one that runs nothing, plays nothing and
     // asks nothing, whatever the opener writes into it.
+    if (index != 0)
+        page_->setUrlRequestInterceptor(new PageRequestGate(profile, *this, page_));
     if (index == 0) {
         page_->settings()->setAttribute(QWebEngineSettings::JavascriptEnabled, false);
         page_->setAudioMuted(true);
@@ -349,7 +353,9 @@ void WebEngineBrowserView::navigate(const QString& address)
     readyState_ = Loading;
     gate_->leave();
     showPage();
-    view_->setUrl(words ? searchUrl(engine_.searchAddress(), address) : urlFromAddress(address));
+    const QUrl url = words ? searchUrl(engine_.searchAddress(), address) : urlFromAddress(address);
+    page_->prepareFor(url);
+    view_->setUrl(url);
 }
 
 void WebEngineBrowserView::navigateWhenShown(const QString& address, const QString& title)
@@ -370,18 +376,23 @@ void WebEngineBrowserView::refresh()
         return waiting_->loadNow();
     gate_->leave();
     showPage();
+    page_->prepareFor(page_->url());
     page_->triggerAction(QWebEnginePage::Reload);
 }
 
 void WebEngineBrowserView::goBack()
 {
     gate_->leave();
+    if (page_->history()->canGoBack())
+        page_->prepareFor(page_->history()->backItem().url());
     page_->triggerAction(QWebEnginePage::Back);
 }
 
 void WebEngineBrowserView::goForward()
 {
     gate_->leave();
+    if (page_->history()->canGoForward())
+        page_->prepareFor(page_->history()->forwardItem().url());
     page_->triggerAction(QWebEnginePage::Forward);
 }
 

@@ -1,6 +1,7 @@
 #include "WebEnginePage.h"
 #include "EngineProfile.h"
 #include "ExternalSchemes.h"
+#include "HidingStyle.h"
 #include "platform/Dialogs.h"
 
 #include <QWebEngineProfile>
@@ -36,6 +37,7 @@ WebEnginePage::WebEnginePage(EngineProfile& profile, BrowserView& owner, QObject
     : QWebEnginePage(&profile.profile(), parent), engine_(profile), owner_(owner)
 {
     clock_.start();
+    connect(this, &QWebEnginePage::loadFinished, this, [this] { hiding_.mend(); });
 }
 
 template <typename Ask> void WebEnginePage::showDialog(Ask ask)
@@ -90,8 +92,15 @@ bool WebEnginePage::acceptNavigationRequest(const QUrl& url, NavigationType type
     if (allowed && isMainFrame) {
         dialogLimit_.reset();
         navigatingTo_ = url;
+        prepareFor(url);
     }
     return allowed;
+}
+
+void WebEnginePage::prepareFor(const QUrl& url)
+{
+    if (ContentPolicy* policy = engine_.contentPolicy(); policy && owner_.index() != 0)
+        hiding_.set(policy->styleFor(owner_, url));
 }
 
 void WebEnginePage::javaScriptAlert(const QUrl& origin, const QString& message)

@@ -3,6 +3,7 @@
 // waits for the user, keeps a silent view's pages quiet and a page's dialog
 // and sign-in storm short, asks the window's navigation policy before every navigation,
 // and the user before an address another program would open.
+#include "HidingStyle.h"
 #include "platform/browser/ScriptDialogLimit.h"
 
 #include <QElapsedTimer>
@@ -20,6 +21,11 @@ public:
     WebEnginePage(EngineProfile& profile, BrowserView& owner, QObject* parent);
 
     bool silent = false;
+
+    // Makes the page's documents at url hide what the content policy says.
+    // Before the engine is told to go there: it may make the new document's
+    // frame, with the scripts it has then, before asking to navigate.
+    void prepareFor(const QUrl& url);
 
     // Calls ask for a sign-in the site at url wants, only when it is the
     // page's own site (a picture or frame of another site asks nothing) and
@@ -52,6 +58,7 @@ private:
     EngineProfile& engine_;
     BrowserView& owner_;
     ScriptDialogLimit dialogLimit_;
+    HidingStyle hiding_{*this};
     // Where the main frame was last allowed to go, redirects included: the
     // page's own site while it loads.
     QUrl navigatingTo_;

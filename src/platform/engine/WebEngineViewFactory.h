@@ -25,6 +25,7 @@ public:
     {
         engine_.removeNavigationPolicy(policy);
     }
+    void setContentPolicy(ContentPolicy* policy) override { engine_.setContentPolicy(policy); }
     ConnectionState& connection() override { return engine_.connection(); }
     PrivateData& privateData() override { return engine_; }
     proxy::ForwardingProxy& forwardingProxy() override { return proxy_; }

@@ -1,4 +1,4 @@
-#include "KillList.h"
+#include "SiteList.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -10,9 +10,15 @@ QString hostOf(const QString& address)
     return QUrl(address.trimmed(), QUrl::TolerantMode).host().toLower();
 }
 
+// A listed host holds its subdomains.
+bool covers(const QString& listed, const QString& host)
+{
+    return host == listed || host.endsWith(u'.' + listed);
+}
+
 } // namespace
 
-void KillList::load() const
+void SiteList::load() const
 {
     if (loaded_)
         return;
@@ -29,7 +35,7 @@ void KillList::load() const
     }
 }
 
-bool KillList::add(const QString& address)
+bool SiteList::add(const QString& address)
 {
     load();
     const QString host = hostOf(address);
@@ -37,18 +43,41 @@ bool KillList::add(const QString& address)
         return false;
     if (hosts_.contains(host))
         return true;
-    QSaveFile file(fileName());
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
-        return false;
-    file.write((QStringList(addresses_) << address.trimmed()).join(u'\n').toUtf8().append('\n'));
-    if (!file.commit())
+    if (!write(QStringList(addresses_) << address.trimmed()))
         return false;
     addresses_ << address.trimmed();
     hosts_.insert(host);
     return true;
 }
 
-bool KillList::lists(const QUrl& url) const
+bool SiteList::write(const QStringList& addresses)
+{
+    QSaveFile file(fileName());
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
+        return false;
+    file.write(addresses.join(u'\n').toUtf8().append('\n'));
+    return file.commit();
+}
+
+bool SiteList::remove(const QUrl& url)
+{
+    load();
+    QStringList kept;
+    for (const QString& address : std::as_const(addresses_))
+        if (!covers(hostOf(address), url.host().toLower()))
+            kept << address;
+    if (kept.size() == addresses_.size())
+        return true;
+    if (!write(kept))
+        return false;
+    addresses_ = kept;
+    hosts_.clear();
+    for (const QString& address : std::as_const(addresses_))
+        hosts_.insert(hostOf(address));
+    return true;
+}
+
+bool SiteList::lists(const QUrl& url) const
 {
     load();
     QString host = url.host().toLower();

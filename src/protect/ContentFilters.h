@@ -1,0 +1,65 @@
+#pragma once
+// Ad and tracker blocking from the filter lists the user chose: the content
+// policy of every view. A request a list blocks is refused before it is sent
+// and counted on its tab, whose count the status tool "b_filtered" shows for
+// the tab in front; a page gets the lists' element-hiding rules for its site
+// as a style sheet. Nothing is filtered on a site the user allowed ("Allow on
+// This Site"). The lists are read on another thread from the compiled form
+// the last run kept, or from their text; a request that comes before they
+// are read waits for them.
+#include "FilterListChoice.h"
+#include "SiteList.h"
+#include "platform/browser/ViewPolicies.h"
+
+#include <QObject>
+#include <future>
+#include <memory>
+
+class CommandDispatcher;
+class EveryTabSignals;
+class TabStrip;
+struct MainState;
+
+namespace filters {
+class FilterEngine;
+} // namespace filters
+namespace platform {
+class BrowserViewFactory;
+class Dialogs;
+} // namespace platform
+namespace commandbar {
+class CommandBar;
+} // namespace commandbar
+
+class ContentFilters : public platform::ContentPolicy
+{
+public:
+    ContentFilters(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
+                   const EveryTabSignals& every, platform::BrowserViewFactory& views,
+                   platform::Dialogs& dialogs, CommandDispatcher& commands);
+    ~ContentFilters() override;
+
+    bool blocks(platform::BrowserView& view, const platform::PageRequest& request) override;
+    QString styleFor(platform::BrowserView& view, const QUrl& page) override;
+    // A window the page at opener asks for, at an address a "popup" filter names.
+    bool blocksWindow(const QUrl& url, const QUrl& opener);
+    // The tab in front's count and site switch, in the status band and menu.
+    void showCurrent();
+
+private:
+    const filters::FilterEngine* engine();
+    void readLists();
+    bool allowed(const QUrl& page) const;
+    void chooseLists(platform::Dialogs& dialogs);
+
+    const MainState& state_;
+    commandbar::CommandBar& bar_;
+    TabStrip& tabs_;
+    platform::BrowserViewFactory& views_;
+    FilterListChoice lists_;
+    SiteList allowedSites_;
+    std::future<std::shared_ptr<const filters::FilterEngine>> reading_;
+    std::shared_ptr<const filters::FilterEngine> engine_;
+    bool read_ = false;
+    QObject context_;
+};
