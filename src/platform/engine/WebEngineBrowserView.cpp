@@ -148,6 +148,10 @@ void WebEngineBrowserView::renewView()
     QWebEngineView* old = view_;
     makeView();
     delete old;
+    // The old view's drawing buffers belong to the window's graphics and go
+    // back to the system only when the window next draws a frame.
+    if (QWidget* window = container_->window(); window->isVisible())
+        window->update(0, 0, 1, 1);
     if (!noticeShown)
         showPage();
     engine_.returnFreeMemorySoon();
