@@ -40,8 +40,11 @@ MainWindow::MainWindow(const platform::ProgramFolder& folder, platform::Dialogs&
                   commands_, barEvents_),
       translate_(*this, folder, bar_, tabs_.strip(), dialogs, commands_),
       options_(*this, settings_, factory, bar_, commands_, barEvents_),
-      protect_(state_, bar_, tabs_.strip(), tabs_.every(), tabs_.presenter(), factory, clickHook_,
-               clock, shell, dialogs, commands_),
+      protect_(
+          state_, bar_, tabs_.strip(), tabs_.every(), tabs_.presenter(), factory, clickHook_, clock,
+          shell, dialogs,
+          [this](const QString& key, const QString& fallback) { return caption(key, fallback); },
+          commands_),
       languages_(folder, bar_, dialogs, commands_),
       net_(
           *this, state_, bar_, tabs_.strip(), proxies_, dialogs,

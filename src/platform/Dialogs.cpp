@@ -117,11 +117,17 @@ int QtDialogs::chooseItem(const QString& prompt, const QStringList& items)
     return chosen ? int(items.indexOf(item)) : -1;
 }
 
-bool QtDialogs::chooseSome(const QString& title, const QStringList& items, QList<bool>& chosen)
+bool QtDialogs::chooseSome(const QString& title, const QString& prompt, const QStringList& items,
+                           QList<bool>& chosen)
 {
     QDialog dialog(parent_);
     dialog.setWindowTitle(title);
     auto* layout = new QVBoxLayout(&dialog);
+    auto* text = new QLabel(prompt, &dialog);
+    text->setTextFormat(Qt::PlainText);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    text->setWordWrap(true);
+    layout->addWidget(text);
     auto* list = new QListWidget(&dialog);
     for (int i = 0; i < items.size(); ++i) {
         auto* item = new QListWidgetItem(items[i], list);

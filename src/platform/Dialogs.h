@@ -44,9 +44,9 @@ public:
                                  const QString& folder = {}) = 0;
     // One of items, by its index; -1 when cancelled.
     virtual int chooseItem(const QString& prompt, const QStringList& items) = 0;
-    // Any of items: chosen holds one switch an item and the user's choice
-    // after; false, and chosen as it was, when cancelled.
-    virtual bool chooseSome(const QString& title, const QStringList& items,
+    // Any of items, under prompt: chosen holds one switch an item and the
+    // user's choice after; false, and chosen as it was, when cancelled.
+    virtual bool chooseSome(const QString& title, const QString& prompt, const QStringList& items,
                             QList<bool>& chosen) = 0;
     using Rows = QList<std::pair<QString, QString>>;
     // Facts to read, a name and a value per row, until the user closes them.
@@ -68,7 +68,8 @@ public:
     bool editText(const QString& prompt, QString& text, const QString& title = {}) override;
     QString openFileName(const QString& filter, const QString& title = {},
                          const QString& folder = {}) override;
-    bool chooseSome(const QString& title, const QStringList& items, QList<bool>& chosen) override;
+    bool chooseSome(const QString& title, const QString& prompt, const QStringList& items,
+                    QList<bool>& chosen) override;
     int chooseItem(const QString& prompt, const QStringList& items) override;
     void showDetails(const QString& title, const Rows& rows) override;
 

@@ -12,6 +12,8 @@
 #include "tabs/EveryTabSignals.h"
 #include "tabs/TabStrip.h"
 
+#include <QDir>
+
 namespace {
 
 using Kind = platform::PageRequest::Kind;
@@ -63,9 +65,10 @@ struct Filtered
 
 ContentFilters::ContentFilters(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
                                const EveryTabSignals& every, platform::BrowserViewFactory& views,
-                               platform::Dialogs& dialogs, CommandDispatcher& commands)
-    : state_(state), bar_(bar), tabs_(tabs), views_(views), lists_(state.folder),
-      allowedSites_(state.folder, QStringLiteral("AllowedSites.txt"))
+                               platform::Dialogs& dialogs, Captions captions,
+                               CommandDispatcher& commands)
+    : state_(state), bar_(bar), tabs_(tabs), views_(views), captions_(std::move(captions)),
+      lists_(state.folder), allowedSites_(state.folder, QStringLiteral("AllowedSites.txt"))
 {
     views.setContentPolicy(this);
     QObject::connect(&every, &EveryTabSignals::loadStarted, &context_,
@@ -175,7 +178,12 @@ void ContentFilters::chooseLists(platform::Dialogs& dialogs)
         bar_.tool(QLatin1String(key::contentBlockMenu), cmd::keyOf(cmd::Command::FilterLists));
     QString title = tool ? tool->caption() : QString();
     title.remove(u'&').remove(QStringLiteral("..."));
-    if (!dialogs.chooseSome(title, lists, on) || !lists_.choose(lists, on))
+    const QString prompt =
+        captions_(QStringLiteral("flt_Prompt"),
+                  QStringLiteral("Filter lists keep ads and trackers out of pages. Lists of your "
+                                 "own are read from %1."))
+            .arg(QDir::toNativeSeparators(lists_.ownFolder()));
+    if (!dialogs.chooseSome(title, prompt, lists, on) || !lists_.choose(lists, on))
         return;
     if (reading_.valid())
         reading_.wait();

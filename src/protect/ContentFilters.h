@@ -12,6 +12,7 @@
 #include "platform/browser/ViewPolicies.h"
 
 #include <QObject>
+#include <functional>
 #include <future>
 #include <memory>
 
@@ -34,9 +35,12 @@ class CommandBar;
 class ContentFilters : public platform::ContentPolicy
 {
 public:
+    // The language's text for a key, else the fallback.
+    using Captions = std::function<QString(const QString& key, const QString& fallback)>;
+
     ContentFilters(const MainState& state, commandbar::CommandBar& bar, TabStrip& tabs,
                    const EveryTabSignals& every, platform::BrowserViewFactory& views,
-                   platform::Dialogs& dialogs, CommandDispatcher& commands);
+                   platform::Dialogs& dialogs, Captions captions, CommandDispatcher& commands);
     ~ContentFilters() override;
 
     bool blocks(platform::BrowserView& view, const platform::PageRequest& request) override;
@@ -56,6 +60,7 @@ private:
     commandbar::CommandBar& bar_;
     TabStrip& tabs_;
     platform::BrowserViewFactory& views_;
+    Captions captions_;
     FilterListChoice lists_;
     SiteList allowedSites_;
     std::future<std::shared_ptr<const filters::FilterEngine>> reading_;

@@ -8,7 +8,7 @@
 QStringList FilterListChoice::all() const
 {
     QStringList lists;
-    const QDir own(folder_.own(QStringLiteral("Filters")));
+    const QDir own(ownFolder());
     for (const QString& name : own.entryList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name))
         lists << own.filePath(name);
     return lists + platform::systemFilterLists();

@@ -15,6 +15,8 @@ public:
     explicit FilterListChoice(const platform::ProgramFolder& folder) : folder_(folder) {}
     explicit FilterListChoice(platform::ProgramFolder&&) = delete;
 
+    // Where the user's own lists are read from.
+    QString ownFolder() const { return folder_.own(QStringLiteral("Filters")); }
     QStringList all() const;
     QStringList on() const;
     // Each of all() with whether it is on, as all() gave them; false when

@@ -17,9 +17,9 @@ ProtectSubsystem::ProtectSubsystem(const MainState& state, commandbar::CommandBa
                                    ActiveTabPresenter& events, platform::BrowserViewFactory& views,
                                    const platform::ClickHook& hook, const platform::Clock& clock,
                                    platform::Shell& shell, platform::Dialogs& dialogs,
-                                   CommandDispatcher& commands)
+                                   ContentFilters::Captions captions, CommandDispatcher& commands)
     : blocked_(bar, tabs, commands), killList_(state.folder),
-      filters_(state, bar, tabs, every, views, dialogs, commands),
+      filters_(state, bar, tabs, every, views, dialogs, std::move(captions), commands),
       blocker_(state, bar, tabs, every, hook, clock, shell, blocked_, killList_, filters_),
       blockerAsked_(views, blocker_), content_(state, bar, tabs, every, events, commands),
       security_(state, bar, tabs, every)

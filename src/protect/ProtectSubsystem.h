@@ -26,7 +26,8 @@ public:
                      const EveryTabSignals& every, ActiveTabPresenter& events,
                      platform::BrowserViewFactory& views, const platform::ClickHook& hook,
                      const platform::Clock& clock, platform::Shell& shell,
-                     platform::Dialogs& dialogs, CommandDispatcher& commands);
+                     platform::Dialogs& dialogs, ContentFilters::Captions captions,
+                     CommandDispatcher& commands);
 
     // Runs recaption (a new language) and keeps what the status tools show:
     // the blocked count and the current page's security in the new labels.

@@ -235,9 +235,10 @@ public:
         return openPaths.empty() ? QString() : takeFront(openPaths);
     }
     // Flips the items named in flips, one list a call; cancels with none left.
-    bool chooseSome(const QString& title, const QStringList& items, QList<bool>& chosen) override
+    bool chooseSome(const QString& title, const QString& prompt, const QStringList& items,
+                    QList<bool>& chosen) override
     {
-        asked << title;
+        asked << title << prompt;
         offered = items;
         if (flips.empty())
             return false;

@@ -173,14 +173,16 @@ const std::map<QString, Effect>& effects()
          {told + on + file("AllowedSites.txt"),
           barsOn + QStringList{"b_allowsite", "2 refresh", second}}},
         {"b_filterlists",
-         {asked +
-              [](Window& w) {
-                  QStringList lines;
-                  for (const QString& line : file("FilterListsOff.txt")(w))
-                      lines << w.local(line);
-                  return lines;
-              },
-          {"Filter Lists", "./Filters/mine.txt"},
+         {[](Window& w) {
+              QStringList lines;
+              for (const QString& line : asked(w) + file("FilterListsOff.txt")(w))
+                  lines << w.local(line);
+              return lines;
+          },
+          {"Filter Lists",
+           "Filter lists keep ads and trackers out of pages. Lists of your own are read from "
+           "./Filters.",
+           "./Filters/mine.txt"},
           [](Window& w) {
               QDir().mkpath(w.app.appDir + "Filters");
               writeFile(w.app.appDir + "Filters/mine.txt", "||ads.test^\n");

@@ -191,8 +191,9 @@ private slots:
         platform::ClickHook hook(f.clock);
         RecordingShell shell;
         ScriptedDialogs dialogs;
-        ContentFilters filters(f.state, f.bar, f.tabs, f.subsystem.every(), f.factory, dialogs,
-                               f.commands);
+        ContentFilters filters(
+            f.state, f.bar, f.tabs, f.subsystem.every(), f.factory, dialogs,
+            [](const QString&, const QString& fallback) { return fallback; }, f.commands);
         PopupBlocker blocker(f.state, f.bar, f.tabs, f.subsystem.every(), hook, f.clock, shell,
                              blocked, read, filters);
         platform::NavigationRequest request{QUrl("http://x.ads.test/"),

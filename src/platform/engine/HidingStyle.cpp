@@ -11,7 +11,10 @@ namespace platform {
 
 namespace {
 
-const QString scriptName = QStringLiteral("qub-hiding-style");
+QString scriptName()
+{
+    return QStringLiteral("qub-hiding-style");
+}
 
 // The sheet goes in as text of a string (JSON is a JavaScript literal), so
 // nothing in it runs. put() replaces the document's sheet; when the document
@@ -50,12 +53,12 @@ void HidingStyle::set(const QString& style)
     style_ = style;
     ++version_;
     QWebEngineScriptCollection& scripts = page_.scripts();
-    for (const QWebEngineScript& old : scripts.find(scriptName))
+    for (const QWebEngineScript& old : scripts.find(scriptName()))
         scripts.remove(old);
     if (style.isEmpty())
         return;
     QWebEngineScript script;
-    script.setName(scriptName);
+    script.setName(scriptName());
     script.setInjectionPoint(QWebEngineScript::DocumentCreation);
     script.setWorldId(QWebEngineScript::ApplicationWorld);
     script.setRunsOnSubFrames(true);

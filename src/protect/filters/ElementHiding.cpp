@@ -33,7 +33,8 @@ bool keepsToItsRule(std::string_view selector)
         if (c == '\\') {
             ++i;
         } else if (quote) {
-            quote = c == quote ? 0 : quote;
+            if (c == quote)
+                quote = 0;
         } else if (c == '"' || c == '\'') {
             quote = c;
         } else if (c == '(' || c == '[') {
@@ -175,6 +176,7 @@ void ElementHiding::write(CompiledWriter& out) const
     // Sites in order, so the same rules always give the same bytes.
     const auto writeMap = [&out](const auto& map) {
         std::vector<const std::string*> sites;
+        sites.reserve(map.size());
         for (const auto& entry : map)
             sites.push_back(&entry.first);
         std::sort(sites.begin(), sites.end(),
