@@ -204,6 +204,9 @@ def load(program, url, bin_folder, app_folder, work, requests):
     env = dict(os.environ, XDG_DATA_HOME=f"{home}/data", XDG_CACHE_HOME=f"{home}/cache",
                XDG_CONFIG_HOME=f"{home}/config", XDG_RUNTIME_DIR=f"{home}/runtime")
     os.mkdir(f"{home}/runtime", 0o700)
+    # The compiled filter lists, as every start after a user's first has them.
+    if os.environ.get("BENCH_FILTER_CACHE"):
+        shutil.copytree(os.environ["BENCH_FILTER_CACHE"], f"{home}/cache")
     # The engine reads its flags from here alone when this is set.
     env["QTWEBENGINE_CHROMIUM_FLAGS"] = (os.environ.get("QTWEBENGINE_CHROMIUM_FLAGS", "") +
                                          f' --host-resolver-rules="MAP {HOST} 127.0.0.1"'

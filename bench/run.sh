@@ -58,6 +58,22 @@ xvfb_pid=$!
 export DISPLAY=$display
 sleep 1
 
+# Every start after a user's first finds the filter lists' compiled form in
+# its cache folder: one start of the program makes it, and each fresh
+# profile below starts with a copy (bench/network.py reads the folder from
+# BENCH_FILTER_CACHE).
+export BENCH_FILTER_CACHE="$work/filter-cache"
+XDG_DATA_HOME="$work/seed/data" XDG_CACHE_HOME="$BENCH_FILTER_CACHE" \
+    XDG_CONFIG_HOME="$work/seed/config" timeout 120 build/bin/bench_qub "$page" 1 > /dev/null 2>&1
+[ -n "$(find "$BENCH_FILTER_CACHE" -name filters.bin)" ] || {
+    echo "the program made no compiled filter lists" >&2
+    exit 1
+}
+# new_home FOLDER: a fresh profile with the compiled filter lists.
+new_home() {
+    rm -rf "$1" && mkdir -p "$1/cache" && cp -r "$BENCH_FILTER_CACHE/." "$1/cache/"
+}
+
 declare -A cold tabtime mem1 mem10
 for run in $(seq 1 "$runs"); do
     # Either program goes first in turn, so neither alone meets cold caches.
@@ -65,7 +81,7 @@ for run in $(seq 1 "$runs"); do
     [ $((run % 2)) -eq 0 ] && order="qub floor"
     for program in $order; do
         home="$work/home-$program-$run"
-        mkdir -p "$home"
+        new_home "$home"
         start=$(date +%s%3N)
         out=$(XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" \
               XDG_CONFIG_HOME="$home/config" timeout 120 \
@@ -93,7 +109,7 @@ storm_runs=${STORM_RUNS:-3}
 for run in $(seq 1 "$storm_runs"); do
     for program in storm stormfloor; do
         home="$work/storm-$program-$run"
-        mkdir -p "$home"
+        new_home "$home"
         out=$(XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" \
               XDG_CONFIG_HOME="$home/config" timeout 300 \
               "build/bin/bench_$program" "file://$work/storm.html" "$storm" 2> /dev/null)
@@ -117,7 +133,7 @@ closeall=
 close_runs=${CLOSE_RUNS:-3}
 for run in $(seq 1 "$close_runs"); do
     home="$work/close-$run"
-    mkdir -p "$home"
+    new_home "$home"
     out=$(XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" \
           XDG_CONFIG_HOME="$home/config" timeout 600 \
           build/bin/bench_qub "$page" 100 closeall 2> /dev/null)
@@ -166,7 +182,7 @@ run_many() {
     local name=$1 ini=$2 last=$3 program=$4
     shift 4
     local home="$work/many-$name"
-    rm -rf "$home" && mkdir -p "$home"
+    new_home "$home"
     cp -r "$QUB_APPDIR" "$home/app"
     printf '[QUB-BROWSER]\r\n%s' "$ini" > "$home/app/Browser.ini"
     [ "$last" -gt 0 ] && for n in $(seq 1 "$last"); do
@@ -295,6 +311,7 @@ network_table=$(echo "$network" | grep '^|')
 handover=
 handover_runs=${HANDOVER_RUNS:-7}
 home="$work/handover"
+new_home "$home"
 mkdir -p "$home/app" "$home/runtime" && chmod 700 "$home/runtime"
 cp -r "$QUB_APPDIR/." "$home/app/"
 in_handover_home() {

@@ -1,7 +1,8 @@
 // A filter list of any content, and its first line also read as a request's
-// address: no crash or hang; every decision names a filter of the list, an
-// exception exactly when the request is let through; every filter that
-// parses reads back the same from its own text.
+// address and a site: no crash or hang; every decision names a filter of the
+// list, an exception exactly when the request is let through; every filter
+// that parses reads back the same from its own text; every element rule
+// stays a style rule of its own.
 #include "protect/filters/FilterEngine.h"
 #include "protect/filters/FilterRequest.h"
 
@@ -33,6 +34,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
 
     const std::string first(text.substr(0, text.find('\n')));
+    // A sheet's rules stay whole: one rule a line, each its own braces.
+    for (const std::string_view host : {std::string_view(first), std::string_view("example.com")}) {
+        const std::string style = engine.hiding().styleFor(host);
+        size_t lines = 0, opens = 0, closes = 0;
+        for (const char c : style) {
+            lines += c == '\n' ? 1 : 0;
+            opens += c == '{' ? 1 : 0;
+            closes += c == '}' ? 1 : 0;
+        }
+        if (opens != lines || closes != lines || (!style.empty() && style.back() != '\n'))
+            abort();
+    }
     const std::array<std::string, 4> urls{first, "https://ads.example.com/banner/ad.js?x=1",
                                           "http://[::1]:8080/a^b*c|d", "https://u:p@h.test/"};
     for (const std::string& url : urls)

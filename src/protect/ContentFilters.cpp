@@ -78,6 +78,12 @@ ContentFilters::ContentFilters(const MainState& state, commandbar::CommandBar& b
                          if (view->index() == state_.currentTab)
                              showCurrent();
                      });
+    // Once loaded, the tab in front shows its new site's switch.
+    QObject::connect(&every, &EveryTabSignals::documentComplete, &context_,
+                     [this](platform::BrowserView* view) {
+                         if (view->index() == state_.currentTab)
+                             showCurrent();
+                     });
     QObject::connect(&tabs, &TabStrip::changed, &context_, [this](const TabChange& change) {
         if (change.kind == TabChange::Kind::Activated)
             showCurrent();
@@ -88,7 +94,12 @@ ContentFilters::ContentFilters(const MainState& state, commandbar::CommandBar& b
         const QUrl page(c.view->locationUrl());
         if (page.host().isEmpty())
             return;
-        if (allowed(page) ? allowedSites_.remove(page) : allowedSites_.add(page.toString()))
+        // The site alone is kept: a page's path and query are none of the file's business.
+        const QString site =
+            page.adjusted(QUrl::RemoveUserInfo | QUrl::RemovePort | QUrl::RemovePath |
+                          QUrl::RemoveQuery | QUrl::RemoveFragment)
+                .toString();
+        if (allowed(page) ? allowedSites_.remove(page) : allowedSites_.add(site))
             c.view->refresh();
         showCurrent();
     });
@@ -109,10 +120,15 @@ void ContentFilters::readLists()
                           });
 }
 
-const filters::FilterEngine* ContentFilters::engine()
+void ContentFilters::start()
 {
     if (!read_)
         readLists();
+}
+
+const filters::FilterEngine* ContentFilters::engine()
+{
+    start();
     if (reading_.valid())
         engine_ = reading_.get();
     return engine_.get();

@@ -45,6 +45,8 @@ public:
 
     bool blocks(platform::BrowserView& view, const platform::PageRequest& request) override;
     QString styleFor(platform::BrowserView& view, const QUrl& page) override;
+    // Starts reading the lists on another thread, if nothing has yet.
+    void start();
     // A window the page at opener asks for, at an address a "popup" filter names.
     bool blocksWindow(const QUrl& url, const QUrl& opener);
     // The tab in front's count and site switch, in the status band and menu.

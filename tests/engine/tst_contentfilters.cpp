@@ -21,7 +21,7 @@ const QByteArray smallList = "! a list of the user's\n"
                              "/tracker/pixel.gif\n"
                              "||adframe.test^$subdocument\n"
                              "||popup.test^$popup\n"
-                             "##.ad-box\n"
+                             "site.test,other.test##.ad-box\n"
                              "site.test##.promo\n"
                              "other.test#@#.ad-box\n";
 
@@ -117,8 +117,14 @@ private slots:
         QTRY_COMPARE_WITH_TIMEOUT(display(view, ".ad-box"), "block", 20000);
         QCOMPARE(count->caption(), "Filtered:");
         QVERIFY(w.parts().bar.tool(key::contentBlockMenu, "b_allowsite")->checked());
-        QCOMPARE(readFile(app.appDir + "AllowedSites.txt").trimmed(),
-                 at("site.test", "/page.html").toUtf8());
+        QCOMPARE(readFile(app.appDir + "AllowedSites.txt"), "http://site.test\n");
+        app.restart();
+        view = app.startAt(at("www.site.test", "/page.html"), "Page");
+        QVERIFY(view);
+        QTRY_COMPARE_WITH_TIMEOUT(ask(view, "document.body.dataset.ad").toString(), "ran", 20000);
+        // The last pages came back too; the switch is the tab in front's.
+        app.window->parts().tabs.activateTab(1);
+        QVERIFY(app.window->parts().bar.tool(key::contentBlockMenu, "b_allowsite")->checked());
     }
 
     // Addresses a page makes up go through every filter of the real lists,

@@ -171,7 +171,7 @@ const std::map<QString, Effect>& effects()
           barChecks + QStringList{"side cbnd_Fav", "sub_View/b_showfav", "tb_Main/b_showfav"}}},
         {"b_allowsite",
          {told + on + file("AllowedSites.txt"),
-          barsOn + QStringList{"b_allowsite", "2 refresh", second}}},
+          barsOn + QStringList{"b_allowsite", "2 refresh", "http://second.test"}}},
         {"b_filterlists",
          {[](Window& w) {
               QStringList lines;

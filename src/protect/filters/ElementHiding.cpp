@@ -48,11 +48,6 @@ bool keepsToItsRule(std::string_view selector)
     return !quote && open.empty();
 }
 
-bool sameSelector(std::string_view rule, std::string_view selector)
-{
-    return rule.size() == selector.size() + hide.size() && rule.starts_with(selector);
-}
-
 // The host and each domain it belongs to, most particular first.
 std::vector<std::string_view> domainsOf(std::string_view host)
 {
@@ -97,133 +92,129 @@ bool ElementHiding::add(std::string_view line)
                        [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
         (negated ? notSites : sites).push_back(std::move(lower));
     }
-    const std::string text(selector);
+    const std::string text = std::string(selector) + '\n';
     if (exception) {
         if (sites.empty())
             exceptedEverywhere_.push_back(text);
         for (const std::string& site : sites)
-            exceptedOn_[site].push_back(text);
+            exceptedOn_[site] += text;
         return true;
     }
-    if (sites.empty())
-        genericPending_.push_back(text);
     for (const std::string& site : sites)
-        bySite_[site].push_back(text);
+        bySite_[site] += text;
     // "~site" leaves a site out of the rule, as an exception there would.
     for (const std::string& site : notSites)
-        exceptedOn_[site].push_back(text);
+        exceptedOn_[site] += text;
     return true;
 }
 
+namespace {
+
+// Calls found(selector) for each selector of a list ended by line breaks.
+template <typename Found> void forEachSelector(std::string_view list, Found found)
+{
+    for (size_t at = 0, end = 0; at < list.size(); at = end + 1) {
+        end = list.find('\n', at);
+        if (end == std::string_view::npos)
+            end = list.size();
+        found(list.substr(at, end - at));
+    }
+}
+
+std::string without(std::string_view list, const std::vector<std::string_view>& excepted)
+{
+    std::string kept;
+    forEachSelector(list, [&](std::string_view selector) {
+        if (std::find(excepted.begin(), excepted.end(), selector) == excepted.end()) {
+            kept += selector;
+            kept += '\n';
+        }
+    });
+    return kept;
+}
+
+} // namespace
+
+// Exceptions only matter where a site's rule names their selector.
 void ElementHiding::build()
 {
-    const std::unordered_set<std::string> everywhere(exceptedEverywhere_.begin(),
-                                                     exceptedEverywhere_.end());
-    std::unordered_set<std::string> seen;
-    for (const std::string& selector : genericPending_) {
-        if (everywhere.contains(selector) || !seen.insert(selector).second)
-            continue;
-        genericAt_.push_back(uint32_t(generic_.size()));
-        generic_ += selector;
-        generic_ += hide;
+    std::vector<std::string_view> everywhere;
+    for (const std::string& selector : exceptedEverywhere_)
+        everywhere.push_back(std::string_view(selector).substr(0, selector.size() - 1));
+    std::unordered_set<std::string_view> named;
+    for (auto& [site, selectors] : bySite_) {
+        selectors = without(selectors, everywhere);
+        forEachSelector(selectors, [&named](std::string_view selector) { named.insert(selector); });
     }
-    for (auto& [site, selectors] : bySite_)
-        std::erase_if(selectors, [&everywhere](const std::string& selector) {
-            return everywhere.contains(selector);
+    for (auto& [site, selectors] : exceptedOn_) {
+        std::string kept;
+        forEachSelector(selectors, [&](std::string_view selector) {
+            if (named.contains(selector)) {
+                kept += selector;
+                kept += '\n';
+            }
         });
+        selectors = std::move(kept);
+    }
     std::erase_if(bySite_, [](const auto& entry) { return entry.second.empty(); });
-    genericPending_ = {};
+    std::erase_if(exceptedOn_, [](const auto& entry) { return entry.second.empty(); });
     exceptedEverywhere_ = {};
 }
 
 std::string ElementHiding::styleFor(std::string_view host) const
 {
     std::vector<std::string_view> excepted;
-    std::vector<const std::vector<std::string>*> own;
+    std::vector<std::string_view> own;
     for (const std::string_view domain : domainsOf(host)) {
         const std::string key(domain);
         if (const auto found = exceptedOn_.find(key); found != exceptedOn_.end())
-            excepted.insert(excepted.end(), found->second.begin(), found->second.end());
+            forEachSelector(found->second, [&excepted](std::string_view selector) {
+                excepted.push_back(selector);
+            });
         if (const auto found = bySite_.find(key); found != bySite_.end())
-            own.push_back(&found->second);
+            own.push_back(found->second);
     }
-    const auto isExcepted = [&excepted](auto&& matches) {
-        return std::any_of(excepted.begin(), excepted.end(), matches);
-    };
     std::string style;
-    if (excepted.empty()) {
-        style = generic_;
-    } else {
-        for (size_t i = 0; i < genericAt_.size(); ++i) {
-            const size_t end = i + 1 < genericAt_.size() ? genericAt_[i + 1] : generic_.size();
-            const std::string_view rule =
-                std::string_view(generic_).substr(genericAt_[i], end - genericAt_[i]);
-            if (!isExcepted([rule](std::string_view s) { return sameSelector(rule, s); }))
-                style += rule;
-        }
-    }
-    for (const std::vector<std::string>* selectors : own)
-        for (const std::string& selector : *selectors)
-            if (!isExcepted([&selector](std::string_view s) { return s == selector; })) {
-                style += selector;
-                style += hide;
-            }
+    for (const std::string_view selectors : own)
+        forEachSelector(without(selectors, excepted), [&style](std::string_view selector) {
+            style += selector;
+            style += hide;
+        });
     return style;
 }
 
 void ElementHiding::write(CompiledWriter& out) const
 {
     // Sites in order, so the same rules always give the same bytes.
-    const auto writeMap = [&out](const auto& map) {
+    for (const auto* map : {&bySite_, &exceptedOn_}) {
         std::vector<const std::string*> sites;
-        sites.reserve(map.size());
-        for (const auto& entry : map)
+        sites.reserve(map->size());
+        for (const auto& entry : *map)
             sites.push_back(&entry.first);
         std::sort(sites.begin(), sites.end(),
                   [](const std::string* a, const std::string* b) { return *a < *b; });
         out.number(uint32_t(sites.size()));
         for (const std::string* site : sites) {
             out.text(*site);
-            const std::vector<std::string>& selectors = map.at(*site);
-            out.number(uint32_t(selectors.size()));
-            for (const std::string& selector : selectors)
-                out.text(selector);
+            out.text(map->at(*site));
         }
-    };
-    out.text(generic_);
-    out.number(uint32_t(genericAt_.size()));
-    for (const uint32_t at : genericAt_)
-        out.number(at);
-    writeMap(bySite_);
-    writeMap(exceptedOn_);
+    }
 }
 
 bool ElementHiding::read(CompiledReader& in)
 {
-    const auto readMap = [&in](auto& map) {
+    for (auto* map : {&bySite_, &exceptedOn_}) {
         const uint32_t sites = in.count(8);
         for (uint32_t i = 0; i < sites && in.good(); ++i) {
             std::string site = in.text();
-            auto& selectors = map[std::move(site)];
-            const uint32_t count = in.count(4);
-            for (uint32_t j = 0; j < count && in.good(); ++j)
-                selectors.push_back(in.text());
+            std::string selectors = in.text();
+            // Each selector is ended by a line break, and none holds a brace.
+            if (selectors.empty() || selectors.back() != '\n' ||
+                selectors.find_first_of("{}") != std::string::npos)
+                return false;
+            (*map)[std::move(site)] += selectors;
         }
-    };
-    generic_ = in.text();
-    const uint32_t rules = in.count(4);
-    genericAt_.reserve(rules);
-    for (uint32_t i = 0; i < rules && in.good(); ++i) {
-        const uint32_t at = in.number();
-        // Each rule starts after the one before and within the text.
-        if (at >= generic_.size() || (!genericAt_.empty() && at <= genericAt_.back()))
-            return false;
-        genericAt_.push_back(at);
     }
-    if (!genericAt_.empty() && genericAt_.front() != 0)
-        return false;
-    readMap(bySite_);
-    readMap(exceptedOn_);
     return in.good();
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -11,9 +10,10 @@ namespace filters {
 class CompiledReader;
 class CompiledWriter;
 
-// The lists' element-hiding rules ("##" and the exceptions "#@#"): which of a
-// page's elements to hide, for every site or for the sites a rule names, as
-// a style sheet for a page's host.
+// The lists' element-hiding rules for the sites they name ("site##" and the
+// exceptions "site#@#"), as a style sheet for a page's host. Rules for every
+// site are read and counted but not kept: a sheet of their thousands in
+// every document of every page would cost each page more than its ads.
 class ElementHiding
 {
 public:
@@ -31,16 +31,12 @@ public:
     bool read(CompiledReader& in);
 
 private:
-    // Generic rules, each "selector{...}" on a line of its own; genericAt_
-    // holds where each starts.
-    std::string generic_;
-    std::vector<uint32_t> genericAt_;
-    // A site's own selectors, and the selectors it is excepted from, by
-    // domain. A rule for a domain holds for its subdomains.
-    std::unordered_map<std::string, std::vector<std::string>> bySite_;
-    std::unordered_map<std::string, std::vector<std::string>> exceptedOn_;
+    // A site's selectors, and the selectors it is excepted from, by domain,
+    // each selector ended by a line break. A rule for a domain holds for its
+    // subdomains.
+    std::unordered_map<std::string, std::string> bySite_;
+    std::unordered_map<std::string, std::string> exceptedOn_;
     // Kept only while reading.
-    std::vector<std::string> genericPending_;
     std::vector<std::string> exceptedEverywhere_;
 };
 

@@ -58,7 +58,7 @@ void FilterEngine::build()
 namespace {
 
 // Changes whenever the compiled form does.
-constexpr std::string_view compiledMagic = "QUB-FILTERS 2\n";
+constexpr std::string_view compiledMagic = "QUB-FILTERS 3\n";
 
 } // namespace
 
