@@ -59,16 +59,11 @@ export DISPLAY=$display
 sleep 1
 
 # Every start after a user's first finds the filter lists' compiled form in
-# its cache folder: one start of the program makes it, and each fresh
-# profile below starts with a copy (bench/network.py reads the folder from
-# BENCH_FILTER_CACHE).
+# its cache folder: the first start on a page from the network (below) makes
+# it, and each fresh profile after that starts with a copy (bench/network.py
+# reads the folder from BENCH_FILTER_CACHE).
 export BENCH_FILTER_CACHE="$work/filter-cache"
-XDG_DATA_HOME="$work/seed/data" XDG_CACHE_HOME="$BENCH_FILTER_CACHE" \
-    XDG_CONFIG_HOME="$work/seed/config" timeout 120 build/bin/bench_qub "$page" 1 > /dev/null 2>&1
-[ -n "$(find "$BENCH_FILTER_CACHE" -name filters.bin)" ] || {
-    echo "the program made no compiled filter lists" >&2
-    exit 1
-}
+mkdir -p "$BENCH_FILTER_CACHE"
 # new_home FOLDER: a fresh profile with the compiled filter lists.
 new_home() {
     rm -rf "$1" && mkdir -p "$1/cache" && cp -r "$BENCH_FILTER_CACHE/." "$1/cache/"
@@ -193,6 +188,12 @@ run_many() {
         XDG_CONFIG_HOME="$home/config" timeout 600 "build/bin/$program" "$@" 2> /dev/null
 }
 field() { awk -v k="$1" '$1 == k {print $2}'; }
+run_many seed "" 1 bench_manytabs restore > /dev/null
+cp -r "$work/many-seed/cache/." "$BENCH_FILTER_CACHE/"
+[ -n "$(find "$BENCH_FILTER_CACHE" -name filters.bin)" ] || {
+    echo "the program made no compiled filter lists" >&2
+    exit 1
+}
 declare -A many
 many_runs=${MANY_RUNS:-3}
 rest_ini=$'FREEZEAFTER=5\r\nDISCARDAFTER=15\r\n'

@@ -177,12 +177,8 @@ bool MainWindow::start(const QString& commandLineAddress)
         tabs_.backgroundRestore().start();
     tabs_.rest().start(settings_.tabRest());
     clickHook_.start();
-    // Thousands of favourites and the filter lists take a while to read: the
-    // window shows first.
-    afterFirstPaint(*this, [this] {
-        favourites_.start();
-        protect_.start();
-    });
+    // Thousands of favourites take a while to read: the window shows first.
+    afterFirstPaint(*this, [this] { favourites_.start(); });
     // Without a window manager a maximise request is not honoured; the
     // geometry makes the window fill the screen all the same.
     if (const QScreen* display = screen())

@@ -120,18 +120,26 @@ void ContentFilters::readLists()
                           });
 }
 
-void ContentFilters::start()
+void ContentFilters::startReading()
 {
     if (!read_)
         readLists();
 }
 
-const filters::FilterEngine* ContentFilters::engine()
+const filters::FilterEngine& ContentFilters::engine()
 {
-    start();
+    startReading();
     if (reading_.valid())
         engine_ = reading_.get();
-    return engine_.get();
+    return *engine_;
+}
+
+const filters::FilterEngine* ContentFilters::engineIfRead()
+{
+    startReading();
+    if (reading_.valid() && reading_.wait_for(std::chrono::seconds(0)) == std::future_status::ready)
+        engine_ = reading_.get();
+    return reading_.valid() ? nullptr : engine_.get();
 }
 
 bool ContentFilters::allowed(const QUrl& page) const
@@ -146,7 +154,7 @@ bool ContentFilters::blocks(platform::BrowserView& view, const platform::PageReq
         return false;
     const auto filterRequest =
         filters::FilterRequest::make(encoded(request.url), encoded(page), typeOf(request.kind));
-    if (!filterRequest || !engine()->decide(*filterRequest).block)
+    if (!filterRequest || !engine().decide(*filterRequest).block)
         return false;
     if (Tab* tab = tabs_.tab(view.index())) {
         ++tab->data<Filtered>().count;
@@ -160,7 +168,9 @@ QString ContentFilters::styleFor(platform::BrowserView&, const QUrl& page)
 {
     if (allowed(page) || page.host().isEmpty())
         return {};
-    return QString::fromStdString(engine()->hiding().styleFor(page.host().toStdString()));
+    const filters::FilterEngine* read = engineIfRead();
+    return read ? QString::fromStdString(read->hiding().styleFor(page.host().toStdString()))
+                : QString();
 }
 
 bool ContentFilters::blocksWindow(const QUrl& url, const QUrl& opener)
@@ -169,7 +179,8 @@ bool ContentFilters::blocksWindow(const QUrl& url, const QUrl& opener)
         return false;
     const auto request =
         filters::FilterRequest::make(encoded(url), encoded(opener), filters::RequestType::Popup);
-    return request && engine()->decide(*request).block;
+    const filters::FilterEngine* read = engineIfRead();
+    return request && read && read->decide(*request).block;
 }
 
 void ContentFilters::showCurrent()

@@ -4,9 +4,11 @@
 // and counted on its tab, whose count the status tool "b_filtered" shows for
 // the tab in front; a page gets the lists' element-hiding rules for its site
 // as a style sheet. Nothing is filtered on a site the user allowed ("Allow on
-// This Site"). The lists are read on another thread from the compiled form
-// the last run kept, or from their text; a request that comes before they
-// are read waits for them.
+// This Site"). The lists are read on another thread, from the compiled form
+// the last run kept or from their text, once the first page from the network
+// is on its way (a page of the computer's own needs none of their memory).
+// A request that comes before they are read waits for them; the first page's
+// style sheet and a window it opens meanwhile do not.
 #include "FilterListChoice.h"
 #include "SiteList.h"
 #include "platform/browser/ViewPolicies.h"
@@ -45,15 +47,17 @@ public:
 
     bool blocks(platform::BrowserView& view, const platform::PageRequest& request) override;
     QString styleFor(platform::BrowserView& view, const QUrl& page) override;
-    // Starts reading the lists on another thread, if nothing has yet.
-    void start();
     // A window the page at opener asks for, at an address a "popup" filter names.
     bool blocksWindow(const QUrl& url, const QUrl& opener);
     // The tab in front's count and site switch, in the status band and menu.
     void showCurrent();
 
 private:
-    const filters::FilterEngine* engine();
+    // Waits for the lists when they are being read.
+    const filters::FilterEngine& engine();
+    // Null while they are being read.
+    const filters::FilterEngine* engineIfRead();
+    void startReading();
     void readLists();
     bool allowed(const QUrl& page) const;
     void chooseLists(platform::Dialogs& dialogs);

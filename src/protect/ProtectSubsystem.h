@@ -29,8 +29,6 @@ public:
                      platform::Dialogs& dialogs, ContentFilters::Captions captions,
                      CommandDispatcher& commands);
 
-    // Starts reading the filter lists, so that pages find them read.
-    void start() { filters_.start(); }
     // Runs recaption (a new language) and keeps what the status tools show:
     // the blocked count and the current page's security in the new labels.
     void relabel(const std::function<void()>& recaption);

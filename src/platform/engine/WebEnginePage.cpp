@@ -37,7 +37,12 @@ WebEnginePage::WebEnginePage(EngineProfile& profile, BrowserView& owner, QObject
     : QWebEnginePage(&profile.profile(), parent), engine_(profile), owner_(owner)
 {
     clock_.start();
-    connect(this, &QWebEnginePage::loadFinished, this, [this] { hiding_.mend(); });
+    // The policy may know more of the page than when it was asked on the way
+    // (the first page of a run, while the filter lists were read).
+    connect(this, &QWebEnginePage::loadFinished, this, [this] {
+        prepareFor(url());
+        hiding_.mend();
+    });
 }
 
 template <typename Ask> void WebEnginePage::showDialog(Ask ask)
