@@ -69,6 +69,54 @@ new_home() {
     rm -rf "$1" && mkdir -p "$1/cache" && cp -r "$BENCH_FILTER_CACHE/." "$1/cache/"
 }
 
+# A loopback server for the pages from the network (a name of the run's own
+# mapped to it, so QUB-BROWSER's requests go through its forwarding proxy),
+# and the first start on one of its pages, which makes the compiled lists.
+site="$work/site"
+mkdir -p "$site"
+cp "$work/page.html" "$site/page.html"
+cat > "$site/animated.html" << 'PAGE'
+<html><head><title>Animated</title></head><body>
+<div id=box style="position:absolute;width:60px;height:60px;background:teal"></div>
+<script>let x = 0; setInterval(() => { x = (x + 3) % 600; box.style.left = x + 'px';
+box.textContent = x; }, 16);</script></body></html>
+PAGE
+site_port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
+python3 -m http.server --bind 127.0.0.1 --directory "$site" "$site_port" > /dev/null 2>&1 &
+site_pid=$!
+python3 - "$site_port" << 'WAIT'
+import sys, time, urllib.request
+for _ in range(100):
+    try:
+        urllib.request.urlopen(f"http://127.0.0.1:{sys.argv[1]}/page.html", timeout=1)
+        break
+    except OSError:
+        time.sleep(0.1)
+WAIT
+site_url="http://bench.test:$site_port"
+many_flags="$QTWEBENGINE_CHROMIUM_FLAGS --host-resolver-rules=\"MAP bench.test 127.0.0.1\""
+# run_many NAME INI LASTPAGES PROGRAM ARGS...: one start in a folder of its own.
+run_many() {
+    local name=$1 ini=$2 last=$3 program=$4
+    shift 4
+    local home="$work/many-$name"
+    new_home "$home"
+    cp -r "$QUB_APPDIR" "$home/app"
+    printf '[QUB-BROWSER]\r\n%s' "$ini" > "$home/app/Browser.ini"
+    [ "$last" -gt 0 ] && for n in $(seq 1 "$last"); do
+        printf '%s/page.html?%s\r\n' "$site_url" "$n"
+    done > "$home/app/LastPages.ini"
+    QUB_APPDIR="$home/app" QTWEBENGINE_CHROMIUM_FLAGS="$many_flags" \
+        XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" \
+        XDG_CONFIG_HOME="$home/config" timeout 600 "build/bin/$program" "$@" 2> /dev/null
+}
+run_many seed "" 1 bench_manytabs restore > /dev/null
+cp -r "$work/many-seed/cache/." "$BENCH_FILTER_CACHE/"
+[ -n "$(find "$BENCH_FILTER_CACHE" -name filters.bin)" ] || {
+    echo "the program made no compiled filter lists" >&2
+    exit 1
+}
+
 declare -A cold tabtime mem1 mem10
 for run in $(seq 1 "$runs"); do
     # Either program goes first in turn, so neither alone meets cold caches.
@@ -149,51 +197,7 @@ done
 # run's Browser.ini, shortened so a round takes minutes: frozen after 5 s,
 # discarded after 15 s (never, for the processor time). The floor opens every
 # tab at once and loads it.
-site="$work/site"
-mkdir -p "$site"
-cp "$work/page.html" "$site/page.html"
-cat > "$site/animated.html" << 'PAGE'
-<html><head><title>Animated</title></head><body>
-<div id=box style="position:absolute;width:60px;height:60px;background:teal"></div>
-<script>let x = 0; setInterval(() => { x = (x + 3) % 600; box.style.left = x + 'px';
-box.textContent = x; }, 16);</script></body></html>
-PAGE
-site_port=$(python3 -c 'import socket; s = socket.socket(); s.bind(("127.0.0.1", 0)); print(s.getsockname()[1])')
-python3 -m http.server --bind 127.0.0.1 --directory "$site" "$site_port" > /dev/null 2>&1 &
-site_pid=$!
-python3 - "$site_port" << 'WAIT'
-import sys, time, urllib.request
-for _ in range(100):
-    try:
-        urllib.request.urlopen(f"http://127.0.0.1:{sys.argv[1]}/page.html", timeout=1)
-        break
-    except OSError:
-        time.sleep(0.1)
-WAIT
-site_url="http://bench.test:$site_port"
-many_flags="$QTWEBENGINE_CHROMIUM_FLAGS --host-resolver-rules=\"MAP bench.test 127.0.0.1\""
-# run_many NAME INI LASTPAGES PROGRAM ARGS...: one start in a folder of its own.
-run_many() {
-    local name=$1 ini=$2 last=$3 program=$4
-    shift 4
-    local home="$work/many-$name"
-    new_home "$home"
-    cp -r "$QUB_APPDIR" "$home/app"
-    printf '[QUB-BROWSER]\r\n%s' "$ini" > "$home/app/Browser.ini"
-    [ "$last" -gt 0 ] && for n in $(seq 1 "$last"); do
-        printf '%s/page.html?%s\r\n' "$site_url" "$n"
-    done > "$home/app/LastPages.ini"
-    QUB_APPDIR="$home/app" QTWEBENGINE_CHROMIUM_FLAGS="$many_flags" \
-        XDG_DATA_HOME="$home/data" XDG_CACHE_HOME="$home/cache" \
-        XDG_CONFIG_HOME="$home/config" timeout 600 "build/bin/$program" "$@" 2> /dev/null
-}
 field() { awk -v k="$1" '$1 == k {print $2}'; }
-run_many seed "" 1 bench_manytabs restore > /dev/null
-cp -r "$work/many-seed/cache/." "$BENCH_FILTER_CACHE/"
-[ -n "$(find "$BENCH_FILTER_CACHE" -name filters.bin)" ] || {
-    echo "the program made no compiled filter lists" >&2
-    exit 1
-}
 declare -A many
 many_runs=${MANY_RUNS:-3}
 rest_ini=$'FREEZEAFTER=5\r\nDISCARDAFTER=15\r\n'
