@@ -319,6 +319,9 @@ home="$work/handover"
 new_home "$home"
 mkdir -p "$home/app" "$home/runtime" && chmod 700 "$home/runtime"
 cp -r "$QUB_APPDIR/." "$home/app/"
+# The starts above leave their session behind, as a crash would; this start
+# is a user's ordinary one.
+rm -f "$home/app/Session.json"
 in_handover_home() {
     QUB_APPDIR="$home/app" XDG_RUNTIME_DIR="$home/runtime" XDG_DATA_HOME="$home/data" \
         XDG_CACHE_HOME="$home/cache" XDG_CONFIG_HOME="$home/config" "$@"

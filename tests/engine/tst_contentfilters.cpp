@@ -23,6 +23,7 @@ const QByteArray smallList = "! a list of the user's\n"
                              "||popup.test^$popup\n"
                              "site.test,other.test##.ad-box\n"
                              "site.test##.promo\n"
+                             "site.test##a[href*='%2Fad']\n"
                              "other.test#@#.ad-box\n";
 
 } // namespace
@@ -61,6 +62,7 @@ private slots:
                                           at("adframe.test", "/frame.html").toUtf8() +
                                           "'></iframe><div class='ad-box'>ad</div>"
                                           "<div class='promo'>promo</div><p id='own'>own</p>"
+                                          "<a id='escaped' href='/go?to=%2Fad'>go</a>"
                                           "<a href='" +
                                           at("popup.test", "/win.html").toUtf8() +
                                           "' target=_blank style='position:absolute;left:0;"
@@ -94,6 +96,8 @@ private slots:
         // The run's first page may get its sheet once it has loaded.
         QTRY_COMPARE_WITH_TIMEOUT(display(view, ".ad-box"), "none", 20000);
         QCOMPARE(display(view, ".promo"), "none");
+        // A selector's "%2" is the list's, not a placeholder of the program's.
+        QCOMPARE(display(view, "#escaped"), "none");
         QCOMPARE(display(view, "#own"), "block");
 
         // A popup the lists name is listed and never opens, even on a click.

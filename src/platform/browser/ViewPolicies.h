@@ -1,8 +1,8 @@
 #pragma once
 // Decisions on what a page may do, made by the subsystem that owns the rule
-// (the popup blocker, the kill rule, offline mode, the filter lists) rather than by whichever
-// slot happens to run first. Until such a subsystem sets its own, everything
-// is allowed.
+// (the popup blocker, the kill rule, offline mode, the filter lists) rather
+// than by whichever slot happens to run first. Until such a subsystem sets
+// its own, everything is allowed.
 #include "BrowserView.h"
 
 namespace platform {

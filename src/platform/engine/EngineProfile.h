@@ -1,8 +1,8 @@
 #pragma once
 // What every view of the window shares on the engine: the persistent profile
-// with its page agent, downloads and offline switch, the content policy, the page layout of
-// printing, the home address, the navigation policy, and the dialogs and
-// desktop its pages ask through.
+// with its page agent, downloads and offline switch, the content policy, the
+// page layout of printing, the home address, the navigation policy, and the
+// dialogs and desktop its pages ask through.
 #include "platform/browser/ViewPolicies.h"
 
 #include <QPageLayout>

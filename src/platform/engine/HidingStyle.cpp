@@ -17,7 +17,8 @@ QString scriptName()
 }
 
 // The sheet goes in as text of a string (JSON is a JavaScript literal), so
-// nothing in it runs. put() replaces the document's sheet; when the document
+// nothing in it runs; both go in at once, so a "%2" of a selector stays as it
+// is. put() replaces the document's sheet; when the document
 // has no root element yet, it waits for one.
 QString putScript(const QString& style, int version)
 {
@@ -40,8 +41,7 @@ QString putScript(const QString& style, int version)
                           "put();"
                           "}).observe(document, {childList: true});"
                           "})();")
-        .arg(QString::fromUtf8(literal))
-        .arg(version);
+        .arg(QString::fromUtf8(literal), QString::number(version));
 }
 
 } // namespace
